@@ -1,0 +1,47 @@
+# What every target of the project shares: warnings, sanitizers, include root.
+
+add_library(zentrova_options INTERFACE)
+target_include_directories(zentrova_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(zentrova_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+# g++ 12 warns of overlapping copies inside std::string at -O2 and above that cannot happen
+# (GCC bug 105651). Every other build keeps the warning.
+target_compile_options(zentrova_options INTERFACE
+  $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
+find_package(Threads REQUIRED)
+target_link_libraries(zentrova_options INTERFACE Threads::Threads)
+
+if(ZENTROVA_SANITIZE)
+  target_compile_options(zentrova_options INTERFACE
+    -fsanitize=${ZENTROVA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
+  target_link_options(zentrova_options INTERFACE -fsanitize=${ZENTROVA_SANITIZE})
+endif()
+if(ZENTROVA_COVERAGE)
+  target_compile_options(zentrova_options INTERFACE --coverage)
+  target_link_options(zentrova_options INTERFACE --coverage)
+endif()
+
+# zentrova_folder(NAME [dependency...]): the sources of this folder as one
+# object library. The sources are globbed, so a new file needs no second entry.
+function(zentrova_folder name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(sources)
+    add_library(${name} OBJECT ${sources})
+    target_link_libraries(${name} PUBLIC zentrova_options ${ARGN})
+  else()
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE zentrova_options ${ARGN})
+  endif()
+endfunction()
+
+# zentrova_test(NAME library...): the *Test.cpp of this folder as one program.
+function(zentrova_test name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*Test.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${name} ${sources})
+  target_link_libraries(${name} PRIVATE zentrova_options zentrova_test_support ${ARGN})
+  gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
+    PROPERTIES TIMEOUT 300)
+endfunction()
