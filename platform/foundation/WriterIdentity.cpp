@@ -1,0 +1,50 @@
+#include "platform/foundation/WriterIdentity.h"
+
+#include <cerrno>
+#include <charconv>
+#include <fstream>
+#include <iterator>
+#include <signal.h>
+#include <sstream>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+// The start time of a process in clock ticks since the machine started; "0" where the system does
+// not tell.
+std::string startTimeOf(int process) {
+  std::ifstream file("/proc/" + std::to_string(process) + "/stat");
+  const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  // The second field is the program's name in parentheses and may hold anything.
+  const std::size_t nameEnd = text.rfind(')');
+  if (nameEnd == std::string::npos) return "0";
+  std::istringstream fields(text.substr(nameEnd + 1));
+  std::string field;
+  constexpr int startTimeAfterName = 20;
+  for (int index = 0; index < startTimeAfterName; ++index) {
+    if (!(fields >> field)) return "0";
+  }
+  return field;
+}
+
+}  // namespace
+
+std::string currentWriter() {
+  const int process = ::getpid();
+  return std::to_string(process) + "-" + startTimeOf(process);
+}
+
+bool writerLives(std::string_view writer) {
+  const std::size_t dash = writer.find('-');
+  if (dash == std::string_view::npos) return false;
+  int process = 0;
+  const char* end = writer.data() + dash;
+  const auto [stop, error] = std::from_chars(writer.data(), end, process);
+  if (error != std::errc() || stop != end || process <= 0) return false;
+  if (::kill(process, 0) != 0 && errno == ESRCH) return false;
+  return startTimeOf(process) == writer.substr(dash + 1);
+}
+
+}  // namespace platform
