@@ -1,0 +1,19 @@
+#include "platform/uikit/UIButton.h"
+
+namespace platform {
+
+void UIButton::setTitle(std::optional<std::string> title) {
+  assign(_title, std::move(title));
+}
+
+void UIButton::setDestructive(bool destructive) {
+  assign(_destructive, destructive);
+}
+
+bool UIButton::userTap() {
+  if (!acceptsTouches()) return false;
+  sendActionsForControlEvents(UIControlEventTouchUpInside);
+  return true;
+}
+
+}  // namespace platform

@@ -1,0 +1,76 @@
+#include "platform/foundation/Class.h"
+#include "platform/uikit/UIAlertController.h"
+#include "platform/uikit/UIKitClassTables.h"
+#include "platform/uikit/UINavigationBar.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UINavigationItem.h"
+#include "platform/uikit/UIViewController.h"
+#include "platform/uikit/UIWindow.h"
+
+namespace platform {
+namespace {
+
+Class controllerClass() {
+  ClassBuilder<UIViewController> builder("NSObject");
+  builder.property("title", &UIViewController::title, &UIViewController::setTitle)
+      .property("view", &UIViewController::view, &UIViewController::setView)
+      .key("navigationItem", &UIViewController::navigationItem)
+      .operation("navigationItem", &UIViewController::navigationItem)
+      .key("navigationController", &UIViewController::navigationController)
+      .operation("navigationController", &UIViewController::navigationController)
+      .key("parentViewController", &UIViewController::parentViewController)
+      .key("_parentViewController", &UIViewController::parentViewController)
+      .operation("parentViewController", &UIViewController::parentViewController)
+      .key("presentedViewController", &UIViewController::presentedViewController)
+      .key("presentingViewController", &UIViewController::presentingViewController)
+      .operation("viewDidLoad", &UIViewController::viewDidLoad)
+      .operation("viewWillAppear:", &UIViewController::viewWillAppear)
+      .operation("viewDidAppear:", &UIViewController::viewDidAppear)
+      .operation("viewWillDisappear:", &UIViewController::viewWillDisappear)
+      .operation("viewDidDisappear:", &UIViewController::viewDidDisappear)
+      .operation("viewDidLayoutSubviews", &UIViewController::viewDidLayoutSubviews);
+  return builder.build();
+}
+
+Class navigationControllerClass() {
+  ClassBuilder<UINavigationController> builder("UIViewController");
+  builder.key("navigationBar", &UINavigationController::navigationBar)
+      .operation("navigationBar", &UINavigationController::navigationBar)
+      .key("topViewController", &UINavigationController::topViewController)
+      .operation("topViewController", &UINavigationController::topViewController)
+      .operation("pushViewController:animated:", &UINavigationController::pushViewController)
+      .operation("popViewControllerAnimated:", &UINavigationController::popViewControllerAnimated);
+  return builder.build();
+}
+
+}  // namespace
+
+void registerControllerClasses(ClassRegistry& registry) {
+  registry.add(ClassBuilder<UINavigationItem>("NSObject")
+                   .property("title", &UINavigationItem::title, &UINavigationItem::setTitle)
+                   .property("largeTitleDisplayMode", &UINavigationItem::largeTitleDisplayMode,
+                             &UINavigationItem::setLargeTitleDisplayMode)
+                   .build());
+  registry.add(ClassBuilder<UINavigationBar>("UIView")
+                   .property("prefersLargeTitles", &UINavigationBar::prefersLargeTitles,
+                             &UINavigationBar::setPrefersLargeTitles)
+                   .operation("_setTitleOpacity:", &UINavigationBar::setTitleOpacity)
+                   .key("_titleOpacity", &UINavigationBar::titleOpacity)
+                   .build());
+  registry.add(controllerClass());
+  registry.add(navigationControllerClass());
+  registry.add(ClassBuilder<UIAlertAction>("NSObject")
+                   .key("title", &UIAlertAction::title)
+                   .key("style", &UIAlertAction::style)
+                   .build());
+  registry.add(ClassBuilder<UIAlertController>("UIViewController")
+                   .property("message", &UIAlertController::message, &UIAlertController::setMessage)
+                   .key("preferredStyle", &UIAlertController::preferredStyle)
+                   .operation("addAction:", &UIAlertController::addAction)
+                   .build());
+  registry.add(ClassBuilder<UIWindow>("UIView")
+                   .operation("makeKeyAndVisible", &UIWindow::makeKeyAndVisible)
+                   .build());
+}
+
+}  // namespace platform

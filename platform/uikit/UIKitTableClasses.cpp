@@ -1,0 +1,65 @@
+#include "platform/foundation/Class.h"
+#include "platform/uikit/UIKitClassTables.h"
+#include "platform/uikit/UITableView.h"
+#include "platform/uikit/UITableViewCell.h"
+
+namespace platform {
+namespace {
+
+Class cellClass() {
+  ClassBuilder<UITableViewCell> builder("UIView");
+  builder.key("textLabel", &UITableViewCell::textLabel)
+      .operation("textLabel", &UITableViewCell::textLabel)
+      .key("detailTextLabel", &UITableViewCell::detailTextLabel)
+      .operation("detailTextLabel", &UITableViewCell::detailTextLabel)
+      .key("imageView", &UITableViewCell::imageView)
+      .operation("imageView", &UITableViewCell::imageView)
+      .key("contentView", &UITableViewCell::contentView)
+      .operation("contentView", &UITableViewCell::contentView)
+      .key("reuseIdentifier", &UITableViewCell::reuseIdentifier)
+      .operation("prepareForReuse", &UITableViewCell::prepareForReuse)
+      .operation("_disclosureChevronImage", &UITableViewCell::disclosureChevronImage)
+      .property("accessoryView", &UITableViewCell::accessoryView,
+                &UITableViewCell::setAccessoryView)
+      .property("editingAccessoryView", &UITableViewCell::editingAccessoryView,
+                &UITableViewCell::setEditingAccessoryView)
+      .property("accessoryType", &UITableViewCell::accessoryType,
+                &UITableViewCell::setAccessoryType)
+      .property("selectionStyle", &UITableViewCell::selectionStyle,
+                &UITableViewCell::setSelectionStyle)
+      .key("selected", &UITableViewCell::isSelected)
+      .operation("setSelected:animated:", &UITableViewCell::setSelected)
+      .key("highlighted", &UITableViewCell::isHighlighted)
+      .operation("setHighlighted:animated:", &UITableViewCell::setHighlighted);
+  return builder.build();
+}
+
+}  // namespace
+
+void registerTableClasses(ClassRegistry& registry) {
+  registry.add(cellClass());
+  registry.add(ClassBuilder<UITableView>("UIScrollView")
+                   .key("_scrollView", &UITableView::scrollView)
+                   .operation("_scrollView", &UITableView::scrollView)
+                   .operation("reloadData", &UITableView::reloadData)
+                   .operation("setDataSource:", &UITableView::setDataSourceObject)
+                   .operation("numberOfSections", &UITableView::numberOfSections)
+                   .operation("numberOfRowsInSection:", &UITableView::numberOfRowsInSection)
+                   .operation("beginUpdates", &UITableView::beginUpdates)
+                   .operation("endUpdates", &UITableView::endUpdates)
+                   .key("editing", &UITableView::isEditing)
+                   .operation("setEditing:animated:", &UITableView::setEditing)
+                   .property("allowsSelection", &UITableView::allowsSelection,
+                             &UITableView::setAllowsSelection)
+                   .property("allowsSelectionDuringEditing",
+                             &UITableView::allowsSelectionDuringEditing,
+                             &UITableView::setAllowsSelectionDuringEditing)
+                   .property("rowHeight", &UITableView::rowHeight, &UITableView::setRowHeight)
+                   .property("tableHeaderView", &UITableView::tableHeaderView,
+                             &UITableView::setTableHeaderView)
+                   .property("tableFooterView", &UITableView::tableFooterView,
+                             &UITableView::setTableFooterView)
+                   .build());
+}
+
+}  // namespace platform

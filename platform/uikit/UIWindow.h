@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/uikit/UIView.h"
+#include "platform/uikit/UIViewController.h"
+
+namespace platform {
+
+// The root of what is shown. Has the screen's size and the device's tint unless told otherwise.
+// Threads: main.
+class UIWindow : public UIView {
+  PLATFORM_CLASS(UIWindow)
+
+ public:
+  bool init() override;
+
+  const std::shared_ptr<UIViewController>& rootViewController() const noexcept { return _root; }
+  // Shows the controller's view in the whole window. The one before leaves.
+  void setRootViewController(std::shared_ptr<UIViewController> controller);
+  // From here on the root controller is in sight (and told so).
+  void makeKeyAndVisible();
+  // Takes size and tint from the device's traits again, and tells every view of the window.
+  void traitsDidChange();
+
+ private:
+  std::shared_ptr<UIViewController> _root;
+  bool _visible = false;
+};
+
+}  // namespace platform
