@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// The kinds of rows of a settings list, with the platform's numbers.
+enum PSCellType : std::int64_t {
+  PSGroupCell = 0,
+  PSLinkCell = 1,
+  PSLinkListCell = 2,
+  PSListItemCell = 3,
+  PSTitleValueCell = 4,
+  PSSliderCell = 5,
+  PSSwitchCell = 6,
+  PSStaticTextCell = 7,
+  PSEditTextCell = 8,
+  PSSegmentCell = 9,
+  PSGiantIconCell = 10,
+  PSGiantCell = 11,
+  PSSecureEditTextCell = 12,
+  PSButtonCell = 13,
+  PSEditTextViewCell = 14,
+};
+
+// The number of a kind by the platform's name, as "PSSwitchCell". Empty for an unknown name.
+std::optional<PSCellType> cellTypeNamed(std::string_view name) noexcept;
+
+// The platform's name of a kind; empty where the number stands for none.
+std::string_view nameOfCellType(PSCellType type) noexcept;
+
+// All names, comma-separated, for messages.
+std::string cellTypeNames();
+
+// Whether rows of the kind show a value that their specifier's getter gives.
+bool cellTypeShowsValue(PSCellType type) noexcept;
+
+// The name of the class that the platform makes for rows of the kind.
+std::string_view cellClassNameForCellType(PSCellType type) noexcept;
+
+}  // namespace platform

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/uikit/UITextField.h"
+
+namespace platform {
+
+// The keyboard that a list's "keyboard" stands for; empty for an unknown name.
+std::optional<UIKeyboardType> keyboardNamed(std::string_view name) noexcept;
+
+// All names, comma-separated, for messages.
+std::string keyboardNames();
+
+}  // namespace platform

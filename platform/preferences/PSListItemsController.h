@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/preferences/PSListController.h"
+
+namespace platform {
+
+// The page behind a list choice: one row per valid value of the specifier that opened it, with a
+// tick at the value it has. A tap on another row hands that value to the specifier's setter, and
+// the page goes on showing. Threads: main.
+class PSListItemsController : public PSListController {
+  PLATFORM_CLASS(PSListItemsController)
+
+ public:
+  PSSpecifiers specifiers() override;
+  std::shared_ptr<UITableViewCell> cellForRowAtIndexPath(
+      const std::shared_ptr<UITableView>& tableView, IndexPath indexPath) override;
+  bool shouldHighlightRowAtIndexPath(const std::shared_ptr<UITableView>& tableView,
+                                     IndexPath indexPath) override;
+  void didSelectRowAtIndexPath(const std::shared_ptr<UITableView>& tableView,
+                               IndexPath indexPath) override;
+
+ private:
+  std::optional<std::size_t> chosenIndex();
+  void showTicks();
+
+  Value _chosen;  // for a specifier without getter: what was chosen last
+};
+
+}  // namespace platform
