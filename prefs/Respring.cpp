@@ -1,0 +1,42 @@
+#include "prefs/Respring.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/foundation/DeviceTraits.h"
+#include "platform/foundation/FileSystem.h"
+#include "platform/foundation/Process.h"
+#include "platform/foundation/Programs.h"
+
+namespace zentrova {
+
+namespace {
+
+constexpr std::string_view reloadProgram = "/var/jb/usr/bin/sbreload";
+constexpr std::string_view killProgram = "/var/jb/usr/bin/killall";
+
+// sbreload does not bring the home screen back from system version 15 on.
+bool canReload() {
+  auto& process = platform::Process::current();
+  return process.service<platform::FileSystem>().fileExists(reloadProgram) &&
+         !process.service<platform::DeviceTraits>().systemVersion.isAtLeast(15, 0, 0);
+}
+
+// Started with a null environment; process id and result are of no use to anybody.
+void spawn(std::string_view path, const std::vector<std::string>& arguments) {
+  int processIdentifier = 0;
+  platform::posix_spawn(&processIdentifier, path, arguments, std::nullopt);
+}
+
+}  // namespace
+
+void restartHomeScreen() {
+  if (canReload()) {
+    spawn(reloadProgram, {"sbreload"});
+  } else {
+    spawn(killProgram, {"killall", "-9", "SpringBoard"});
+  }
+}
+
+}  // namespace zentrova

@@ -1,0 +1,93 @@
+#include <atomic>
+#include <condition_variable>
+#include <gtest/gtest.h>
+#include <mutex>
+#include <thread>
+
+#include "tests/prefs/StoreFixture.h"
+
+namespace zentrova::tests {
+namespace {
+
+using platform::Data;
+using platform::Value;
+
+class HBPreferencesThread : public StoreTest {};
+
+// A picture is stored by a background queue while the main thread uses the same store. Whatever
+// the order of the two, the file ends equal to the memory.
+TEST_F(HBPreferencesThread, FileEqualsMemoryWhenTwoThreadsSet) {
+  constexpr int rounds = 60;
+  const auto store = makeStore();
+  const Data picture(std::string(40000, 'p'));
+  std::atomic<bool> started = false;
+  std::thread background([&] {
+    const platform::ProcessScope scope(process.process());
+    started = true;
+    for (int round = 0; round < rounds; ++round) {
+      store->setObject(picture, "backgroundImage");
+      store->setObject(round, "background");
+    }
+  });
+  while (!started) std::this_thread::yield();
+  for (int round = 0; round < rounds; ++round) {
+    store->setObject(round, "main");
+    EXPECT_EQ(store->integerForKey("main"), round);
+    const Value image = store->objectForKey("backgroundImage");
+    EXPECT_TRUE(image.isNone() || image.asData()->size() == 40000U);
+    if (round % 7 == 0) store->removeObjectForKey("backgroundImage");
+  }
+  background.join();
+  EXPECT_EQ(store->integerForKey("main"), rounds - 1);
+  EXPECT_EQ(store->integerForKey("background"), rounds - 1);
+  EXPECT_EQ(fileContent(), store->dictRep()->snapshot());
+}
+
+// Holds a writer at the end of its write until it is let go.
+class Gate {
+ public:
+  void holdWriter() {
+    std::unique_lock lock(_mutex);
+    _held = true;
+    _changed.notify_all();
+    _changed.wait(lock, [this] { return _open; });
+  }
+  void waitForWriter() {
+    std::unique_lock lock(_mutex);
+    _changed.wait(lock, [this] { return _held; });
+  }
+  void open() {
+    const std::lock_guard lock(_mutex);
+    _open = true;
+    _changed.notify_all();
+  }
+
+ private:
+  std::mutex _mutex;
+  std::condition_variable _changed;
+  bool _held = false;
+  bool _open = false;
+};
+
+// A reader waits for nobody: while another thread is inside its write, the getters answer.
+TEST_F(HBPreferencesThread, ReaderDoesNotWaitForAWrite) {
+  const auto store = makeStore();
+  Gate gate;
+  const auto observer =
+      process.files().addObserver([&](const platform::FileWrite&) { gate.holdWriter(); });
+  std::thread background([&] {
+    const platform::ProcessScope scope(process.process());
+    store->setObject("new", "key");
+  });
+  gate.waitForWriter();
+  EXPECT_EQ(store->stringForKey("key"), "new");
+  EXPECT_TRUE(store->objectForKey("absent").isNone());
+  EXPECT_EQ(store->dictRep()->count(), 1U);
+  gate.open();
+  background.join();
+  process.files().removeObserver(observer);
+  EXPECT_EQ(inFile("key"), Value("new"));
+}
+
+}  // namespace
+}  // namespace zentrova::tests

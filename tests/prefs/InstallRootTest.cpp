@@ -1,0 +1,98 @@
+#include <array>
+#include <gtest/gtest.h>
+#include <thread>
+#include <vector>
+
+#include "prefs/InstallRoot.h"
+#include "tests/support/TestProcess.h"
+
+namespace zentrova::tests {
+namespace {
+
+class InstallRoot : public testing::Test {
+ protected:
+  InstallRoot() { process.tree().remove("/var/jb"); }
+
+  const std::string& rootWithLinkTo(std::string_view destination) {
+    process.tree().link("/var/jb", destination);
+    return getRootPath();
+  }
+
+  test_support::TestProcess process;
+};
+
+TEST_F(InstallRoot, IsTheDestinationOfTheLinkAsItStands) {
+  EXPECT_EQ(rootWithLinkTo("/private/preboot/ABC/jb-1/procursus"),
+            "/private/preboot/ABC/jb-1/procursus");
+}
+
+TEST_F(InstallRoot, MayBeARelativeDestination) {
+  EXPECT_EQ(rootWithLinkTo("../private//preboot/jb/"), "../private//preboot/jb/");
+}
+
+// The link is not followed: where it leads need not exist.
+TEST_F(InstallRoot, MayBeADestinationThatIsNotThere) {
+  EXPECT_EQ(rootWithLinkTo("/nowhere"), "/nowhere");
+}
+
+TEST_F(InstallRoot, IsTheRootWhereTheLinkLeadsToJb) {
+  EXPECT_EQ(rootWithLinkTo("/jb"), "/");
+}
+
+TEST_F(InstallRoot, IsTheRootWhereTheLinkLeadsToJbWithASlash) {
+  EXPECT_EQ(rootWithLinkTo("/jb/"), "/");
+}
+
+// Only the two are compared, letter by letter.
+TEST_F(InstallRoot, IsTheDestinationWhereTheLinkOnlyResemblesJb) {
+  EXPECT_EQ(rootWithLinkTo("/jb//"), "/jb//");
+}
+
+TEST_F(InstallRoot, IsTheRootWhereAFolderStandsInPlaceOfTheLink) {
+  process.tree().makeFolder("/var/jb");
+  EXPECT_EQ(getRootPath(), "/");
+}
+
+TEST_F(InstallRoot, IsTheRootWhereAFileStandsInPlaceOfTheLink) {
+  process.tree().write("/var/jb", "");
+  EXPECT_EQ(getRootPath(), "/");
+}
+
+TEST_F(InstallRoot, IsTheRootWhereThereIsNothing) {
+  EXPECT_EQ(getRootPath(), "/");
+}
+
+TEST_F(InstallRoot, IsFoundOutOncePerProcess) {
+  EXPECT_EQ(rootWithLinkTo("/first"), "/first");
+  process.tree().remove("/var/jb");
+  process.tree().link("/var/jb", "/second");
+  EXPECT_EQ(getRootPath(), "/first");
+}
+
+TEST_F(InstallRoot, IsFoundOutAnewInAnotherProcess) {
+  EXPECT_EQ(rootWithLinkTo("/first"), "/first");
+  test_support::TestProcess other;
+  other.tree().remove("/var/jb");
+  other.tree().link("/var/jb", "/second");
+  EXPECT_EQ(getRootPath(), "/second");
+}
+
+// The first call may come from any thread, and from several at once: the link is read once.
+TEST_F(InstallRoot, IsTheSameForAllThreads) {
+  process.tree().link("/var/jb", "/first");
+  process.systemCalls().clearCalls();
+  std::array<const std::string*, 4> results{};
+  std::vector<std::thread> threads;
+  for (auto& result : results) {
+    threads.emplace_back([this, &result] {
+      const platform::ProcessScope scope(process.process());
+      result = &getRootPath();
+    });
+  }
+  for (auto& thread : threads) thread.join();
+  for (const auto* result : results) EXPECT_EQ(result, results[0]);
+  EXPECT_EQ(*results[0], "/first");
+}
+
+}  // namespace
+}  // namespace zentrova::tests

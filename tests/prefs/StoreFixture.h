@@ -1,0 +1,44 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/foundation/Collections.h"
+#include "platform/foundation/PropertyList.h"
+#include "prefs/HBPreferences.h"
+#include "tests/support/TestProcess.h"
+
+namespace zentrova::tests {
+
+// A process of its own with an empty preference folder.
+class StoreTest : public testing::Test {
+ protected:
+  static constexpr std::string_view path = test_support::TestProcess::preferencePath;
+
+  std::shared_ptr<HBPreferences> makeStore() {
+    return HBPreferences::preferencesForIdentifier(std::string(preferencesDomain));
+  }
+  // A store over a file with that one value under "key".
+  std::shared_ptr<HBPreferences> storeWith(const platform::Value& value) {
+    writeFile(platform::Dictionary{{"key", value}});
+    return makeStore();
+  }
+  void writeFile(const platform::Dictionary& content) {
+    process.tree().write(path, platform::writeXmlPropertyList(content).bytes);
+  }
+  // What is in the file; empty where there is no readable one.
+  std::optional<platform::Dictionary> fileContent() {
+    return platform::dictionaryWithContentsOfFile(path);
+  }
+  platform::Value inFile(std::string_view key) {
+    const auto content = fileContent();
+    return content ? content->valueForKey(key) : platform::Value();
+  }
+
+  test_support::TestProcess process;
+};
+
+}  // namespace zentrova::tests
