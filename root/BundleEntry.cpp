@@ -1,0 +1,56 @@
+// The one C function of the bundle.
+
+#include <array>
+#include <cstddef>
+#include <exception>
+#include <string_view>
+
+#include "platform/foundation/Class.h"
+#include "platform/preferences/BundleInterface.h"
+#include "prefs/HBPreferences.h"
+#include "prefs/HBRootListController.h"
+#include "root/ZVRRootListController.h"
+#include "root/ZVRVibrationListController.h"
+
+namespace {
+
+struct BundleClass {
+  std::string_view name;
+  void (*add)(platform::ClassRegistry&);
+};
+
+// A base class stands before the classes that are built on it.
+constexpr std::array bundleClasses{
+    BundleClass{zentrova::HBPreferences::staticClassName, &zentrova::HBPreferences::registerClass},
+    BundleClass{zentrova::HBRootListController::staticClassName,
+                &zentrova::HBRootListController::registerClass},
+    BundleClass{zentrova::ZVRRootListController::staticClassName,
+                &zentrova::ZVRRootListController::registerClass},
+    BundleClass{zentrova::ZVRVibrationListController::staticClassName,
+                &zentrova::ZVRVibrationListController::registerClass},
+};
+
+// All classes or none: a registry that refuses one gives back those before it.
+bool addClasses(platform::ClassRegistry& registry) {
+  std::size_t added = 0;
+  try {
+    for (const auto& entry : bundleClasses) {
+      entry.add(registry);
+      ++added;
+    }
+  } catch (const std::exception&) {
+    while (added > 0) registry.remove(bundleClasses[--added].name);
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+int zentrova_bundle_register(platform::ClassRegistry* registry, unsigned interfaceVersion) {
+  if (!registry) return platform::bundleRegistryMissing;
+  if (interfaceVersion != platform::bundleInterfaceVersion) {
+    return platform::bundleInterfaceDiffers;
+  }
+  return addClasses(*registry) ? platform::bundleRegistered : platform::bundleClassRefused;
+}

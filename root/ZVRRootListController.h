@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/preferences/PSListController.h"
+#include "prefs/HBRootListController.h"
+
+namespace platform {
+class ClassRegistry;
+}
+
+namespace zentrova {
+
+// The first page of the product's settings, and the bundle's principal class. Its rows come from
+// the list "Root"; it adds two switches below the presentation style while that is 1, leaves the
+// presentation and gesture rows out on a tablet, and locks the gesture row while the sibling
+// product Kestrelle is in charge of gestures.
+// Threads: main.
+class ZVRRootListController : public HBRootListController {
+  PLATFORM_CLASS(ZVRRootListController)
+
+ public:
+  static void registerClass(platform::ClassRegistry& registry);
+
+  // The rows, built on the first call and then kept.
+  platform::PSSpecifiers specifiers() override;
+  // Stores the value, then shows or hides the two switches where the presentation style became 1
+  // or 0. A style of 1 while the switches are there adds a second pair: the style row reports
+  // changes only. A style that is no number and no text raises NSInvalidArgumentException.
+  void setPreferenceValue(const platform::Value& value,
+                          const std::shared_ptr<platform::PSSpecifier>& specifier) override;
+  // Looks at Kestrelle's settings on every appearance; a lock stays for the life of the page.
+  // A "gesturesConfig" that is no text raises NSInvalidArgumentException.
+  void viewDidAppear(bool animated) override;
+  // Restarts the home screen, so that it reads the settings anew.
+  void respring();
+
+ private:
+  static bool isTablet();
+  void addPresentationRows(platform::PSSpecifierList& rows);
+  void showPresentationSwitches(const std::shared_ptr<platform::PSSpecifier>& styleRow);
+  void hidePresentationSwitches();
+  void lockGesturesSoon();
+  void dissolveToLockedGestures();
+  void lockGestureCell();
+};
+
+}  // namespace zentrova

@@ -1,0 +1,197 @@
+#include <gtest/gtest.h>
+#include <set>
+
+#include "tests/root/RootFixture.h"
+
+namespace zentrova::tests {
+namespace {
+
+using platform::Dictionary;
+using platform::Value;
+
+// The lists as the product ships them.
+class Resources : public RootTest {
+ protected:
+  void SetUp() override {
+    for (const char* name : {"Info.plist", "Root.plist", "Vibration.plist"}) {
+      process.tree().write(std::string(bundle) + "/" + name, source(name));
+    }
+  }
+  static std::string source(const std::string& name) {
+    std::ifstream in(std::string(ZENTROVA_RESOURCES) + "/" + name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  }
+  static Dictionary list(const std::string& name) {
+    const auto result = platform::readPropertyList(source(name));
+    EXPECT_FALSE(result.error) << name << ": " << result.error->text();
+    return *result.value.asDictionary();
+  }
+  static std::vector<Dictionary> items(const std::string& name) {
+    const Value entries = list(name).valueForKey("items");
+    std::vector<Dictionary> result;
+    for (const Value& entry : *entries.asArray()) result.push_back(*entry.asDictionary());
+    return result;
+  }
+  // The group above a row.
+  static Dictionary groupOf(const std::vector<Dictionary>& rows, std::string_view identifier) {
+    Dictionary group;
+    for (const auto& row : rows) {
+      if (row.valueForKey("cell") == Value("PSGroupCell")) group = row;
+      if (row.valueForKey("id") == Value(identifier)) return group;
+    }
+    ADD_FAILURE() << "no row " << identifier;
+    return {};
+  }
+};
+
+TEST_F(Resources, ArePropertyListsInThePlatformsForm) {
+  for (const char* name : {"Info.plist", "Root.plist", "Vibration.plist"}) {
+    EXPECT_EQ(platform::writeXmlPropertyList(list(name)).bytes, source(name)) << name;
+  }
+}
+
+TEST_F(Resources, InfoNamesThePrincipalClassAndTheCode) {
+  const auto info = list("Info.plist");
+  EXPECT_EQ(info.valueForKey("NSPrincipalClass"), Value("ZVRRootListController"));
+  EXPECT_EQ(info.valueForKey("CFBundleExecutable"), Value("ZentrovaPrefs"));
+  EXPECT_EQ(info.valueForKey("CFBundleIdentifier"), Value("com.hollowmere.zentrovaprefs"));
+}
+
+TEST_F(Resources, RootHoldsTheRowsThatThePageWorksWith) {
+  const auto controller = makePage();
+  const auto rows = identifiersOf(controller);
+  for (const char* identifier :
+       {"presentationGroup", "presentationText", "presentationStyle", "presentFullyExpanded",
+        "gestureGroupCell", "gestureText", "gestureSegmentCell"}) {
+    EXPECT_TRUE(controller->specifierForID(identifier)) << identifier;
+  }
+  EXPECT_EQ(controller->title(), "Zentrova");
+  EXPECT_FALSE(controller->problem());
+}
+
+TEST_F(Resources, NoRowHasAProblem) {
+  const auto controller = makePage();
+  for (const auto& row : *controller->specifiers()) {
+    EXPECT_EQ(row->problem(), std::nullopt) << row->identifier().value_or("");
+  }
+}
+
+TEST_F(Resources, RootUsesEveryKindOfRow) {
+  std::set<std::string> kinds;
+  for (const auto& row : items("Root.plist")) kinds.insert(*row.valueForKey("cell").text());
+  EXPECT_EQ(kinds, (std::set<std::string>{"PSButtonCell", "PSEditTextCell", "PSGroupCell",
+                                          "PSLinkCell", "PSLinkListCell", "PSSecureEditTextCell",
+                                          "PSSegmentCell", "PSSliderCell", "PSStaticTextCell",
+                                          "PSSwitchCell", "PSTitleValueCell"}));
+}
+
+TEST_F(Resources, IdentifiersAndKeysAreUnique) {
+  std::set<std::string> identifiers;
+  std::set<std::string> keys;
+  for (const char* name : {"Root.plist", "Vibration.plist"}) {
+    for (const auto& row : items(name)) {
+      ASSERT_TRUE(row.valueForKey("id").isString());
+      EXPECT_TRUE(identifiers.insert(*row.valueForKey("id").text()).second)
+          << *row.valueForKey("id").text();
+      if (const auto key = row.valueForKey("key").text()) {
+        EXPECT_TRUE(keys.insert(*key).second) << *key;
+        EXPECT_EQ(row.valueForKey("defaults"), Value("com.hollowmere.zentrovaprefs")) << *key;
+      }
+    }
+  }
+}
+
+// A row without a default shows nothing until it is set; only texts may.
+TEST_F(Resources, EveryKeyButThoseOfTextsHasADefault) {
+  for (const char* name : {"Root.plist", "Vibration.plist"}) {
+    for (const auto& row : items(name)) {
+      const auto cell = row.valueForKey("cell").text();
+      if (!row.contains("key") || cell == "PSEditTextCell" || cell == "PSSecureEditTextCell") {
+        continue;
+      }
+      EXPECT_TRUE(row.contains("default")) << row.valueForKey("key").description();
+    }
+  }
+}
+
+TEST_F(Resources, DefaultOfEachChoiceIsOneOfItsValues) {
+  for (const char* name : {"Root.plist", "Vibration.plist"}) {
+    for (const auto& row : items(name)) {
+      const Value values = row.valueForKey("validValues");
+      if (values) {
+        EXPECT_TRUE(values.asArray()->contains(row.valueForKey("default")))
+            << row.valueForKey("key").description();
+      }
+    }
+  }
+}
+
+// Three styles would let the page show its two switches for a style that does not have them.
+TEST_F(Resources, StyleIsZeroOrOneAndZeroAtFirst) {
+  const auto controller = makePage();
+  controller->specifiers();
+  const auto style = controller->specifierForID("presentationStyle");
+  EXPECT_EQ(style->validValues(), (platform::Array{0, 1}));
+  EXPECT_EQ(style->propertyForKey("default"), Value(0));
+}
+
+// Rows whose pages are missing are shown, cannot be tapped, and their footer says so.
+TEST_F(Resources, RowsOfMissingPagesAreDisabledAndExplained) {
+  const auto rows = items("Root.plist");
+  const auto controller = makePage();
+  controller->specifiers();
+  for (const char* identifier : {"favoriteModules", "arrangeModules", "customize", "hollowmere"}) {
+    const auto row = controller->specifierForID(identifier);
+    ASSERT_TRUE(row) << identifier;
+    EXPECT_FALSE(row->isEnabled()) << identifier;
+    const auto footer = groupOf(rows, identifier).valueForKey("footerText").text().value_or("");
+    EXPECT_NE(footer.find("in this version"), std::string::npos) << identifier << ": " << footer;
+  }
+  EXPECT_EQ(controller->specifierForID("favoriteModules")->buttonAction(),
+            "showFavoriteModulesViewController");
+  EXPECT_EQ(controller->specifierForID("arrangeModules")->buttonAction(),
+            "showModuleArrangeViewController");
+  EXPECT_EQ(controller->specifierForID("customize")->buttonAction(), "showCustomizeViewController");
+}
+
+// Every row that can be tapped leads to something that is there.
+TEST_F(Resources, ActionsAndPagesOfEnabledRowsExist) {
+  const auto controller = makePage();
+  for (const auto& row : *controller->specifiers()) {
+    if (!row->isEnabled()) continue;
+    if (const auto action = row->buttonAction()) {
+      EXPECT_TRUE(controller->respondsToSelector(*action)) << *action;
+    }
+    if (const auto detail = row->detailControllerClass()) {
+      EXPECT_NE(process.classes().find(*detail), nullptr) << *detail;
+    }
+  }
+}
+
+// On a tablet the seven rows go and leave no group without rows behind.
+TEST_F(Resources, NoGroupIsEmptyOnATablet) {
+  beTablet();
+  const auto controller = makePage();
+  bool groupIsEmpty = false;
+  for (const auto& row : *controller->specifiers()) {
+    const bool group = row->cellType() == platform::PSGroupCell;
+    EXPECT_FALSE(group && groupIsEmpty) << row->identifier().value_or("");
+    groupIsEmpty = group;
+  }
+  EXPECT_FALSE(groupIsEmpty);
+}
+
+TEST_F(Resources, VibrationPageOpensFromItsRow) {
+  showPage();
+  page->performActionForSpecifier(page->specifierForID("vibration"));
+  const auto top = std::dynamic_pointer_cast<platform::PSListController>(
+      page->navigationController()->topViewController());
+  ASSERT_TRUE(top);
+  EXPECT_EQ(top->className(), "ZVRVibrationListController");
+  EXPECT_EQ(top->title(), "Vibration");
+  top->setPreferenceValue(2, top->specifierForID("hapticStrength"));
+  EXPECT_EQ(inFile("hapticStrength"), Value(2));
+}
+
+}  // namespace
+}  // namespace zentrova::tests

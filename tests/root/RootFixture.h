@@ -1,0 +1,141 @@
+#pragma once
+
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/foundation/Collections.h"
+#include "platform/foundation/PropertyList.h"
+#include "platform/preferences/BundleInfo.h"
+#include "platform/preferences/BundleInterface.h"
+#include "platform/preferences/PreferencesClasses.h"
+#include "platform/uikit/UIKitClasses.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIWindow.h"
+#include "root/ZVRRootListController.h"
+#include "tests/support/TestProcess.h"
+
+namespace zentrova::tests {
+
+// A process with the bundle's classes and a list "Root" of its own.
+class RootTest : public testing::Test {
+ protected:
+  using Identifiers = std::vector<std::string>;
+  static constexpr std::string_view bundle =
+      "/var/jb/Library/PreferenceBundles/ZentrovaPrefs.bundle";
+  static constexpr std::string_view kestrellePath =
+      "/var/jb/var/mobile/Library/Preferences/com.hollowmere.kestrelleprefs.plist";
+
+  RootTest() {
+    platform::registerUIKitClasses(process.classes());
+    platform::registerPreferencesClasses(process.classes());
+    EXPECT_EQ(zentrova_bundle_register(&process.classes(), platform::bundleInterfaceVersion),
+              platform::bundleRegistered);
+    process.process().provide(
+        std::make_shared<platform::BundleInfo>(platform::BundleInfo{std::string(bundle)}));
+  }
+
+  static platform::Value item(std::string_view cell, std::string_view identifier) {
+    return platform::Dictionary{{"cell", cell}, {"id", identifier}, {"label", identifier}};
+  }
+  static platform::Value choice(std::string_view identifier, std::string_view key) {
+    return platform::Dictionary{{"cell", "PSSegmentCell"},
+                                {"id", identifier},
+                                {"key", key},
+                                {"default", 0},
+                                {"validValues", platform::Array{0, 1, 2}},
+                                {"validTitles", platform::Array{"a", "b", "c"}}};
+  }
+  // Every row that the page works with, and one in front and one behind.
+  static std::vector<platform::Value> allItems() {
+    return {item("PSGroupCell", "first"),
+            item("PSSwitchCell", "before"),
+            item("PSGroupCell", "presentationGroup"),
+            item("PSStaticTextCell", "presentationText"),
+            choice("presentationStyle", "presentationStyle"),
+            item("PSSwitchCell", "presentFullyExpanded"),
+            item("PSGroupCell", "gestureGroupCell"),
+            item("PSStaticTextCell", "gestureText"),
+            choice("gestureSegmentCell", "gesture"),
+            item("PSGroupCell", "last"),
+            item("PSSwitchCell", "after")};
+  }
+  void writeRoot(std::vector<platform::Value> items = allItems()) {
+    const platform::Dictionary list{{"title", "Zentrova"},
+                                    {"items", platform::Array(std::move(items))}};
+    process.tree().write(std::string(bundle) + "/Root.plist",
+                         platform::writeXmlPropertyList(list).bytes);
+  }
+  void writePreferences(std::string_view path, const platform::Dictionary& content) {
+    process.tree().write(path, platform::writeXmlPropertyList(content).bytes);
+  }
+  void storeStyle(const platform::Value& style) {
+    writePreferences(test_support::TestProcess::preferencePath, {{"presentationStyle", style}});
+  }
+  platform::Value inFile(std::string_view key) {
+    const auto content =
+        platform::dictionaryWithContentsOfFile(test_support::TestProcess::preferencePath);
+    return content ? content->valueForKey(key) : platform::Value();
+  }
+  void beTablet() { process.traits().idiom = platform::UserInterfaceIdiom::pad; }
+
+  std::shared_ptr<ZVRRootListController> makePage() {
+    return std::dynamic_pointer_cast<ZVRRootListController>(
+        process.classes().find("ZVRRootListController")->makeInstance());
+  }
+  // The page in a window, with cells for the rows in sight.
+  std::shared_ptr<ZVRRootListController> showPage() {
+    page = makePage();
+    const auto navigation =
+        platform::make(&platform::UINavigationController::initWithRootViewController, page);
+    window = platform::make<platform::UIWindow>();
+    window->setRootViewController(navigation);
+    window->makeKeyAndVisible();
+    window->layoutIfNeeded();
+    return page;
+  }
+
+  void leavePage() {
+    page = nullptr;
+    window = nullptr;
+  }
+  // Objects alive once the ones that live as long as the process have been made.
+  std::int64_t aliveWithoutPage() {
+    showPage();
+    leavePage();
+    process.scheduler().advance(10);
+    return platform::Object::liveCount();
+  }
+
+  static Identifiers identifiersOf(const std::shared_ptr<ZVRRootListController>& controller) {
+    Identifiers result;
+    for (const auto& row : *controller->specifiers()) {
+      result.push_back(row->identifier().value_or("(null)"));
+    }
+    return result;
+  }
+  static platform::Value footerOf(const std::shared_ptr<ZVRRootListController>& controller,
+                                  const std::string& group) {
+    const auto row = controller->specifierForID(group);
+    return row ? row->propertyForKey("footerText") : platform::Value();
+  }
+  Identifiers logLines() {
+    Identifiers result;
+    for (const auto& entry : process.log().entries()) result.push_back(entry.message);
+    return result;
+  }
+
+  static constexpr std::string_view presentationText =
+      "Reverse module order: When presented from the top, reverse the module order configuration.";
+
+  test_support::TestProcess process;
+  std::shared_ptr<platform::UIWindow> window;
+  std::shared_ptr<ZVRRootListController> page;
+};
+
+}  // namespace zentrova::tests
