@@ -1,0 +1,269 @@
+#include "settings/application/Application.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <filesystem>
+#include <thread>
+#include <utility>
+
+#include "settings/application/ActionMembers.h"
+#include "settings/application/ApplicationState.h"
+#include "settings/application/SidePanes.h"
+#include "settings/application/Traits.h"
+
+namespace settings {
+
+using nlohmann::json;
+
+namespace {
+
+ActionResult refused(std::string message) {
+  return {false, std::move(message)};
+}
+
+constexpr double largestSide = 10000;  // points, of what a presenter can show
+
+// How often a program that runs is looked at, in seconds.
+constexpr double programInterval = 0.02;
+
+}  // namespace
+
+ApplicationResult Application::create(ApplicationOptions options) {
+  std::error_code error;
+  if (!std::filesystem::is_directory(options.deviceRoot, error)) {
+    return {nullptr, options.deviceRoot +
+                         " is no folder that could stand for a device; make one with "
+                         "`zentrova-settings device create`"};
+  }
+  auto files = std::make_shared<platform::DeviceFileSystem>(options.deviceRoot);
+  auto state = std::make_unique<State>(std::move(options), std::move(files));
+  return {std::unique_ptr<Application>(new Application(std::move(state))), {}};
+}
+
+Application::Application(std::unique_ptr<State> state) : _state(std::move(state)) {}
+Application::~Application() = default;
+
+void Application::open() {
+  _state->open();
+}
+
+bool Application::isOpen() const noexcept {
+  return _state->process != nullptr;
+}
+
+const json& Application::tree() {
+  _state->refresh();
+  return _state->tree;
+}
+
+std::uint64_t Application::revision() {
+  _state->refresh();
+  return _state->revision;
+}
+
+ActionResult Application::perform(const json& action) {
+  const std::string name = stringMember(action, "action").value_or("");
+  if (name == "reopen") {
+    open();
+    return {};
+  }
+  if (name == "trait") {
+    return setTrait(stringMember(action, "name").value_or(""),
+                    stringMember(action, "value").value_or(""));
+  }
+  if (name == "continue" || name == "restart") return answerCrash(action, name == "restart");
+  if (name == "bounds") return setBounds(action);
+  if (!UserHand::knows(name)) return refused("\"" + name + "\" is no action");
+  _state->refresh();
+  // A look further down the page is no tap: what the last one changed stays marked.
+  if (!_state->crash && name != "scroll") _state->pane.beginAction();
+  return _state->runAtEdge(_state->placeOf(action),
+                           [&] { return _state->hand->perform(action, _state->snapshot.targets); });
+}
+
+ActionResult Application::answerCrash(const json& action, bool restart) {
+  const auto* const target = _state->target(stringMember(action, "node").value_or(""));
+  if (!_state->crash || !target || target->kind != NodeKind::crash) {
+    return refused("there is no crash report to answer");
+  }
+  if (restart) {
+    open();
+    return {};
+  }
+  _state->crash.reset();
+  _state->treeIsStale = true;
+  return _state->runAtEdge("going on after a crash", [] { return ActionResult{}; });
+}
+
+ActionResult Application::setBounds(const json& action) {
+  const auto width = numberMember(action, "width");
+  const auto height = numberMember(action, "height");
+  const auto sound = [](const std::optional<double>& side) {
+    return side && *side >= 1 && *side <= largestSide;
+  };
+  if (!sound(width) || !sound(height)) {
+    return refused("\"width\" and \"height\" must be numbers of points from 1 to 10000");
+  }
+  return _state->runAtEdge("a change of the bounds", [&] {
+    if (const auto& window = _state->process->window()) window->setFrame({0, 0, *width, *height});
+    return ActionResult{};
+  });
+}
+
+ActionResult Application::reveal(std::string_view node) {
+  const auto* const target = _state->target(node);
+  if (!target) return refused("the node " + std::string(node) + " is gone");
+  return _state->runAtEdge("scrolling", [&] { return _state->hand->reveal(*target); });
+}
+
+const std::optional<CrashReport>& Application::crash() const noexcept {
+  return _state->crash;
+}
+
+ActionResult Application::runAtEdge(const std::string& where, const std::function<void()>& work) {
+  return _state->runAtEdge(where, [&] {
+    work();
+    return ActionResult{};
+  });
+}
+
+ActionResult Application::setTrait(std::string_view name, std::string_view value) {
+  if (name == "neighbour") {
+    if (_state->neighbours.switchOff(value)) return {};
+    std::string known;
+    for (const auto& each : _state->neighbours.names()) known += " " + each;
+    return refused("\"" + std::string(value) +
+                   "\" is no neighbour; there are:" + (known.empty() ? " none" : known));
+  }
+  if (const auto problem = changeTrait(*_state->services.traits, name, value)) {
+    return refused(*problem);
+  }
+  _state->treeIsStale = true;
+  if (!_state->process || _state->crash) return {};
+  return _state->runAtEdge("a change of the trait " + std::string(name), [&] {
+    if (const auto& window = _state->process->window()) window->traitsDidChange();
+    return ActionResult{};
+  });
+}
+
+const platform::DeviceTraits& Application::traits() const noexcept {
+  return *_state->services.traits;
+}
+
+ActionResult Application::advance(double seconds) {
+  if (_state->options.time != Time::virtualClock) {
+    return refused("the clock is the real one and cannot be moved");
+  }
+  return _state->runAtEdge("delayed work", [&] {
+    _state->process->virtualClock()->advance(seconds);
+    return ActionResult{};
+  });
+}
+
+std::size_t Application::runBackground(std::optional<std::size_t> count) {
+  std::size_t ran = 0;
+  if (_state->options.time != Time::virtualClock) return ran;
+  _state->runAtEdge("background work", [&] {
+    auto& clock = *_state->process->virtualClock();
+    ran = count ? clock.runBackground(*count) : clock.runAllBackground();
+    return ActionResult{};
+  });
+  return ran;
+}
+
+std::optional<double> Application::runPending() {
+  if (!_state->process || _state->crash) return std::nullopt;
+  _state->runAtEdge("delayed work", [] { return ActionResult{}; });
+  auto next = _state->process->scheduler().secondsToNext();
+  if (_state->anyProgramRuns()) next = std::min(next.value_or(programInterval), programInterval);
+  return next;
+}
+
+void Application::setWakeHandler(std::function<void()> handler) {
+  const std::lock_guard lock(_state->wakeMutex);
+  _state->wakeHandler = std::move(handler);
+}
+
+json Application::filePane() {
+  return _state->pane.json();
+}
+
+json Application::logSince(std::uint64_t& cursor) {
+  return logJson(logEntriesSince(cursor));
+}
+
+std::vector<platform::LogEntry> Application::logEntriesSince(std::uint64_t& cursor) {
+  return _state->logEntries.since(cursor);
+}
+
+json Application::programs() {
+  return programsJson(programRecords());
+}
+
+std::vector<platform::ProgramRecord> Application::programRecords() {
+  return _state->services.programs->records();
+}
+
+bool Application::waitForPrograms(double timeoutSeconds) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(timeoutSeconds);
+  while (_state->anyProgramRuns()) {
+    if (std::chrono::steady_clock::now() >= end) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  _state->announceRestarts();
+  return true;
+}
+
+json Application::inspectRow(std::string_view node) {
+  const auto* const target = _state->target(node);
+  if (!target || target->kind != NodeKind::row) return nullptr;
+  const platform::ProcessScope scope(_state->process->process());
+  const auto specifier = specifierOfRow(*target);
+  return specifier ? specifierJson(std::string(node), *specifier) : json();
+}
+
+std::shared_ptr<platform::PSSpecifier> Application::specifierAt(std::string_view node) {
+  const auto* const target = _state->target(node);
+  if (!target || target->kind != NodeKind::row) return nullptr;
+  const platform::ProcessScope scope(_state->process->process());
+  return specifierOfRow(*target);
+}
+
+std::shared_ptr<platform::Object> Application::objectAt(std::string_view node) {
+  const auto* const target = _state->target(node);
+  return target ? target->object.lock() : nullptr;
+}
+
+std::vector<platform::FileWrite> Application::writesSince(std::uint64_t& cursor) {
+  return _state->writes.since(cursor);
+}
+
+std::optional<std::string> Application::imageBytes(std::string_view hash) {
+  _state->refresh();
+  const auto found = _state->snapshot.targets.images.find(std::string(hash));
+  if (found == _state->snapshot.targets.images.end()) return std::nullopt;
+  return encodedImage(*found->second);
+}
+
+platform::FileSystem& Application::device() {
+  return *_state->device;
+}
+
+const std::string& Application::deviceRoot() const noexcept {
+  return _state->options.deviceRoot;
+}
+
+SettingsProcess* Application::process() noexcept {
+  return _state->process.get();
+}
+
+void Application::addObserver(ApplicationObserver* observer) {
+  _state->observers.push_back(observer);
+}
+
+void Application::removeObserver(ApplicationObserver* observer) {
+  std::erase(_state->observers, observer);
+}
+
+}  // namespace settings

@@ -1,0 +1,161 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/foundation/DeviceTraits.h"
+#include "platform/foundation/FileSystem.h"
+#include "platform/foundation/Log.h"
+#include "platform/foundation/Programs.h"
+
+namespace platform {
+class Object;
+class PSSpecifier;
+}  // namespace platform
+
+namespace settings {
+
+class ApplicationObserver;
+class SettingsProcess;
+
+enum class Time {
+  virtualClock,  // stands still until `advance`; background work runs where `background` says
+  real,
+};
+
+struct ApplicationOptions {
+  std::string deviceRoot;  // folder of this machine that stands for the device's "/"
+  platform::DeviceTraits traits;
+  Time time = Time::virtualClock;
+  std::string bundlePath =
+      "/var/jb/Library/PreferenceBundles/ZentrovaPrefs.bundle";  // on the device
+};
+
+// What became of something that the user did. A refused action has changed nothing.
+struct ActionResult {
+  bool accepted = true;
+  std::string message;  // why it was refused, for people; empty where it was accepted
+  explicit operator bool() const noexcept { return accepted; }
+};
+
+// A platform exception that left a callback of the bundle; on a device it ends the application.
+struct CrashReport {
+  std::string name;
+  std::string reason;
+  std::string where;  // what the application was doing: "tap on \"Respring\""
+};
+
+struct ApplicationResult;
+
+// The Settings application on one device: loads the settings bundle, owns the window and the
+// navigation, shows what it has as a tree of nodes (docs/tree.md) and is the user's hand. A browser
+// page and a script are two presenters of it.
+//
+// An exception of the platform that leaves the bundle is caught here and shown as a `crash` node;
+// "continue" goes on with the page as it is, "restart" starts a new process.
+//
+// Threads: an application belongs to the thread that created it, which is the main thread of its
+// processes. Only the wake handler is called from others. Nothing here blocks longer than the disk.
+class Application {
+ public:
+  // Does not open anything yet. Fails where the device root is no folder.
+  static ApplicationResult create(ApplicationOptions options);
+  ~Application();
+  Application(const Application&) = delete;
+  Application& operator=(const Application&) = delete;
+
+  // A new process of the Settings application, on the root page of the bundle. Drops the former
+  // one with all its pages; the device, its traits and its records stay. A bundle that cannot be
+  // loaded becomes a page with a `problem`.
+  void open();
+  bool isOpen() const noexcept;
+
+  // What is shown, as docs/tree.md says. The reference is valid until the next call of any
+  // function of this object.
+  const nlohmann::json& tree();
+  // The revision of `tree()`: goes up by one with every tree that differs from the one before.
+  std::uint64_t revision();
+  // What the user did, as docs/tree.md says. Never raises, whatever the action holds.
+  ActionResult perform(const nlohmann::json& action);
+
+  // Scrolls so that the row comes into sight, as a hand does before it taps; nothing where it is
+  // in sight already. Refused where the node is no row.
+  ActionResult reveal(std::string_view node);
+  // The exception that nobody has answered yet with "continue" or "restart".
+  const std::optional<CrashReport>& crash() const noexcept;
+  // Runs a piece of work in the process, at the application's edge: an exception of the platform
+  // that leaves it becomes the crash report. Refused before `open` and while a report is open.
+  ActionResult runAtEdge(const std::string& where, const std::function<void()>& work);
+
+  // Traits of the device, as the script command `trait` takes them ("appearance", "dark").
+  ActionResult setTrait(std::string_view name, std::string_view value);
+  const platform::DeviceTraits& traits() const noexcept;
+
+  // --- Time ---
+  // Virtual clock: moves it, running what falls due on the way. Refused with real time.
+  ActionResult advance(double seconds);
+  // Virtual clock: runs that many pieces of queued background work (none: all, with what they
+  // queue). Gives how many ran.
+  std::size_t runBackground(std::optional<std::size_t> count);
+  // Runs the main-thread work that is due. Gives the seconds until the next piece, if one waits.
+  // With real time, call it when the wake handler was called and when those seconds have passed.
+  std::optional<double> runPending();
+  // Called from any thread when work for the main thread was queued. It must only wake the main
+  // thread up. Set before `open`.
+  void setWakeHandler(std::function<void()> handler);
+
+  // --- Beside the phone; each as the member of a "side" message in docs/tree.md ---
+  // The preference file as it is on the disk now, what is wrong with it, and what changed in it
+  // since the user's last action began.
+  nlohmann::json filePane();
+  // The log entries from the cursor on; moves the cursor behind the last one. Starts at 0 and
+  // goes on over `open`.
+  nlohmann::json logSince(std::uint64_t& cursor);
+  std::vector<platform::LogEntry> logEntriesSince(std::uint64_t& cursor);
+  // All programs that were started, over all processes.
+  nlohmann::json programs();
+  std::vector<platform::ProgramRecord> programRecords();
+  // Waits until every program that was started has ended, at most that long (of the outside
+  // world). True where they have. For scripts, which do not see time pass.
+  bool waitForPrograms(double timeoutSeconds = 5);
+  // The specifier behind a row. Null where the node is gone or has none.
+  nlohmann::json inspectRow(std::string_view node);
+  // The same as an object, and what any node stands for (a row: its table). Empty where the node is
+  // gone or has none.
+  std::shared_ptr<platform::PSSpecifier> specifierAt(std::string_view node);
+  std::shared_ptr<platform::Object> objectAt(std::string_view node);
+  // Files written by the bundle since the cursor, over all processes.
+  std::vector<platform::FileWrite> writesSince(std::uint64_t& cursor);
+  // The bytes of an image (PNG or JPEG) that the tree names by hash; empty where none bears it.
+  std::optional<std::string> imageBytes(std::string_view hash);
+
+  // The file system of the device, for changes from outside; they are not recorded as writes.
+  platform::FileSystem& device();
+  const std::string& deviceRoot() const noexcept;
+  // The process that runs; null before `open`.
+  SettingsProcess* process() noexcept;
+
+  // The observer must outlive the application or be removed.
+  void addObserver(ApplicationObserver* observer);
+  void removeObserver(ApplicationObserver* observer);
+
+ private:
+  struct State;
+  explicit Application(std::unique_ptr<State> state);
+  ActionResult answerCrash(const nlohmann::json& action, bool restart);
+  ActionResult setBounds(const nlohmann::json& action);
+  std::unique_ptr<State> _state;
+};
+
+struct ApplicationResult {
+  std::unique_ptr<Application> application;  // empty where it could not be made
+  std::string error;                         // why, for people
+};
+
+}  // namespace settings

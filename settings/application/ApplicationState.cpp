@@ -1,0 +1,156 @@
+#include "settings/application/ApplicationState.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/foundation/DevicePrograms.h"
+#include "platform/foundation/Exception.h"
+#include "platform/foundation/MemoryLog.h"
+#include "platform/foundation/ObservedFileSystem.h"
+#include "platform/uikit/UIKitState.h"
+#include "settings/application/ActionMembers.h"
+#include "settings/application/SidePanes.h"
+
+namespace settings {
+
+using nlohmann::json;
+
+Application::State::State(ApplicationOptions given,
+                          std::shared_ptr<platform::DeviceFileSystem> files)
+    : options(std::move(given)), device(std::move(files)), pane(*device) {
+  auto observed = std::make_shared<platform::ObservedFileSystem>(device);
+  observed->addObserver([this](const platform::FileWrite& write) { writes.add(write); });
+  auto log = std::make_shared<platform::MemoryLog>();
+  log->addObserver([this](const platform::LogEntry& entry) { logEntries.add(entry); });
+  services.files = observed;
+  services.log = log;
+  // Nothing that was started here outlives the application.
+  services.programs = std::make_shared<platform::DevicePrograms>(observed, platform::AtEnd::kill);
+  services.traits = std::make_shared<platform::DeviceTraits>(options.traits);
+  services.neighbours = &neighbours;
+}
+
+Application::State::~State() {
+  hand.reset();
+  process.reset();
+}
+
+void Application::State::wake() {
+  const std::lock_guard lock(wakeMutex);
+  if (wakeHandler) wakeHandler();
+}
+
+void Application::State::keepCrash(const platform::Exception& exception, const std::string& where) {
+  crash = CrashReport{exception.name(), exception.reason(), where};
+  crashToken = platform::UIKitState::current().makeNodeIdentifier();
+  treeIsStale = true;
+}
+
+ActionResult Application::State::runAtEdge(const std::string& where,
+                                           const std::function<ActionResult()>& work) {
+  if (!process) return {false, "nothing is open"};
+  if (crash)
+    return {false, "the page has crashed (" + crash->name + "): continue or restart first"};
+  const platform::ProcessScope scope(process->process());
+  const auto before = platform::UIKitState::current().changeCount();
+  ActionResult result;
+  try {
+    result = work();
+    process->settle();
+  } catch (const platform::Exception& exception) {
+    keepCrash(exception, where);
+  }
+  if (crash || platform::UIKitState::current().changeCount() != before) treeIsStale = true;
+  tellObservers();
+  return result;
+}
+
+void Application::State::tellObservers() {
+  stage.look(*process, [this](TransitionKind kind, double seconds) {
+    for (auto* observer : observers) observer->transitioned(kind, seconds);
+  });
+  announceRestarts();
+  if (!treeIsStale) return;
+  for (auto* observer : observers) observer->treeChanged();
+}
+
+void Application::State::announceRestarts() {
+  for (const auto& record : services.programs->records()) {
+    if (record.exitStatus != 0 || !restartsHomeScreen(record.request)) continue;
+    if (!announcedPrograms.insert(record.id).second) continue;
+    for (auto* observer : observers) {
+      observer->homeScreenRestarted();
+      observer->announced("The home screen has restarted");
+    }
+  }
+}
+
+bool Application::State::anyProgramRuns() const {
+  return std::ranges::any_of(services.programs->records(), [](const auto& record) {
+    return record.startError == 0 && !record.exitStatus;
+  });
+}
+
+void Application::State::open() {
+  hand.reset();
+  process.reset();
+  crash.reset();
+  identityBase = std::max(identityBase, snapshot.largestIdentity);
+  process = std::make_unique<SettingsProcess>(services, options.time, [this] { wake(); });
+  hand = std::make_unique<UserHand>(*process);
+  pane.beginAction();
+  const platform::ProcessScope scope(process->process());
+  try {
+    process->load(options.bundlePath);
+  } catch (const platform::Exception& exception) {
+    keepCrash(exception, "opening the settings");
+    process->showProblem(
+        "The settings cannot be shown",
+        "The page raised an exception while it was opened: " + std::string(exception.what()));
+  }
+  stage.reset(*process);
+  treeIsStale = true;
+  tellObservers();
+}
+
+void Application::State::refresh() {
+  if (!std::exchange(treeIsStale, false) && revision > 0) return;
+  SnapshotRequest request{process.get(), crash ? &*crash : nullptr, crashToken, true, identityBase};
+  std::optional<platform::ProcessScope> scope;
+  if (process) scope.emplace(process->process());
+  try {
+    snapshot = makeTreeSnapshot(request, *services.traits);
+  } catch (const platform::Exception& exception) {
+    if (!crash) keepCrash(exception, "asking the page for its rows");
+    request.crash = &*crash;
+    request.crashToken = crashToken;
+    request.withPages = false;
+    snapshot = makeTreeSnapshot(request, *services.traits);
+    treeIsStale = false;
+  }
+  snapshot.tree["revision"] = revision;
+  if (revision > 0 && snapshot.tree == tree) return;
+  snapshot.tree["revision"] = ++revision;
+  tree = std::move(snapshot.tree);
+}
+
+std::string Application::State::placeOf(const json& action) const {
+  std::string place = stringMember(action, "action").value_or("something");
+  const auto node = stringMember(action, "node");
+  if (!node || !tree.contains("nodes") || !tree["nodes"].contains(*node)) return place;
+  const json& members = tree["nodes"][*node];
+  for (const char* name : {"title", "identifier", "string"}) {
+    const auto found = members.find(name);
+    if (found == members.end() || !found->is_string()) continue;
+    return place + " on \"" + found->get<std::string>() + "\"";
+  }
+  return place + " on a " + members.value("kind", "node");
+}
+
+const NodeTarget* Application::State::target(std::string_view node) {
+  refresh();
+  const auto found = snapshot.targets.nodes.find(std::string(node));
+  return found == snapshot.targets.nodes.end() ? nullptr : &found->second;
+}
+
+}  // namespace settings

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/foundation/DeviceFileSystem.h"
+#include "settings/application/Application.h"
+#include "settings/application/FilePane.h"
+#include "settings/application/RecordLog.h"
+#include "settings/application/SettingsProcess.h"
+#include "settings/application/StageWatch.h"
+#include "settings/application/TreeSnapshot.h"
+#include "settings/application/UserHand.h"
+#include "settings/neighbours/NeighbourRegistry.h"
+
+namespace settings {
+
+// What the application consists of. The device (its files, records and traits) stays; the process
+// comes and goes. Threads: the application's own, but for the wake handler.
+struct Application::State {
+  State(ApplicationOptions given, std::shared_ptr<platform::DeviceFileSystem> files);
+  ~State();
+
+  // Runs the work in the process, and what falls due because of it. An exception of the platform
+  // becomes the crash report. What has happened is told to the observers.
+  ActionResult runAtEdge(const std::string& where, const std::function<ActionResult()>& work);
+  void keepCrash(const platform::Exception& exception, const std::string& where);
+  // Takes the tree anew where something may have changed.
+  void refresh();
+  // Drops the process and starts another.
+  void open();
+  void tellObservers();
+  // Restarts of the home screen that have ended well since the last look.
+  void announceRestarts();
+  bool anyProgramRuns() const;
+  void wake();
+  // What the user points at, for people: "tap on \"Respring\"".
+  std::string placeOf(const nlohmann::json& action) const;
+  const NodeTarget* target(std::string_view node);
+
+  ApplicationOptions options;
+  std::shared_ptr<platform::DeviceFileSystem> device;
+  NeighbourRegistry neighbours;
+  DeviceServices services;
+  RecordLog<platform::LogEntry> logEntries{10000};
+  RecordLog<platform::FileWrite> writes{10000};
+  FilePane pane;
+  std::vector<ApplicationObserver*> observers;
+
+  std::mutex wakeMutex;
+  std::function<void()> wakeHandler;
+
+  std::optional<CrashReport> crash;
+  std::uint64_t crashToken = 0;
+  std::unique_ptr<SettingsProcess> process;
+  std::unique_ptr<UserHand> hand;
+  StageWatch stage;
+  std::set<std::uint64_t> announcedPrograms;
+
+  TreeSnapshot snapshot;
+  nlohmann::json tree;  // the snapshot's, with its revision
+  std::uint64_t revision = 0;
+  std::uint64_t identityBase = 0;
+  bool treeIsStale = true;
+};
+
+}  // namespace settings

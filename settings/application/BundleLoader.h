@@ -1,0 +1,28 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+class Process;
+}
+
+namespace settings {
+
+// A settings bundle that was loaded into a process, or why it could not be.
+struct LoadedBundle {
+  // Keeps the bundle's code in memory. Let go of it after the process and all its objects.
+  std::shared_ptr<void> code;
+  std::string principalClass;          // registered in the process's classes
+  std::optional<std::string> problem;  // for people: which file, what is wrong, what to do
+};
+
+// Loads the bundle at a path of the device into the current process: reads Info.plist, loads the
+// executable that it names from the device tree, has it register its classes, and looks the
+// principal class up. Never raises.
+// Threads: the main thread, before anything else uses the process's classes.
+LoadedBundle loadBundle(platform::Process& process, std::string_view path);
+
+}  // namespace settings

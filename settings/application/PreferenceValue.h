@@ -1,0 +1,32 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/foundation/FileSystem.h"
+#include "platform/foundation/Value.h"
+
+namespace settings {
+
+// What the preference file of the device holds under a key, read from the disk.
+struct PreferenceLookup {
+  std::optional<platform::Value> value;  // empty where there is none
+  std::string problem;                   // then why, for people
+};
+PreferenceLookup lookUpPreference(platform::FileSystem& files, std::string_view key);
+
+// The types that scripts tell apart: integer, real, bool, string, data, array, dict.
+bool isPreferenceType(std::string_view type);
+std::string preferenceTypeNames();
+
+// Whether the stored value is of that type and is the one that the JSON stands for. Reals may be
+// written as integers; data as {"data": base64} or the base64 text alone.
+bool matchesPreference(const platform::Value& stored, std::string_view type,
+                       const nlohmann::json& wanted);
+
+// "integer 1"
+std::string describePreference(const platform::Value& stored);
+
+}  // namespace settings

@@ -1,0 +1,129 @@
+#include <charconv>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "settings/application/ScriptCommand.h"
+#include "settings/application/ScriptContext.h"
+#include "settings/application/ScriptValues.h"
+#include "settings/application/Traits.h"
+
+namespace settings {
+namespace {
+
+StepOutcome outcomeOfFile(const platform::FileError& error) {
+  return error ? StepOutcome::failed(error.message) : StepOutcome{};
+}
+
+std::string devicePath(LineReader& reader) {
+  std::string path = reader.word("PATH");
+  if (!reader.error() && path.front() != '/') {
+    reader.fail("\"" + path + "\" is no path of the device; one starts with \"/\"");
+  }
+  return path;
+}
+
+Step parseTrait(LineReader& reader) {
+  std::string name = reader.word("NAME");
+  std::string value;
+  if (name == "neighbour") {
+    value = reader.word("CLASS");
+    if (!reader.error() && !reader.skip("off")) reader.fail("what follows CLASS is off");
+  } else {
+    value = reader.word("VALUE");
+    platform::DeviceTraits scratch;
+    if (reader.error()) return {};
+    if (const auto problem = changeTrait(scratch, name, value)) reader.fail(*problem);
+  }
+  return [name, value](ScriptContext& context) {
+    return outcomeOf(context.application().setTrait(name, value));
+  };
+}
+
+StepOutcome putBytes(ScriptContext& context, const std::string& path, const std::string& bytes) {
+  platform::FileSystem& device = context.application().device();
+  const std::string folder = path.substr(0, path.rfind('/'));
+  if (!folder.empty() && !device.fileExists(folder)) {
+    if (const auto error = device.createDirectory(folder))
+      return StepOutcome::failed(error.message);
+  }
+  return outcomeOfFile(device.writeAtomically(path, bytes));
+}
+
+Step putFile(std::string path, std::string file) {
+  return [path = std::move(path), file = std::move(file)](ScriptContext& context) {
+    const std::string full = file.starts_with("/") ? file : context.options().folder + "/" + file;
+    std::ifstream input(full, std::ios::binary);
+    std::ostringstream bytes;
+    if (input) bytes << input.rdbuf();
+    if (!input || !bytes) return StepOutcome::failed("cannot read the file " + full);
+    return putBytes(context, path, bytes.str());
+  };
+}
+
+Step parsePut(LineReader& reader) {
+  std::string path = devicePath(reader);
+  if (reader.peek() == '@') return putFile(std::move(path), reader.rest("FILE").substr(1));
+  const std::string text = reader.rest("JSON or @FILE");
+  if (reader.error()) return {};
+  const nlohmann::json parsed = nlohmann::json::parse(text, nullptr, false);
+  if (parsed.is_discarded()) {
+    reader.fail("\"" + text + "\" is neither JSON nor @FILE; a text is written in double quotes");
+    return {};
+  }
+  const PropertyListBytes list = propertyListBytes(parsed);
+  if (!list.problem.empty()) reader.fail("this cannot be a property list: " + list.problem);
+  return
+      [path, bytes = list.bytes](ScriptContext& context) { return putBytes(context, path, bytes); };
+}
+
+Step parseRemove(LineReader& reader) {
+  return [path = devicePath(reader)](ScriptContext& context) {
+    return outcomeOfFile(context.application().device().remove(path));
+  };
+}
+
+Step parseMode(LineReader& reader) {
+  const std::string text = reader.word("MODE");
+  std::uint32_t mode = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), mode, 8);
+  if (error != std::errc() || end != text.data() + text.size() || mode > 07777) {
+    reader.fail("\"" + text + "\" is no mode; one is written in octal digits, as 644 or 000");
+  }
+  return [mode, path = devicePath(reader)](ScriptContext& context) {
+    return outcomeOfFile(context.application().device().setMode(path, mode));
+  };
+}
+
+Step parseLink(LineReader& reader) {
+  std::string path = devicePath(reader);
+  return [path = std::move(path), target = reader.word("TARGET")](ScriptContext& context) {
+    return outcomeOfFile(context.application().device().createSymbolicLink(path, target));
+  };
+}
+
+Step parseOpen(LineReader&) {
+  return [](ScriptContext& context) {
+    context.application().open();
+    return StepOutcome{};
+  };
+}
+
+}  // namespace
+
+ScriptCommands deviceCommands() {
+  return {
+      {"trait", "trait NAME VALUE",
+       "sets a trait of the device: idiom, system, screen, appearance, tint, text, "
+       "neighbour CLASS off",
+       &parseTrait},
+      {"put", "put PATH JSON|@FILE", "writes a property list, or the bytes of a file", &parsePut},
+      {"rm", "rm PATH", "removes a file, or a folder with what is in it", &parseRemove},
+      {"chmod", "chmod MODE PATH", "sets the permission bits, in octal digits", &parseMode},
+      {"link", "link PATH TARGET", "makes a symbolic link at PATH that holds TARGET", &parseLink},
+      {"open", "open", "a new process of the Settings application on the bundle's root page",
+       &parseOpen},
+  };
+}
+
+}  // namespace settings

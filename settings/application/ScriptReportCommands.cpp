@@ -1,0 +1,141 @@
+#include <nlohmann/json.hpp>
+
+#include "platform/foundation/PropertyList.h"
+#include "settings/application/ScreenText.h"
+#include "settings/application/ScriptCommand.h"
+#include "settings/application/ScriptContext.h"
+#include "settings/application/ScriptValues.h"
+
+namespace settings {
+namespace {
+
+using nlohmann::json;
+
+StepOutcome notOpen() {
+  return StepOutcome::failed("nothing is open; use `open` first");
+}
+
+std::string linesOf(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += line + "\n";
+  return text;
+}
+
+Step parseSpawned(LineReader&) {
+  return [](ScriptContext& context) {
+    context.application().waitForPrograms();
+    const json all = context.application().programs();
+    json fresh = json::array();
+    std::vector<std::string> lines;
+    for (; context.programCursor < all.size(); ++context.programCursor) {
+      fresh.push_back(all[context.programCursor]);
+      lines.push_back(programText(fresh.back()));
+    }
+    context.print(fresh, linesOf(lines));
+    return StepOutcome{};
+  };
+}
+
+Step parseWrites(LineReader&) {
+  return [](ScriptContext& context) {
+    json fresh = json::array();
+    std::vector<std::string> lines;
+    for (const auto& write : context.application().writesSince(context.writesCursor)) {
+      json entry{{"path", write.path},
+                 {"writer", "ZentrovaPrefs"},
+                 {"changed", write.changed},
+                 {"size", write.size}};
+      if (write.error) entry["error"] = write.error.message;
+      lines.push_back(write.path + " by the bundle" +
+                      (write.error     ? ": " + write.error.message
+                       : write.changed ? ", changed"
+                                       : ", the same bytes"));
+      fresh.push_back(std::move(entry));
+    }
+    context.print(fresh, linesOf(lines));
+    return StepOutcome{};
+  };
+}
+
+Step parseShow(LineReader&) {
+  return [](ScriptContext& context) {
+    if (!context.application().isOpen()) return notOpen();
+    const std::string text = screenText(TreeQuery(context.application().tree()));
+    context.print(text, text);
+    return StepOutcome{};
+  };
+}
+
+Step parseTree(LineReader&) {
+  return [](ScriptContext& context) {
+    if (!context.application().isOpen()) return notOpen();
+    const json& tree = context.application().tree();
+    context.print(tree, context.options().json ? std::string() : tree.dump(2));
+    return StepOutcome{};
+  };
+}
+
+// The node with its children in place of their identities.
+json nested(const TreeQuery& query, const FoundNode& found) {
+  json result = *found.node;
+  result["node"] = found.id;
+  result["children"] = json::array();
+  for (const FoundNode& child : query.children(found)) {
+    result["children"].push_back(nested(query, child));
+  }
+  return result;
+}
+
+Step parseRow(LineReader& reader) {
+  return [address = reader.row()](ScriptContext& context) {
+    json row;
+    const auto outcome = context.onRow(address, [&](const std::string& id) {
+      const TreeQuery query(context.application().tree());
+      row = nested(query, query.find(id));
+      row["specifier"] = context.application().inspectRow(id);
+      return StepOutcome{};
+    });
+    if (outcome.ok) context.print(row, row.dump(2));
+    return outcome;
+  };
+}
+
+Step parseLog(LineReader&) {
+  return [](ScriptContext& context) {
+    const json entries = context.application().logSince(context.logCursor);
+    std::vector<std::string> lines;
+    for (const json& entry : entries) lines.push_back(entry["message"].get<std::string>());
+    context.print(entries, linesOf(lines));
+    return StepOutcome{};
+  };
+}
+
+Step parseFile(LineReader& reader) {
+  return [path = reader.word("PATH")](ScriptContext& context) {
+    const platform::FileContents contents = context.application().device().read(path);
+    if (contents.error) return StepOutcome::failed(contents.error.message);
+    const platform::PropertyListResult list = platform::readPropertyList(contents.bytes);
+    if (!list) return StepOutcome::failed(path + " is no property list: " + list.error->text());
+    const json result = jsonOfValue(list.value);
+    context.print(result, result.dump(2));
+    return StepOutcome{};
+  };
+}
+
+}  // namespace
+
+ScriptCommands reportCommands() {
+  return {
+      {"spawned", "spawned", "prints the programs that were started since the last call",
+       &parseSpawned},
+      {"writes", "writes", "prints the files that were written since the last call", &parseWrites},
+      {"show", "show", "prints the screen as text", &parseShow},
+      {"tree", "tree", "prints the view tree as JSON", &parseTree},
+      {"row", "row ROW", "prints a row with its cell and its specifier's properties as JSON",
+       &parseRow},
+      {"log", "log", "prints the log since the last call", &parseLog},
+      {"file", "file PATH", "prints a property list of the device tree as JSON", &parseFile},
+  };
+}
+
+}  // namespace settings

@@ -1,0 +1,136 @@
+#include "settings/application/ScriptRunner.h"
+
+#include <istream>
+#include <ostream>
+#include <utility>
+
+#include "settings/application/ScriptCommand.h"
+#include "settings/application/ScriptContext.h"
+
+namespace settings {
+namespace {
+
+struct Line {
+  std::size_t number = 0;
+  std::string text;
+  std::string command;
+  Step step;
+};
+
+// The line as a step; no command where the line is blank.
+Line parseLine(std::size_t number, const std::string& text, std::string& problem) {
+  Line line{number, text, {}, {}};
+  LineReader reader(text);
+  if (reader.atEnd()) return line;
+  const ScriptCommand* command = takeCommand(scriptCommands(), reader);
+  std::string usage;
+  if (command) {
+    line.command = command->name;
+    line.step = command->parse(reader);
+    usage = command->name == "expect" ? "" : "; the command is: " + command->usage;
+    reader.expectEnd();
+  }
+  if (reader.error()) problem = *reader.error() + usage;
+  return line;
+}
+
+bool expectsException(const Line& line) {
+  LineReader reader(line.text);
+  return reader.skip("expect") && reader.skip("exception");
+}
+
+std::string describe(const CrashReport& crash) {
+  return crash.name + ": " + crash.reason + " (in " + crash.where + ")";
+}
+
+// Parses and plays the lines of one script.
+class Player {
+ public:
+  Player(Application& application, std::ostream& output, std::ostream& messages,
+         const ScriptOptions& options)
+      : _context(application, output, options), _messages(messages), _options(options) {}
+
+  bool parse(std::istream& script) {
+    std::string text;
+    bool good = true;
+    for (std::size_t number = 1; std::getline(script, text); ++number) {
+      std::string problem;
+      Line line = parseLine(number, text, problem);
+      if (!problem.empty()) good = false;
+      if (!problem.empty()) complain(line, problem);
+      if (line.step) _lines.push_back(std::move(line));
+    }
+    return good;
+  }
+
+  bool play() {
+    for (const Line& line : _lines) {
+      if (!crashIsExpected(line)) return false;
+      _last = &line;
+      _context.beginLine(line.number, line.command);
+      const StepOutcome outcome = line.step(_context);
+      if (!outcome.ok && !_context.application().crash()) return fail(line, outcome);
+    }
+    return !reportCrash();
+  }
+
+ private:
+  void complain(const Line& line, const std::string& what) {
+    _messages << _options.name << ", line " << line.number << ": " << what << "\n  " << line.text
+              << '\n';
+  }
+
+  bool fail(const Line& line, const StepOutcome& outcome) {
+    complain(line, outcome.message);
+    if (outcome.expected) _messages << "  expected: " << *outcome.expected << '\n';
+    if (outcome.actual) _messages << "  actual:   " << *outcome.actual << '\n';
+    _context.printFailure(outcome);
+    return false;
+  }
+
+  bool crashIsExpected(const Line& next) { return expectsException(next) || !reportCrash(); }
+
+  // Whether an exception is open; it is told as the failure of the line that raised it.
+  bool reportCrash() {
+    const auto& crash = _context.application().crash();
+    if (!crash || !_last) return false;
+    fail(*_last,
+         StepOutcome::failed("an exception was raised that the next line does not expect: " +
+                             describe(*crash)));
+    return true;
+  }
+
+  ScriptContext _context;
+  std::ostream& _messages;
+  const ScriptOptions& _options;
+  std::vector<Line> _lines;
+  const Line* _last = nullptr;
+};
+
+}  // namespace
+
+ScriptRunner::ScriptRunner(Application& application, std::ostream& output, std::ostream& messages,
+                           ScriptOptions options)
+    : _application(application),
+      _output(output),
+      _messages(messages),
+      _options(std::move(options)) {}
+
+ScriptStatus ScriptRunner::run(std::istream& script) {
+  Player player(_application, _output, _messages, _options);
+  if (!player.parse(script)) return ScriptStatus::badLine;
+  return player.play() ? ScriptStatus::done : ScriptStatus::failed;
+}
+
+std::vector<ScriptCommandHelp> ScriptRunner::help() {
+  std::vector<ScriptCommandHelp> result;
+  for (const ScriptCommand& command : scriptCommands()) {
+    if (command.name != "expect") result.push_back({command.usage, command.text});
+  }
+  for (const ScriptCommand& form : expectationCommands()) {
+    result.push_back({"expect " + form.usage, form.text});
+  }
+  return result;
+}
+
+}  // namespace settings

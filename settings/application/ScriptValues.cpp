@@ -1,0 +1,35 @@
+#include "settings/application/ScriptValues.h"
+
+#include <nlohmann/json.hpp>
+
+#include "platform/foundation/PropertyList.h"
+#include "settings/device/PropertyListJson.h"
+
+namespace settings {
+
+using nlohmann::json;
+using nlohmann::ordered_json;
+
+ScriptValue valueOfJson(const json& given) {
+  if (given.is_null()) return {};
+  PropertyListFromJson read = valueFromJson(ordered_json(given));
+  return {std::move(read.value), read.error.value_or("")};
+}
+
+PropertyListBytes propertyListBytes(const json& given) {
+  const PropertyListFromJson read = valueFromJson(ordered_json(given));
+  if (!read) return {{}, *read.error};
+  platform::PropertyListText text = platform::writeXmlPropertyList(read.value);
+  return {std::move(text.bytes), text.error.value_or("")};
+}
+
+json jsonOfValue(const platform::Value& value) {
+  return json(jsonFromValue(value));
+}
+
+std::string plainText(const platform::Value& value) {
+  const bool isPlain = value.isNone() || value.isString() || value.asObject();
+  return isPlain ? value.description() : jsonTextFromValue(value, -1);
+}
+
+}  // namespace settings

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+
+#include "platform/foundation/Value.h"
+
+namespace settings {
+
+struct PropertyListBytes {
+  std::string bytes;
+  std::string problem;  // for people; empty where there is none
+};
+
+// JSON (docs: data, dates and unusual reals are maps of one entry) as the XML form of a property
+// list.
+PropertyListBytes propertyListBytes(const nlohmann::json& json);
+
+struct ScriptValue {
+  platform::Value value;
+  std::string problem;  // for people; empty where there is none
+};
+
+ScriptValue valueOfJson(const nlohmann::json& json);
+
+// Any value as JSON: what a property list can hold as everywhere, another object as its
+// description, none as null.
+nlohmann::json jsonOfValue(const platform::Value& value);
+
+// A result for people: a text as it is, "(null)" for none, an object as it describes itself,
+// anything else as JSON on one line.
+std::string plainText(const platform::Value& value);
+
+}  // namespace settings

@@ -1,0 +1,135 @@
+#include "settings/application/SettingsProcess.h"
+
+#include <utility>
+
+#include "platform/foundation/FoundationClasses.h"
+#include "platform/foundation/ThreadedScheduler.h"
+#include "platform/preferences/BundleInfo.h"
+#include "platform/preferences/PreferencesClasses.h"
+#include "platform/uikit/UIKitClasses.h"
+#include "settings/application/BundleLoader.h"
+#include "settings/application/ProblemPage.h"
+#include "settings/application/RootController.h"
+#include "settings/neighbours/NeighbourRegistry.h"
+
+namespace settings {
+
+using platform::UINavigationController;
+using platform::UIViewController;
+
+SettingsProcess::SettingsProcess(const DeviceServices& services, Time time,
+                                 std::function<void()> wake)
+    : _process(std::make_unique<platform::Process>()) {
+  std::shared_ptr<platform::Scheduler> clock;
+  if (time == Time::virtualClock) {
+    auto scheduler = std::make_shared<platform::VirtualScheduler>(_process.get());
+    _virtual = scheduler.get();
+    clock = std::move(scheduler);
+  } else {
+    auto scheduler = std::make_shared<platform::ThreadedScheduler>(_process.get());
+    _threaded = scheduler.get();
+    clock = std::move(scheduler);
+  }
+  _scheduler = std::make_shared<ApplicationScheduler>(std::move(clock), std::move(wake));
+  provideServices(services);
+  registerClasses(services.neighbours);
+}
+
+SettingsProcess::~SettingsProcess() {
+  const platform::ProcessScope scope(*_process);
+  // Background work ends first, so that nothing meets pages that go.
+  _scheduler->shutDown();
+  _outer.reset();
+  _window.reset();
+}
+
+void SettingsProcess::provideServices(const DeviceServices& services) {
+  _process->provide<platform::Scheduler>(_scheduler);
+  _process->provide<platform::FileSystem>(services.files);
+  _process->provide<platform::Programs>(services.programs);
+  _process->provide<platform::Log>(services.log);
+  _process->provide<platform::DeviceTraits>(services.traits);
+}
+
+void SettingsProcess::registerClasses(const NeighbourRegistry* neighbours) {
+  platform::registerFoundationClasses(_process->classes());
+  platform::registerUIKitClasses(_process->classes());
+  platform::registerPreferencesClasses(_process->classes());
+  registerRootController(_process->classes());
+  if (neighbours) neighbours->registerClasses(_process->classes());
+}
+
+void SettingsProcess::load(const std::string& bundlePath) {
+  show(makePage(bundlePath));
+}
+
+std::shared_ptr<UIViewController> SettingsProcess::makePage(const std::string& bundlePath) {
+  constexpr const char* title = "The settings cannot be shown";
+  LoadedBundle bundle = loadBundle(*_process, bundlePath);
+  _bundleCode = std::move(bundle.code);
+  if (bundle.problem) return ProblemPage::pageWithProblem(title, *bundle.problem);
+
+  auto info = std::make_shared<platform::BundleInfo>();
+  info->path = bundlePath;
+  _process->provide<platform::BundleInfo>(std::move(info));
+  const platform::Class* principal = _process->classes().find(bundle.principalClass);
+  if (!principal->isSubclassOf("UIViewController")) {
+    return ProblemPage::pageWithProblem(
+        title, bundlePath + "/Info.plist: NSPrincipalClass is \"" + bundle.principalClass +
+                   "\", which is no page (no subclass of UIViewController).");
+  }
+  auto page = std::dynamic_pointer_cast<UIViewController>(principal->makeInstance());
+  if (page) return page;
+  return ProblemPage::pageWithProblem(
+      title, bundle.principalClass + " refused to be made (its init gave nothing).");
+}
+
+void SettingsProcess::showProblem(const std::string& title, const std::string& text) {
+  if (!_window) show(ProblemPage::pageWithProblem(title, text));
+}
+
+void SettingsProcess::show(const std::shared_ptr<UIViewController>& page) {
+  const auto inner = platform::make(
+      static_cast<bool (RootController::*)(const std::shared_ptr<UIViewController>&)>(
+          &RootController::initWithRootViewController),
+      page);
+  inner->setNavigationBarHidden(true);
+  auto outer = platform::make(&UINavigationController::initWithRootViewController, inner);
+  outer->navigationBar()->setPrefersLargeTitles(true);
+  _outer = std::move(outer);
+  _window = platform::make<platform::UIWindow>();
+  _window->setRootViewController(_outer);
+  _window->makeKeyAndVisible();
+  settle();
+}
+
+std::shared_ptr<UINavigationController> SettingsProcess::inner() const {
+  auto current = _outer;
+  while (current) {
+    auto below = std::dynamic_pointer_cast<UINavigationController>(current->topViewController());
+    if (!below) break;
+    current = std::move(below);
+  }
+  return current;
+}
+
+std::shared_ptr<UIViewController> SettingsProcess::topPage() const {
+  const auto navigation = inner();
+  return navigation ? navigation->topViewController() : nullptr;
+}
+
+void SettingsProcess::runDueWork() {
+  if (_virtual) _virtual->runMain();
+  if (_threaded) _threaded->runOnce(0);
+}
+
+void SettingsProcess::settle() {
+  runDueWork();
+  if (!_window) return;
+  _window->layoutIfNeeded();
+  // What laying out has queued for now belongs to the same turn.
+  runDueWork();
+  _window->layoutIfNeeded();
+}
+
+}  // namespace settings

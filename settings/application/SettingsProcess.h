@@ -1,0 +1,86 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/foundation/Process.h"
+#include "platform/foundation/VirtualScheduler.h"
+#include "platform/preferences/DarwinNotifications.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIWindow.h"
+#include "settings/application/Application.h"
+#include "settings/application/ApplicationScheduler.h"
+
+namespace platform {
+class ThreadedScheduler;
+}
+
+namespace settings {
+
+class NeighbourRegistry;
+
+// What every process of the application on one device shares.
+struct DeviceServices {
+  std::shared_ptr<platform::FileSystem> files;  // observed
+  std::shared_ptr<platform::Programs> programs;
+  std::shared_ptr<platform::Log> log;
+  std::shared_ptr<platform::DeviceTraits> traits;
+  const NeighbourRegistry* neighbours = nullptr;
+};
+
+// One run of the Settings application: a process with its classes, services and clock, the bundle
+// in it, and the window with its navigation. Dropping it ends the run as on a device: no page is
+// told, work that waits is lost.
+//
+// The page's navigation controller is the inner one, whose navigation controller is the outer one.
+// There is one bar to see, the outer one's.
+//
+// Threads: main.
+class SettingsProcess {
+ public:
+  // An empty process; `load` brings the bundle and the window.
+  SettingsProcess(const DeviceServices& services, Time time, std::function<void()> wake);
+  ~SettingsProcess();
+  SettingsProcess(const SettingsProcess&) = delete;
+  SettingsProcess& operator=(const SettingsProcess&) = delete;
+
+  // Loads the bundle, makes its principal class and shows it; where that fails, a page that says
+  // why. The process must be the current one. Raises what the bundle raises.
+  void load(const std::string& bundlePath);
+  // Shows the window with a page that says why there is no other; nothing where a page is shown
+  // already.
+  void showProblem(const std::string& title, const std::string& text);
+
+  platform::Process& process() noexcept { return *_process; }
+  ApplicationScheduler& scheduler() noexcept { return *_scheduler; }
+  // Null with real time.
+  platform::VirtualScheduler* virtualClock() noexcept { return _virtual; }
+
+  // Empty before a page is shown.
+  const std::shared_ptr<platform::UIWindow>& window() const noexcept { return _window; }
+  const std::shared_ptr<platform::UINavigationController>& outer() const noexcept { return _outer; }
+  // The navigation controller that the page on top is in.
+  std::shared_ptr<platform::UINavigationController> inner() const;
+  std::shared_ptr<platform::UIViewController> topPage() const;
+
+  // Runs the main work that is due and lays out what needs it. Raises what the bundle raises.
+  void settle();
+
+ private:
+  void provideServices(const DeviceServices& services);
+  void registerClasses(const NeighbourRegistry* neighbours);
+  std::shared_ptr<platform::UIViewController> makePage(const std::string& bundlePath);
+  void show(const std::shared_ptr<platform::UIViewController>& page);
+  void runDueWork();
+
+  std::shared_ptr<void> _bundleCode;  // goes last
+  std::unique_ptr<platform::Process> _process;
+  platform::VirtualScheduler* _virtual = nullptr;
+  platform::ThreadedScheduler* _threaded = nullptr;
+  std::shared_ptr<ApplicationScheduler> _scheduler;
+  std::shared_ptr<platform::UIWindow> _window;
+  std::shared_ptr<platform::UINavigationController> _outer;
+};
+
+}  // namespace settings

@@ -1,0 +1,167 @@
+#include "settings/application/TreeQuery.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace settings {
+
+using nlohmann::json;
+
+namespace {
+
+std::string kindOf(const FoundNode& found) {
+  return found ? TreeQuery::text(*found.node, "kind") : std::string();
+}
+
+bool answersTo(const json& node, const RowAddress& address) {
+  const bool byIdentifier = address.by == RowAddress::By::identifier;
+  const char* member = byIdentifier ? "identifier" : "title";
+  return node.contains(member) && node[member] == address.name;
+}
+
+json segmentTitle(const json& segmented) {
+  const auto selected = segmented.value("selected", -1);
+  const json& titles = segmented["segments"];
+  if (selected < 0 || std::cmp_greater_equal(selected, titles.size())) return nullptr;
+  return titles[static_cast<std::size_t>(selected)];
+}
+
+}  // namespace
+
+std::string TreeQuery::text(const json& node, std::string_view member) {
+  const auto found = node.find(member);
+  return found != node.end() && found->is_string() ? found->get<std::string>() : std::string();
+}
+
+FoundNode TreeQuery::find(const std::string& id) const {
+  const json& nodes = _tree["nodes"];
+  const auto found = nodes.find(id);
+  if (found == nodes.end()) return {};
+  return {id, &*found};
+}
+
+std::vector<FoundNode> TreeQuery::children(const FoundNode& node) const {
+  std::vector<FoundNode> result;
+  if (!node) return result;
+  for (const json& child : (*node.node)["children"]) {
+    result.push_back(find(child.get_ref<const std::string&>()));
+  }
+  return result;
+}
+
+FoundNode TreeQuery::firstOfKind(const FoundNode& node,
+                                 const std::vector<std::string_view>& kinds) const {
+  if (!node) return {};
+  if (std::ranges::find(kinds, std::string_view(kindOf(node))) != kinds.end()) return node;
+  for (const FoundNode& child : children(node)) {
+    if (const FoundNode found = firstOfKind(child, kinds)) return found;
+  }
+  return {};
+}
+
+FoundNode TreeQuery::outerNavigation() const {
+  for (const FoundNode& child : children(find(text(_tree, "root")))) {
+    if (kindOf(child) == "navigation") return child;
+  }
+  return {};
+}
+
+FoundNode TreeQuery::presented() const {
+  const auto shown = children(find(text(_tree, "root")));
+  if (shown.empty() || kindOf(shown.back()) == "navigation") return {};
+  return shown.back();
+}
+
+FoundNode TreeQuery::innerNavigation() const {
+  FoundNode current = outerNavigation();
+  for (;;) {
+    const auto below = children(current);
+    if (below.empty() || kindOf(below.back()) != "navigation") return current;
+    current = below.back();
+  }
+}
+
+FoundNode TreeQuery::page() const {
+  return firstOfKind(innerNavigation(), {"page"});
+}
+
+FoundNode TreeQuery::table() const {
+  return firstOfKind(page(), {"table"});
+}
+
+std::vector<FoundNode> TreeQuery::sections() const {
+  std::vector<FoundNode> result;
+  for (const FoundNode& child : children(table())) {
+    if (kindOf(child) == "section") result.push_back(child);
+  }
+  return result;
+}
+
+std::vector<FoundNode> TreeQuery::rows() const {
+  std::vector<FoundNode> result;
+  for (const FoundNode& section : sections()) {
+    for (const FoundNode& row : children(section)) result.push_back(row);
+  }
+  return result;
+}
+
+FoundNode TreeQuery::row(const RowAddress& address) const {
+  if (address.by == RowAddress::By::position) {
+    const auto all = sections();
+    if (address.section >= all.size()) return {};
+    const auto inSection = children(all[address.section]);
+    return address.row < inSection.size() ? inSection[address.row] : FoundNode{};
+  }
+  std::size_t left = address.occurrence;
+  for (const FoundNode& row : rows()) {
+    if (answersTo(*row.node, address) && --left == 0) return row;
+  }
+  return {};
+}
+
+FoundNode TreeQuery::section(const RowAddress& address) const {
+  const auto all = sections();
+  if (address.by != RowAddress::By::position) {
+    std::size_t left = address.occurrence;
+    for (const FoundNode& section : all) {
+      const bool named = address.by == RowAddress::By::identifier
+                             ? text(*section.node, "identifier") == address.name
+                             : text(*section.node, "header") == address.name;
+      if (named && --left == 0) return section;
+    }
+  }
+  const FoundNode found = row(address);
+  if (!found) return {};
+  const auto index = (*found.node)["section"].get<std::size_t>();
+  return index < all.size() ? all[index] : FoundNode{};
+}
+
+FoundNode TreeQuery::control(const FoundNode& row) const {
+  return firstOfKind(row, {"switch", "segmented", "slider", "textField"});
+}
+
+json TreeQuery::shownValue(const FoundNode& row) const {
+  if (const FoundNode found = control(row)) {
+    const std::string kind = kindOf(found);
+    if (kind == "switch") return found.node->value("on", false);
+    if (kind == "slider") return found.node->value("value", 0.0);
+    if (kind == "textField") return text(*found.node, "string");
+    return segmentTitle(*found.node);
+  }
+  const FoundNode cell = firstOfKind(row, {"cell"});
+  if (!cell || !cell.node->contains("detail")) return nullptr;
+  return (*cell.node)["detail"]["string"];
+}
+
+std::string TreeQuery::rowNames() const {
+  std::string names;
+  for (const FoundNode& row : rows()) {
+    const std::string identifier = text(*row.node, "identifier");
+    const std::string name =
+        identifier.empty() ? "\"" + text(*row.node, "title") + "\"" : "#" + identifier;
+    names += (names.empty() ? "" : ", ") + name;
+  }
+  return names.empty() ? "none" : names;
+}
+
+}  // namespace settings

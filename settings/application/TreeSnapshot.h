@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "platform/foundation/DeviceTraits.h"
+#include "settings/application/NodeTarget.h"
+
+namespace settings {
+
+class SettingsProcess;
+struct CrashReport;
+
+// One tree (docs/tree.md, without its revision) and what its nodes stand for.
+struct TreeSnapshot {
+  nlohmann::json tree;
+  NodeTargets targets;
+  std::uint64_t largestIdentity = 0;
+};
+
+struct SnapshotRequest {
+  SettingsProcess* process = nullptr;  // null: there is an empty window
+  const CrashReport* crash = nullptr;  // shown over everything
+  std::uint64_t crashToken = 0;
+  bool withPages = true;  // false where asking the pages raises
+  std::uint64_t identityBase = 0;
+};
+
+// Turns what the application shows into a tree of nodes. Asks the tables' data sources, so that it
+// may raise what the bundle raises. The process must be the current one.
+TreeSnapshot makeTreeSnapshot(const SnapshotRequest& request, const platform::DeviceTraits& traits);
+
+}  // namespace settings

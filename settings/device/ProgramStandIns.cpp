@@ -1,0 +1,122 @@
+#include "settings/device/ProgramStandIns.h"
+
+#include <string>
+
+#include "settings/device/DeviceTree.h"
+#include "settings/device/TreeWriter.h"
+
+namespace settings {
+
+namespace {
+
+constexpr std::string_view bashPath = "/bin/bash";
+constexpr std::string_view killallPath = "/var/jb/usr/bin/killall";
+constexpr std::string_view sbreloadPath = "/var/jb/usr/bin/sbreload";
+
+// The programs are started without an environment, so all that a script knows is its own path:
+// the tree is the nearest folder above it that bears the mark. Nothing but the shell's own
+// commands is used, for there may be no search path either. A line is written in one piece, so
+// that two programs do not mix theirs. @DEVICE_PATH@ and @..._LOG@ are filled in.
+constexpr std::string_view prologue = R"(#!/bin/sh
+folder=${0%/*}
+tree=$(cd "$folder" && pwd -P) || exit 1
+while [ ! -e "$tree/.zentrova-device.plist" ]; do
+  if [ -z "$tree" ]; then
+    echo "$0: lies in no device tree" >&2
+    exit 1
+  fi
+  tree=${tree%/*}
+done
+tab=$(printf '\t')
+line='@DEVICE_PATH@'
+for argument in "$@"; do
+  line="$line$tab$argument"
+done
+printf '%s\n' "$line" >> "$tree@PROGRAM_LOG@"
+if [ -f "$0.stdout" ]; then
+  exec /bin/cat "$0.stdout"
+fi
+)";
+
+constexpr std::string_view killallScript = R"(signal=TERM
+case $1 in
+-*)
+  signal=${1#-}
+  shift
+  ;;
+esac
+if [ $# -eq 0 ]; then
+  echo 'usage: killall [-SIGNAL] NAME...' >&2
+  exit 1
+fi
+status=0
+for name in "$@"; do
+  case $name in
+  SpringBoard)
+    printf 'killed with signal %s, started again\n' "$signal" >> "$tree@HOME_SCREEN_LOG@"
+    ;;
+  *)
+    echo "No matching processes belonging to you were found" >&2
+    status=1
+    ;;
+  esac
+done
+exit $status
+)";
+
+constexpr std::string_view sbreloadScript = R"(printf 'reloaded\n' >> "$tree@HOME_SCREEN_LOG@"
+)";
+
+// As the shell of a device answers: the words are the arguments of a program that it looks up.
+constexpr std::string_view bashScript = R"(if [ "$1" != dpkg ]; then
+  echo "bash: $1: No such file or directory" >&2
+  exit 127
+fi
+if [ "$2" != -s ]; then
+  echo 'dpkg: error: need an action option' >&2
+  exit 2
+fi
+if [ "$3" != com.hollowmere.zentrova ]; then
+  echo "dpkg-query: package '$3' is not installed and no information is available" >&2
+  exit 1
+fi
+printf '%s\n' \
+  'Package: com.hollowmere.zentrova' \
+  'Status: install ok installed' \
+  'Section: Tweaks' \
+  'Installed-Size: 2048' \
+  'Maintainer: Hollowmere' \
+  'Architecture: iphoneos-arm64' \
+  'Version: 1.0.0' \
+  'Depends: firmware (>= 13.0)' \
+  'Description: A replacement for Control Center.'
+)";
+
+void replaceAll(std::string& text, std::string_view from, std::string_view to) {
+  for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
+    text.replace(at, from.size(), to);
+  }
+}
+
+void addStandIn(TreeWriter& writer, std::string_view path, std::string_view body) {
+  std::string script = std::string(prologue) + std::string(body);
+  replaceAll(script, "@DEVICE_PATH@", path);
+  replaceAll(script, "@PROGRAM_LOG@", programLogPath);
+  replaceAll(script, "@HOME_SCREEN_LOG@", homeScreenLogPath);
+  writer.program(path, script);
+}
+
+}  // namespace
+
+const std::vector<std::string_view>& programStandInPaths() {
+  static const std::vector<std::string_view> paths{bashPath, killallPath, sbreloadPath};
+  return paths;
+}
+
+void addProgramStandIns(TreeWriter& writer) {
+  addStandIn(writer, bashPath, bashScript);
+  addStandIn(writer, killallPath, killallScript);
+  addStandIn(writer, sbreloadPath, sbreloadScript);
+}
+
+}  // namespace settings

@@ -1,0 +1,228 @@
+#include "settings/device/PropertyListJson.h"
+
+#include <cmath>
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <utility>
+#include <vector>
+
+#include "platform/foundation/Base64.h"
+#include "platform/foundation/Collections.h"
+#include "platform/foundation/NumberText.h"
+#include "platform/foundation/PropertyList.h"
+
+namespace settings {
+namespace {
+
+using nlohmann::ordered_json;
+using platform::Array;
+using platform::Data;
+using platform::Date;
+using platform::Dictionary;
+using platform::Value;
+using platform::ValueKind;
+
+// An object with one of these as its only key stands for something else than a dictionary.
+constexpr std::string_view dataKey = "data";
+constexpr std::string_view dateKey = "date";
+constexpr std::string_view realKey = "real";
+// Around a dictionary that would be mistaken for one of the above, or for this itself.
+constexpr std::string_view plainKey = "dictionary";
+
+ordered_json tagged(std::string_view key, ordered_json content) {
+  ordered_json json = ordered_json::object();
+  json[std::string(key)] = std::move(content);
+  return json;
+}
+
+ordered_json jsonFromReal(double value) {
+  if (std::isfinite(value)) return value;
+  return tagged(realKey, platform::number_text::formatReal(value));
+}
+
+ordered_json jsonFromDate(Date date) {
+  const auto text = platform::number_text::formatDate(date.secondsSinceReferenceDate);
+  if (text) return tagged(dateKey, *text);
+  return tagged(dateKey, platform::number_text::formatShortest(date.secondsSinceReferenceDate));
+}
+
+bool isAmbiguous(const Dictionary& dictionary) {
+  if (dictionary.size() != 1) return false;
+  const auto [key, value] = *dictionary.begin();
+  if (key == plainKey) return value.asDictionary() != nullptr;
+  return value.isString() && (key == dataKey || key == dateKey || key == realKey);
+}
+
+ordered_json jsonFromDictionary(const Dictionary& dictionary) {
+  ordered_json json = ordered_json::object();
+  // Past the search for an equal key, of which there is none.
+  auto& members = json.get_ref<ordered_json::object_t&>();
+  members.reserve(dictionary.size());
+  for (const auto& [key, value] : dictionary) {
+    members.emplace_back(std::string(key), jsonFromValue(value));
+  }
+  return isAmbiguous(dictionary) ? tagged(plainKey, std::move(json)) : json;
+}
+
+ordered_json jsonFromArray(const Array& array) {
+  ordered_json json = ordered_json::array();
+  for (const Value& value : array) json.push_back(jsonFromValue(value));
+  return json;
+}
+
+// Takes what the JSON parser meets and builds the value from the inside.
+class ValueHandler : public nlohmann::json_sax<ordered_json> {
+ public:
+  PropertyListFromJson result() && {
+    if (_error.empty()) return {std::move(_root), {}};
+    return {Value(), std::move(_error)};
+  }
+
+  bool null() override { return refuse("null is no value of a property list"); }
+  bool boolean(bool value) override { return add(value); }
+  bool number_integer(number_integer_t value) override { return add(Value::integer(value)); }
+  bool number_unsigned(number_unsigned_t value) override {
+    return add(Value::unsignedInteger(value));
+  }
+  bool number_float(number_float_t value, const string_t& text) override {
+    if (text.find_first_of(".eE") != string_t::npos) return add(Value::real(value));
+    return refuse("the integer " + text + " is outside -2^63 to 2^64-1");
+  }
+  bool string(string_t& value) override { return add(Value::string(value)); }
+  bool binary(binary_t&) override { return refuse("binary is no JSON"); }
+  bool start_object(std::size_t) override { return begin(true); }
+  bool key(string_t& key) override {
+    _frames.back().key = std::move(key);
+    return true;
+  }
+  bool start_array(std::size_t) override { return begin(false); }
+  bool end_array() override {
+    Array array(std::move(_frames.back().elements));
+    _frames.pop_back();
+    return add(std::move(array));
+  }
+  bool end_object() override {
+    const Dictionary dictionary(std::move(_frames.back().entries));
+    _frames.pop_back();
+    return addObject(dictionary);
+  }
+  bool parse_error(std::size_t position, const std::string&,
+                   const ordered_json::exception& error) override {
+    return refuse("byte " + std::to_string(position) + ": " + error.what());
+  }
+
+ private:
+  struct Frame {
+    bool object;
+    std::string key;
+    std::vector<Value> elements;
+    std::vector<std::pair<std::string, Value>> entries;
+  };
+
+  bool refuse(std::string why) {
+    _error = std::move(why);
+    return false;
+  }
+
+  bool begin(bool object) {
+    const std::size_t limit = platform::PropertyListLimits{}.depth;
+    if (_frames.size() >= limit) {
+      return refuse("nested more than " + std::to_string(limit) + " deep");
+    }
+    _frames.push_back({object, {}, {}, {}});
+    return true;
+  }
+
+  bool add(Value value) {
+    if (_frames.empty()) {
+      _root = std::move(value);
+    } else if (_frames.back().object) {
+      _frames.back().entries.emplace_back(std::move(_frames.back().key), std::move(value));
+    } else {
+      _frames.back().elements.push_back(std::move(value));
+    }
+    return true;
+  }
+
+  bool addObject(const Dictionary& dictionary) {
+    if (dictionary.size() != 1) return add(dictionary);
+    const auto [key, value] = *dictionary.begin();
+    if (key == plainKey && value.asDictionary() != nullptr) return add(value);
+    const auto text = value.asString();
+    if (!text) return add(dictionary);
+    if (key == dataKey) return addData(*text);
+    if (key == dateKey) return addDate(*text);
+    return key == realKey ? addReal(*text) : add(dictionary);
+  }
+
+  bool addData(std::string_view text) {
+    const platform::base64::Scan scan = platform::base64::scan(text);
+    if (scan.problem != nullptr || scan.length != text.size()) {
+      return refuse("{\"data\": ...} takes base64 text");
+    }
+    std::vector<std::uint8_t> bytes(scan.size + platform::base64::decodeSlack);
+    platform::base64::decode(text, bytes.data());
+    bytes.resize(scan.size);
+    return add(Data(std::move(bytes)));
+  }
+
+  bool addDate(std::string_view text) {
+    const auto seconds = platform::number_text::parseDate(text);
+    if (!seconds) return refuse("{\"date\": ...} takes a date as 2026-01-02T03:04:05Z");
+    return add(Date{*seconds});
+  }
+
+  bool addReal(std::string_view text) {
+    const auto real = platform::number_text::parseReal(text);
+    if (!real) return refuse("{\"real\": ...} takes nan, +infinity, -infinity or a number");
+    return add(Value::real(*real));
+  }
+
+  std::vector<Frame> _frames;
+  Value _root;
+  std::string _error;
+};
+
+}  // namespace
+
+ordered_json jsonFromValue(const Value& value) {
+  switch (value.kind()) {
+    case ValueKind::none:
+      return nullptr;
+    case ValueKind::boolean:
+      return value.boolValue();
+    case ValueKind::integer:
+      return value.integerValue();
+    case ValueKind::unsignedInteger:
+      return value.unsignedIntegerValue();
+    case ValueKind::single:
+    case ValueKind::real:
+      return jsonFromReal(value.doubleValue());
+    case ValueKind::data:
+      return tagged(dataKey, platform::base64::encode(value.asData()->bytes()));
+    case ValueKind::date:
+      return jsonFromDate(*value.asDate());
+    case ValueKind::array:
+      return jsonFromArray(*value.asArray());
+    case ValueKind::dictionary:
+      return jsonFromDictionary(*value.asDictionary());
+    default:
+      return value.description();
+  }
+}
+
+std::string jsonTextFromValue(const Value& value, int indent) {
+  return jsonFromValue(value).dump(indent, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+PropertyListFromJson valueFromJson(const ordered_json& json) {
+  return valueFromJsonText(json.dump(-1, ' ', false, ordered_json::error_handler_t::replace));
+}
+
+PropertyListFromJson valueFromJsonText(std::string_view text) {
+  ValueHandler handler;
+  ordered_json::sax_parse(text.begin(), text.end(), &handler);
+  return std::move(handler).result();
+}
+
+}  // namespace settings
