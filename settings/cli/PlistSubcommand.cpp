@@ -1,0 +1,16 @@
+#include <CLI/CLI.hpp>
+
+#include "settings/cli/Subcommands.h"
+
+namespace settings {
+
+void addPlist(CLI::App& program, CommandContext& context) {
+  CLI::App* plist = program.add_subcommand("plist", "Property lists: convert, check, show");
+  plist->require_subcommand(1);
+  plist->footer("Example:\n  zentrova-settings plist lint resources/*.plist");
+  addPlistConvert(*plist, context);
+  addPlistLint(*plist, context);
+  addPlistShow(*plist, context);
+}
+
+}  // namespace settings

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <iosfwd>
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/foundation/Collections.h"
+#include "platform/foundation/FileSystem.h"
+#include "platform/foundation/Value.h"
+
+namespace settings {
+
+// The product's preferences domain.
+inline constexpr std::string_view defaultDomain = "com.hollowmere.zentrovaprefs";
+
+// "com.hollowmere.zentrovaprefs.plist"
+std::string preferenceFileName(std::string_view domain);
+// Its path on the device.
+std::string preferenceFilePath(std::string_view domain);
+
+enum class PreferenceFileState { read, missing, damaged };
+
+struct PreferenceFile {
+  PreferenceFileState state = PreferenceFileState::missing;
+  platform::Dictionary entries;  // empty unless the file was read
+  std::string problem;           // for people, where it was not
+};
+
+// The file as it is now. `path` is the device's.
+PreferenceFile readPreferenceFile(platform::FileSystem& device, const std::string& path);
+
+// One key that differs. None where it is absent.
+struct PreferenceChange {
+  std::string key;
+  platform::Value before;
+  platform::Value after;
+};
+
+// The keys that differ, or that differ in the type of their number, in the keys' order.
+std::vector<PreferenceChange> changesBetween(const platform::Dictionary& before,
+                                             const platform::Dictionary& after);
+// As an object of "key", "before" and "after"; an absent value's member is left out.
+nlohmann::ordered_json jsonOfChange(const PreferenceChange& change);
+// "+ key: value", "- key: value", or both.
+void printChange(std::ostream& output, const PreferenceChange& change);
+
+}  // namespace settings

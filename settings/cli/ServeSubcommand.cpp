@@ -1,0 +1,126 @@
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <thread>
+
+#include "settings/application/Application.h"
+#include "settings/cli/DeviceOptions.h"
+#include "settings/cli/FolderWatch.h"
+#include "settings/cli/PlistInput.h"
+#include "settings/cli/PreferenceFile.h"
+#include "settings/cli/StopSignal.h"
+#include "settings/cli/Subcommands.h"
+#include "settings/web/PageHost.h"
+
+namespace settings {
+namespace {
+
+struct ServeChoice {
+  DeviceOptions device;
+  PageServerOptions server;
+  std::string page;
+};
+
+// The built page beside the program: "../share/page" from the folder of the program.
+std::string builtPage() {
+  std::error_code error;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+  return (program.parent_path().parent_path() / "share" / "page").string();
+}
+
+// Tells the host, from a thread of its own, of signals and of changed preference files.
+class ServeWatch {
+ public:
+  ServeWatch(PageHost& host, StopSignal& signal, std::unique_ptr<FolderWatch> folder)
+      : _host(host), _signal(signal), _folder(std::move(folder)), _thread([this] { watch(); }) {}
+  ~ServeWatch() {
+    _signal.raise();
+    _thread.join();
+  }
+  ServeWatch(const ServeWatch&) = delete;
+  ServeWatch& operator=(const ServeWatch&) = delete;
+
+ private:
+  void watch() {
+    bool stopped = false;
+    while (!stopped) {
+      const bool isWatched = _folder && !_folder->isGone();
+      bool changed = false;
+      if (!waitReadable(_signal.descriptor(), isWatched ? _folder->descriptor() : -1, stopped,
+                        changed)) {
+        break;
+      }
+      if (changed && _folder->takeChanges(preferenceFileName(defaultDomain))) _host.filesChanged();
+    }
+    _host.stop();
+  }
+
+  PageHost& _host;
+  StopSignal& _signal;
+  std::unique_ptr<FolderWatch> _folder;
+  std::thread _thread;
+};
+
+std::unique_ptr<FolderWatch> watchPreferences(Application& application, CommandContext& context) {
+  std::string problem = "the device has no folder of preferences";
+  const auto folder = application.device().hostPath(preferencesPath);
+  auto watch = folder ? FolderWatch::open(*folder, problem) : nullptr;
+  if (!watch) {
+    context.fail(problem + "; changes by other programs are seen with the next tap only");
+  }
+  return watch;
+}
+
+void announce(const PageHost& host, CommandContext& context) {
+  if (context.json) {
+    context.output << jsonText({{"address", host.address()}}, JsonStyle::oneLine) << '\n';
+  } else {
+    context.output << host.address() << '\n';
+  }
+  context.output.flush();
+}
+
+ExitStatus serve(const ServeChoice& choice, CommandContext& context) {
+  const auto tree = openDevice(choice.device, context);
+  if (!tree) return context.status;
+  StopSignal signal;
+  ApplicationOptions options;
+  options.deviceRoot = tree->root().string();
+  options.traits = traitsOf(choice.device);
+  options.time = Time::real;
+  ApplicationResult made = Application::create(options);
+  if (!made.application) return context.fail(made.error);
+  const std::string page = choice.page.empty() ? builtPage() : choice.page;
+  PageHostResult hosted = PageHost::create(*made.application, choice.server, page);
+  if (!hosted.host) return context.fail(hosted.error);
+  made.application->open();
+  announce(*hosted.host, context);
+  const ServeWatch watch(*hosted.host, signal, watchPreferences(*made.application, context));
+  hosted.host->run();
+  return ExitStatus::done;
+}
+
+}  // namespace
+
+void addServe(CLI::App& program, CommandContext& context) {
+  CLI::App* command = program.add_subcommand("serve", "Show the pages in a browser");
+  const auto choice = std::make_shared<ServeChoice>();
+  addDeviceOption(*command, choice->device);
+  command->add_option("--port", choice->server.port, "Port on the loopback address; 0: a free one")
+      ->capture_default_str()
+      ->type_name("N");
+  command
+      ->add_option("--page", choice->page, "Folder of the built page; default: the program's own")
+      ->type_name("DIR");
+  addTraitOptions(*command, choice->device);
+  addCommonOptions(*command, context,
+                   "zentrova-settings serve --port 0 --idiom pad --screen 820x1180@2\n"
+                   "Prints the address to open, and runs until it is interrupted.");
+  command->callback([choice, &context] { context.status = serve(*choice, context); });
+}
+
+}  // namespace settings

@@ -1,0 +1,190 @@
+#include "settings/web/PagePublisher.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "settings/application/Application.h"
+#include "settings/web/Protocol.h"
+
+namespace settings {
+namespace {
+
+using nlohmann::json;
+
+OutgoingMessage outgoing(std::string text) {
+  return {std::make_shared<const std::string>(std::move(text)), false};
+}
+
+}  // namespace
+
+PagePublisher::PagePublisher(Application& application, PageSink& sink)
+    : _application(application), _sink(sink) {
+  _application.addObserver(this);
+}
+
+PagePublisher::~PagePublisher() {
+  _application.removeObserver(this);
+}
+
+void PagePublisher::opened(ConnectionId connection) {
+  // What waits for the pages that are there must not reach the new one a second time.
+  publishTree(std::nullopt);
+  publishSide();
+  Page& page = _pages[connection];
+  sendWhole(connection, page);
+  sendWholeSide(connection);
+}
+
+void PagePublisher::closed(ConnectionId connection) {
+  _pages.erase(connection);
+}
+
+void PagePublisher::wantsWhole(ConnectionId connection) {
+  const auto page = _pages.find(connection);
+  if (page == _pages.end()) return;
+  publishTree(std::nullopt);
+  publishSide();
+  sendWhole(connection, page->second);
+  sendWholeSide(connection);
+}
+
+void PagePublisher::received(ConnectionId connection, std::string_view text) {
+  _sink.handled(connection);
+  const auto page = _pages.find(connection);
+  if (page == _pages.end()) return;
+  json fields;
+  const ClientMessage message = parseClientMessage(text, fields);
+  switch (message.kind) {
+    case ClientMessageKind::action:
+      perform(connection, *message.sequence, fields);
+      break;
+    case ClientMessageKind::inspect:
+      page->second.inspected = message.node;
+      page->second.sentRow.clear();
+      sendRow(connection, page->second);
+      break;
+    case ClientMessageKind::resync:
+      publishTree(std::nullopt);
+      sendWhole(connection, page->second);
+      break;
+    case ClientMessageKind::bad:
+      _sink.send(connection, outgoing(refusedMessage(message.sequence, message.problem)));
+      break;
+  }
+}
+
+void PagePublisher::imageWanted(ImageRequestId request, std::string_view hash) {
+  auto bytes = _application.imageBytes(hash);
+  _sink.answerImage(request,
+                    bytes ? std::make_shared<const std::string>(*std::move(bytes)) : nullptr);
+}
+
+std::optional<double> PagePublisher::step() {
+  const std::optional<double> next = _application.runPending();
+  publishTree(std::nullopt);
+  publishSide();
+  return next;
+}
+
+void PagePublisher::perform(ConnectionId connection, std::int64_t sequence, const json& action) {
+  const ActionResult result = _application.perform(action);
+  _fileIsStale = true;
+  _pages[connection].acknowledged = sequence;
+  if (result) {
+    publishTree(Answered{connection, sequence});
+  } else {
+    _sink.send(connection, outgoing(refusedMessage(sequence, result.message)));
+  }
+}
+
+void PagePublisher::publishTree(std::optional<Answered> answered) {
+  if (!_treeIsStale && !answered) return;
+  _treeIsStale = false;
+  const std::uint64_t revision = _application.revision();
+  sendToAll(std::exchange(_events, {}));
+  if (revision != _shownRevision || answered || _stream.revision() == 0) {
+    _shownRevision = revision;
+    publishPatch(_stream.advance(_application.tree()), answered);
+    _fileIsStale = true;
+  }
+}
+
+void PagePublisher::publishPatch(const json& patch, std::optional<Answered> answered) {
+  if (_pages.empty()) return;
+  const OutgoingMessage plain = outgoing(patchMessage(_stream.revision(), patch, std::nullopt));
+  for (const auto& [connection, page] : _pages) {
+    if (answered && answered->connection == connection) {
+      _sink.send(connection, outgoing(patchMessage(_stream.revision(), patch, answered->sequence)));
+    } else {
+      _sink.send(connection, plain);
+    }
+  }
+}
+
+void PagePublisher::publishSide() {
+  json members = json::object();
+  const auto addIfChanged = [&](const char* name, json pane, std::string& sent) {
+    std::string text = pane.dump(-1, ' ', false, json::error_handler_t::replace);
+    if (text == sent) return;
+    sent = std::move(text);
+    members[name] = std::move(pane);
+  };
+  // The file may be large: it is read only where it can have changed.
+  if (std::exchange(_fileIsStale, false)) addIfChanged("file", _application.filePane(), _sentFile);
+  addIfChanged("programs", _application.programs(), _sentPrograms);
+  json log = _application.logSince(_logCursor);
+  if (!log.empty()) members["log"] = std::move(log);
+  if (!members.empty()) sendToAll({sideMessage(std::move(members))});
+  for (auto& [connection, page] : _pages) sendRow(connection, page);
+}
+
+void PagePublisher::sendRow(ConnectionId connection, Page& page) {
+  if (page.inspected.empty()) return;
+  json row = _application.inspectRow(page.inspected);
+  if (row.is_null()) {
+    row = {{"node", page.inspected}, {"properties", json::object()}};
+  }
+  std::string text = sideMessage({{"row", std::move(row)}});
+  if (text == page.sentRow) return;
+  page.sentRow = text;
+  _sink.send(connection, outgoing(std::move(text)));
+}
+
+void PagePublisher::sendWhole(ConnectionId connection, Page& page) {
+  std::string text = treeMessage(_stream.revision(), _stream.shown(), page.acknowledged);
+  _sink.send(connection, {std::make_shared<const std::string>(std::move(text)), true});
+}
+
+void PagePublisher::sendWholeSide(ConnectionId connection) {
+  std::uint64_t cursor = 0;
+  json members = {{"file", _application.filePane()},
+                  {"programs", _application.programs()},
+                  {"log", _application.logSince(cursor)},
+                  {"logFromStart", true}};
+  _sink.send(connection, outgoing(sideMessage(std::move(members))));
+}
+
+void PagePublisher::sendToAll(const std::vector<std::string>& texts) {
+  for (const std::string& text : texts) {
+    const OutgoingMessage message = outgoing(text);
+    for (const auto& [connection, page] : _pages) _sink.send(connection, message);
+  }
+}
+
+void PagePublisher::announced(const std::string& text) {
+  _events.push_back(announcementMessage(text));
+  _treeIsStale = true;
+}
+
+void PagePublisher::homeScreenRestarted() {
+  _events.push_back(homeScreenRestartedMessage());
+  _treeIsStale = true;
+}
+
+void PagePublisher::transitioned(TransitionKind kind, double durationSeconds) {
+  _events.push_back(transitionMessage(transitionName(kind), durationSeconds));
+  _treeIsStale = true;
+}
+
+}  // namespace settings
