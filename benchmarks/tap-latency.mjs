@@ -1,0 +1,87 @@
+// How long a tap takes until it is on the screen and its value is in the file.
+//
+//   node benchmarks/tap-latency.mjs [TAPS] > figures.json
+//
+// Taps a switch of the root page in Chromium. The clock starts with the time stamp of the input
+// event. "patched" is when the page has the new state in its document; "rendered" is when the frame
+// that shows it has been handed over for display, which waits for the screen's next refresh; "file"
+// is when a reader that watches the folder has read the new value from the preference file.
+// Figures in milliseconds; the JSON goes to standard output, a summary to standard error.
+
+import { readFileSync, watch } from 'node:fs';
+import { basename, dirname } from 'node:path';
+import { performance } from 'node:perf_hooks';
+import { launchBrowser } from '../tests/web/support/browser.mjs';
+import { openAll } from '../tests/web/support/program.mjs';
+
+const identifier = 'presentFullyExpanded';
+const warmUp = 20;
+const taps = Number(process.argv[2] ?? 300);
+
+/** In the page: notes when the switch is tapped, has changed, and is shown. */
+function observe(name) {
+  const control = document.querySelector(`.row[data-identifier="${name}"] .switch`);
+  const channel = new MessageChannel();
+  const origin = performance.timeOrigin;
+  let tap;
+  globalThis.shown = undefined;
+  channel.port1.onmessage = () => {
+    globalThis.shown = { start: origin + tap.start, patched: tap.patched - tap.start, rendered: performance.now() - tap.start };
+  };
+  addEventListener('click', (event) => { tap = { start: event.timeStamp }; }, { capture: true });
+  new MutationObserver(() => {
+    tap.patched = performance.now();
+    requestAnimationFrame(() => channel.port2.postMessage(0));
+  }).observe(control, { attributes: true, attributeFilter: ['aria-checked'] });
+}
+
+/** Resolves with the time when the file was read to hold the value. */
+function fileHolds(file, value) {
+  const pattern = new RegExp(`<key>${identifier}</key>\\s*<${value}/>`);
+  return new Promise((resolve) => {
+    const watcher = watch(dirname(file), (_event, name) => {
+      if (name !== basename(file) || !pattern.test(readFileSync(file, 'utf8'))) return;
+      watcher.close();
+      resolve(performance.timeOrigin + performance.now());
+    });
+  });
+}
+
+async function measure(page, device, control) {
+  const turnsOn = (await control.getAttribute('aria-checked')) !== 'true';
+  const written = fileHolds(device.file, turnsOn);
+  await page.evaluate(() => { globalThis.shown = undefined; });
+  const box = await control.boundingBox();
+  await page.mouse.click(box.x + box.width / 2, box.y + box.height / 2);
+  const shown = await (await page.waitForFunction(() => globalThis.shown)).jsonValue();
+  return { patched: shown.patched, rendered: shown.rendered, file: (await written) - shown.start };
+}
+
+function summary(samples, member) {
+  const sorted = samples.map((sample) => sample[member]).sort((a, b) => a - b);
+  const at = (part) => Number(sorted[Math.min(sorted.length - 1, Math.floor(part * sorted.length))].toFixed(2));
+  return { median: at(0.5), p95: at(0.95), max: at(1) };
+}
+
+const browser = await launchBrowser();
+try {
+  const { page, device, row, close } = await openAll(browser);
+  await page.evaluate(observe, identifier);
+  const control = row(identifier).getByRole('switch');
+  await control.scrollIntoViewIfNeeded();
+  const samples = [];
+  for (let tap = 0; tap < warmUp + taps; tap += 1) {
+    const sample = await measure(page, device, control);
+    if (tap >= warmUp) samples.push(sample);
+  }
+  await close();
+  const figures = { taps, unit: 'ms', browser: browser.version() };
+  for (const member of ['patched', 'rendered', 'file']) figures[member] = summary(samples, member);
+  console.log(JSON.stringify(figures, null, 2));
+  for (const member of ['patched', 'rendered', 'file']) {
+    const { median, p95, max } = figures[member];
+    console.error(`${member.padEnd(9)} median ${median} ms, p95 ${p95} ms, max ${max} ms`);
+  }
+} finally {
+  await browser.close();
+}

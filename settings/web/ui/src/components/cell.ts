@@ -1,0 +1,88 @@
+// What stands in a cell: picture, texts, controls, accessory.
+
+import { html, nothing, type TemplateResult } from 'lit';
+import type { CellNode, RowNode, Text } from '../protocol/tree.js';
+import { styled, type Styles } from '../directives/styled.js';
+import { cssTextColor, cssWeight } from './color.js';
+import { isDark, type Context } from './context.js';
+import { controlFor, controlKinds } from './control.js';
+import { checkmark, chevronRight } from './icons.js';
+import { lookOf, picture, placedView } from './views.js';
+
+const standardTextSize = 17;
+
+/** The names of the controls in a cell, those of its content first. */
+export function controlsOf(context: Context, id: string): string[] {
+  return partsOf(context, id).filter((part) => isControl(context, part));
+}
+
+export function cellLook(cell: CellNode): Styles {
+  return { ...lookOf(cell), opacity: cell.alpha };
+}
+
+export function cellContent(context: Context, id: string, cell: CellNode, row: RowNode, enabled: boolean): TemplateResult {
+  const parts = partsOf(context, id);
+  const name = row.title || cell.text?.string || '';
+  const accessory = accessoryViewOf(context, id);
+  return html`
+    ${cell.image ? picture(cell.image, 'cell-image') : nothing}
+    ${texts(context, cell)}
+    ${parts.filter((part) => part !== accessory).map((part) => isControl(context, part)
+      ? html`<span class="cell-control control-${context.tree.nodes[part]?.kind}">${controlFor(context, part, name, enabled)}</span>`
+      : placedView(context, part))}
+    ${accessory !== undefined && !context.tree.nodes[accessory]?.hidden ? accessoryView(context, accessory, name, enabled) : nothing}
+    ${accessoryMark(cell)}`;
+}
+
+/** What was added to the content of a cell, then what was added to the cell itself. */
+function partsOf(context: Context, id: string): string[] {
+  const { nodes } = context.tree;
+  return (nodes[id]?.children ?? []).flatMap((child) => {
+    const role = nodes[child]?.role;
+    if (role === 'content') return nodes[child]?.children ?? [];
+    return role === 'editingAccessoryView' ? [] : [child];
+  });
+}
+
+function accessoryViewOf(context: Context, id: string): string | undefined {
+  const { nodes } = context.tree;
+  return nodes[id]?.children.find((child) => nodes[child]?.role === 'accessoryView');
+}
+
+function isControl(context: Context, id: string): boolean {
+  const node = context.tree.nodes[id];
+  return node !== undefined && !node.hidden && controlKinds.includes(node.kind);
+}
+
+function accessoryView(context: Context, id: string, name: string, enabled: boolean): TemplateResult {
+  const node = context.tree.nodes[id];
+  const [, , width = 0, height = 0] = node?.frame ?? [];
+  const control = controlFor(context, id, name, enabled);
+  if (control) return html`<span class="accessory-view control-${node?.kind}">${control}</span>`;
+  return html`<span class="accessory-view" ${styled({ width: `${width}px`, height: `${height}px` })}>${placedView(context, id)}</span>`;
+}
+
+function accessoryMark(cell: CellNode): TemplateResult | typeof nothing {
+  if (cell.accessory === 'disclosure') return chevronRight();
+  if (cell.accessory === 'checkmark') return checkmark();
+  return nothing;
+}
+
+function texts(context: Context, cell: CellNode): TemplateResult | typeof nothing {
+  const { text, detail } = cell;
+  if (!text?.string && !detail?.string) return nothing;
+  return html`<span class="texts">
+    ${text?.string ? line(context, text, 'text') : nothing}
+    ${detail?.string ? line(context, detail, 'detail') : nothing}
+  </span>`;
+}
+
+function line(context: Context, text: Text, kind: 'text' | 'detail'): TemplateResult {
+  return html`<span class=${kind} ${styled({
+    color: cssTextColor(text.color, isDark(context) ? 'dark' : 'light'),
+    opacity: text.alpha,
+    'font-size': text.size && text.size !== standardTextSize ? `calc(${text.size}px * var(--text-scale))` : undefined,
+    'font-weight': cssWeight(text.weight),
+    '--lines': text.lines === undefined ? 1 : text.lines || 'none',
+  })}>${text.string}</span>`;
+}

@@ -1,0 +1,91 @@
+// A row of a table. It is a list item; where a tap on it does something its cell is a button, where
+// it holds a control the control is what one reaches.
+
+import { html, nothing, type TemplateResult } from 'lit';
+import { nodeOf, type CellNode, type RowNode } from '../protocol/tree.js';
+import { styled } from '../directives/styled.js';
+import { cellContent, cellLook, controlsOf } from './cell.js';
+import type { Context } from './context.js';
+import { info, minus, plus, warning } from './icons.js';
+
+/** How rows of one section are used: a choice has a checkmark on one of them. */
+export type RowUse = 'plain' | 'choice';
+
+export function row(context: Context, id: string, use: RowUse): TemplateResult {
+  const node = nodeOf(context.tree, id, 'row');
+  if (!node) return html``;
+  const cellId = node.children.find((child) => context.tree.nodes[child]?.kind === 'cell');
+  const cell = cellId === undefined ? undefined : nodeOf(context.tree, cellId, 'cell');
+  return html`<div
+    class="row ${context.inspected === id ? 'inspected' : ''}"
+    role="listitem"
+    data-node=${id}
+    data-identifier=${node.identifier ?? nothing}
+    ${styled({ '--row-height': `${node.height ?? 44}px` })}
+  >${cell && cellId !== undefined ? shownRow(context, id, node, cellId, cell, use) : hiddenRow(node)}</div>`;
+}
+
+// Out of sight a row has no cell, but it keeps its height and its name.
+function hiddenRow(node: RowNode): TemplateResult {
+  if (node.problem) return html`<div class="cell problem">${warning()}<span>${node.problem}</span></div>`;
+  return html`<span class="visually-hidden">${node.title ?? ''}</span>`;
+}
+
+function shownRow(context: Context, id: string, node: RowNode, cellId: string, cell: CellNode, use: RowUse): TemplateResult {
+  const controls = controlsOf(context, cellId);
+  const enabled = cell.enabled !== false && cell.interactive !== false;
+  const content = html`${cellContent(context, cellId, cell, node, enabled)}`;
+  return html`${editingControl(context, id, node)}
+    ${node.selectable && controls.length === 0
+      ? tappable(context, id, cell, enabled, use, content)
+      : plainCell(context, id, node, cell, enabled, controls.length > 0, content)}
+    ${cell.accessory === 'detail' ? detailButton(context, id, node) : nothing}
+    ${node.problem ? html`<p class="row-problem">${warning()}${node.problem}</p>` : nothing}`;
+}
+
+function tappable(context: Context, id: string, cell: CellNode, enabled: boolean, use: RowUse, content: TemplateResult): TemplateResult {
+  return html`<button
+    type="button"
+    class=${cellClass(cell, 'tappable')}
+    ?disabled=${!enabled}
+    aria-pressed=${use === 'choice' ? String(cell.accessory === 'checkmark') : nothing}
+    ${styled(cellLook(cell))}
+    @click=${() => void context.act({ action: 'tap', node: id })}
+  >${content}</button>`;
+}
+
+function plainCell(
+  context: Context, id: string, node: RowNode, cell: CellNode, enabled: boolean, hasControls: boolean, content: TemplateResult,
+): TemplateResult {
+  const click = (event: MouseEvent): void => {
+    const field = (event.currentTarget as HTMLElement).querySelector<HTMLInputElement>('.text-field:not(:disabled)');
+    if (field && event.target !== field) return field.focus();
+    if (node.selectable && !(event.target as HTMLElement).closest('button, input')) void context.act({ action: 'tap', node: id });
+  };
+  return html`<div
+    class=${cellClass(cell, hasControls ? 'with-control' : '')}
+    role="group"
+    aria-label=${node.title || nothing}
+    aria-disabled=${enabled ? nothing : 'true'}
+    ${styled(cellLook(cell))}
+    @click=${click}
+  >${content}</div>`;
+}
+
+function cellClass(cell: CellNode, more: string): string {
+  const disabled = cell.enabled === false ? 'disabled' : '';
+  return `cell style-${cell.style ?? 'default'} ${cell.cellType ?? ''} ${cell.selected ? 'selected' : ''} ${disabled} ${more}`;
+}
+
+function detailButton(context: Context, id: string, node: RowNode): TemplateResult {
+  return html`<button class="detail-button" type="button" aria-label="More about ${node.title ?? 'this row'}"
+    @click=${() => void context.act({ action: 'tap', node: id })}>${info()}</button>`;
+}
+
+function editingControl(context: Context, id: string, node: RowNode): TemplateResult | typeof nothing {
+  const style = node.editing?.style ?? 'none';
+  if (style === 'none') return nothing;
+  return html`<button class="editing-control ${style}" type="button"
+    aria-label="${style === 'delete' ? 'Remove' : 'Insert'} ${node.title ?? ''}"
+    @click=${() => void context.act({ action: 'commit', node: id })}>${style === 'delete' ? minus() : plus()}</button>`;
+}

@@ -1,0 +1,85 @@
+// Views that stand where their frame says: what a page or a cell adds by itself.
+
+import { html, nothing, type TemplateResult } from 'lit';
+import type { ButtonNode, ImageNode, LabelNode, Picture, TreeNode } from '../protocol/tree.js';
+import { styled, type Styles } from '../directives/styled.js';
+import { cssColor, cssTextColor, cssWeight } from './color.js';
+import { isDark, type Context } from './context.js';
+import { controlFor } from './control.js';
+import { symbol } from './icons.js';
+
+/** A picture of the tree; its bytes are asked for by the hash of their content. */
+export function picture(image: Picture, className: string, name = ''): TemplateResult {
+  if ('symbol' in image) return symbol(image.symbol);
+  return html`<img class=${className} src="images/${image.hash}" alt=${name} draggable="false"
+    ${styled({ '--width': `${image.width}px`, '--height': `${image.height}px` })}>`;
+}
+
+/** The look that any view may have. */
+export function lookOf(node: TreeNode): Styles {
+  const layer = node.layer;
+  return {
+    opacity: node.alpha,
+    'background-color': cssColor(node.background),
+    'border-radius': layer?.radius ? `${layer.radius}px` : undefined,
+    'border': layer?.borderWidth ? `${layer.borderWidth}px solid ${cssColor(layer.borderColor) ?? 'currentcolor'}` : undefined,
+    '--tint': cssColor(node.tint),
+    'transition': node.animation ? `opacity ${node.animation.duration}s` : undefined,
+  };
+}
+
+/** The children of a node, each at its frame. */
+export function placedChildren(context: Context, id: string): TemplateResult[] {
+  const children = context.tree.nodes[id]?.children ?? [];
+  return children.map((child) => placedView(context, child));
+}
+
+export function placedView(context: Context, id: string): TemplateResult {
+  const node = context.tree.nodes[id];
+  if (!node || node.hidden) return html``;
+  return html`<div class="view view-${node.kind}" ${styled({ ...frameOf(node), ...lookOf(node) })}>
+    ${viewContent(context, id, node)}
+  </div>`;
+}
+
+function frameOf(node: TreeNode): Styles {
+  const [x, y, width, height] = node.frame ?? [0, 0, 0, 0];
+  return { left: `${x}px`, top: `${y}px`, width: `${width}px`, height: `${height}px` };
+}
+
+function viewContent(context: Context, id: string, node: TreeNode): unknown {
+  switch (node.kind) {
+    case 'label': return label(context, node);
+    case 'image': return image(node);
+    case 'button': return button(context, id, node);
+    case 'activity': return node.animating ? html`<span class="spinner" role="progressbar" aria-label="Busy"></span>` : nothing;
+    case 'view': return placedChildren(context, id);
+    default: return controlFor(context, id, node.label ?? '', node.interactive !== false) ?? placedChildren(context, id);
+  }
+}
+
+function label(context: Context, node: LabelNode): TemplateResult {
+  return html`<span class="label" ${styled({
+    color: cssTextColor(node.color, isDark(context) ? 'dark' : 'light'),
+    'font-size': node.size ? `calc(${node.size}px * var(--text-scale))` : undefined,
+    'font-weight': cssWeight(node.weight),
+    'text-align': node.alignment === 'natural' ? undefined : node.alignment,
+    '-webkit-line-clamp': node.lines || undefined,
+  })}>${node.string ?? ''}</span>`;
+}
+
+// The platform's content modes.
+const fits: Record<string, string> = { scaleToFill: 'fill', scaleAspectFit: 'contain', scaleAspectFill: 'cover', center: 'none' };
+
+function image(node: ImageNode): TemplateResult | typeof nothing {
+  if (!node.image) return nothing;
+  return html`<div class="image-view" ${styled({ '--fit': fits[node.contentMode ?? 'scaleToFill'] ?? 'fill' })}>
+    ${picture(node.image, 'placed-image', node.label ?? '')}
+  </div>`;
+}
+
+function button(context: Context, id: string, node: ButtonNode): TemplateResult {
+  return html`<button type="button" class="plain-button ${node.destructive ? 'destructive' : ''}" data-node=${id}
+    ?disabled=${node.enabled === false}
+    @click=${() => void context.act({ action: 'tap', node: id })}>${node.string ?? ''}</button>`;
+}

@@ -1,0 +1,2 @@
+import './styles/app.css';
+import './components/app.js';

@@ -1,0 +1,78 @@
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import { assertAccessible } from '../support/accessibility.mjs';
+import { launchBrowser } from '../support/browser.mjs';
+import { eventually } from '../support/eventually.mjs';
+import { everyKind } from '../support/fixture.mjs';
+import { openAlone } from '../support/page-alone.mjs';
+
+let browser;
+before(async () => { browser = await launchBrowser(); });
+after(() => browser.close());
+
+const side = {
+  type: 'side',
+  file: {
+    path: '/var/jb/var/mobile/Library/Preferences/com.hollowmere.zentrovaprefs.plist', state: 'ok',
+    entries: { presentationStyle: 1, enabled: true }, changed: [{ key: 'presentationStyle', before: 0, after: 1 }],
+  },
+  log: [{ time: 0.1, source: 'nslog', message: '[Zentrova] source: 0' }],
+  programs: [{ path: '/var/jb/usr/bin/sbreload', arguments: ['sbreload'], environment: null, exit: 0 }],
+  row: { node: '1', identifier: 'presentationStyle', cellType: 'PSSegmentCell', properties: { key: 'presentationStyle' } },
+};
+
+for (const appearance of ['light', 'dark']) {
+  for (const [size, width, height] of [['wide', 1280, 900], ['tablet window', 900, 900], ['phone window', 390, 844]]) {
+    test(`no barriers: ${appearance}, ${size}`, async () => {
+      const fixture = everyKind({ appearance }, { back: 'Settings' });
+      const { page, context, server, trouble } = await openAlone(browser, fixture.tree, { viewport: { width, height }, reducedMotion: 'reduce' });
+      server.send(side);
+      server.send({ type: 'event', event: 'homeScreenRestarted' });
+      await page.getByText('The home screen restarted. It reads').waitFor();
+      await assertAccessible(page, 'the page');
+      if (size !== 'wide') {
+        for (const tab of ['File', 'Row', 'Log', 'Programs', 'Device']) {
+          await page.getByRole('tab', { name: tab }).click();
+          await assertAccessible(page, tab);
+        }
+      }
+      assert.deepEqual(trouble, []);
+      await context.close();
+    });
+  }
+
+  test(`no barriers: dialogs, ${appearance}`, async () => {
+    for (const node of [
+      { kind: 'alert', style: 'alert', title: 'Restart?', message: 'Now.', actions: [{ title: 'Cancel', style: 'cancel' }, { title: 'Restart', style: 'destructive' }] },
+      { kind: 'alert', style: 'sheet', title: 'Restart?', actions: [{ title: 'Restart', style: 'destructive' }, { title: 'Cancel', style: 'cancel' }] },
+      { kind: 'crash', name: 'NSRangeException', reason: 'index 4 beyond bounds' },
+    ]) {
+      const fixture = everyKind({ appearance });
+      fixture.tree.nodes['900'] = { ...node, children: [] };
+      fixture.tree.nodes[fixture.tree.root].children.push('900');
+      const { page, context } = await openAlone(browser, fixture.tree, { reducedMotion: 'reduce' });
+      await page.getByRole('alertdialog').waitFor();
+      await assertAccessible(page, `${node.kind} ${node.style ?? ''}`);
+      await context.close();
+    }
+  });
+}
+
+test('what the application announces is read aloud', async () => {
+  const { page, context, server } = await openAlone(browser, everyKind().tree);
+  server.send({ type: 'event', event: 'announce', text: 'Two rows were inserted' });
+  await eventually(async () => (await page.locator('[data-live]').textContent()) === 'Two rows were inserted', 'the live region says it');
+  await context.close();
+});
+
+test('the row that has the focus shows its specifier, and "i" goes there', async () => {
+  const fixture = everyKind();
+  const { page, context, server } = await openAlone(browser, fixture.tree);
+  await page.getByRole('switch', { name: 'Enabled' }).focus();
+  await eventually(() => server.sent.some((message) => message.type === 'inspect' && message.node === fixture.rows.enabled), 'the row is asked for');
+  server.send({ ...side, row: { node: fixture.rows.enabled, identifier: 'enabled', cellType: 'PSSwitchCell', properties: { key: 'enabled', default: true } } });
+  await page.locator('.pane-row').getByText('PSSwitchCell').waitFor();
+  await page.keyboard.press('i');
+  await eventually(() => page.evaluate(() => document.activeElement.dataset.pane === 'row'), 'the pane has the focus');
+  await context.close();
+});

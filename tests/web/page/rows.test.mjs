@@ -1,0 +1,103 @@
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import { launchBrowser } from '../support/browser.mjs';
+import { eventually } from '../support/eventually.mjs';
+import { everyKind, TreeBuilder } from '../support/fixture.mjs';
+import { openAlone } from '../support/page-alone.mjs';
+
+let browser;
+before(async () => { browser = await launchBrowser(); });
+after(() => browser.close());
+
+/** The operations that put a new switch into a section. */
+function insertSwitch(fixture, section, place, identifier, title) {
+  const known = new Set(Object.keys(fixture.builder.nodes));
+  const row = fixture.builder.switchRow(identifier, title, false);
+  const added = Object.keys(fixture.builder.nodes).filter((id) => !known.has(id));
+  return [
+    ...added.map((id) => ({ op: 'add', path: `/nodes/${id}`, value: fixture.builder.nodes[id] })),
+    { op: 'add', path: `/nodes/${section}/children/${place}`, value: row },
+  ];
+}
+
+test('a row keeps its focus, its caret and what is typed in it when another one is inserted above', async () => {
+  const fixture = everyKind();
+  const { page, context, server, trouble } = await openAlone(browser, fixture.tree);
+  const field = page.locator('.row[data-identifier="name"]').getByRole('textbox');
+  await field.click();
+  await page.keyboard.type('abcdef');
+  await page.keyboard.press('ArrowLeft');
+  await page.keyboard.press('ArrowLeft');
+  server.patch(insertSwitch(fixture, fixture.sections.access, 0, 'new', 'New row'));
+  await page.getByRole('switch', { name: 'New row' }).waitFor();
+  assert.equal(await field.evaluate((input) => document.activeElement === input && input.selectionStart), 4);
+  await page.keyboard.type('X');
+  assert.equal(await field.inputValue(), 'abcdXef');
+  assert.deepEqual(trouble, []);
+  await context.close();
+});
+
+test('a finger on a slider keeps it when a row is inserted above', async () => {
+  const fixture = everyKind();
+  const { page, context, server } = await openAlone(browser, fixture.tree);
+  const slider = page.locator('.row[data-identifier="backgroundBlur"]').getByRole('slider');
+  const box = await slider.boundingBox();
+  const y = box.y + box.height / 2;
+  await page.mouse.move(box.x + box.width * 0.75, y);
+  await page.mouse.down();
+  await page.mouse.move(box.x + box.width * 0.5, y);
+  server.patch(insertSwitch(fixture, fixture.sections.look, 0, 'new', 'New row'));
+  await page.getByRole('switch', { name: 'New row' }).waitFor();
+  assert.ok(Math.abs(Number(await slider.inputValue()) - 0.5) < 0.05, 'the value under the finger stays');
+  await page.mouse.move(box.x + box.width * 0.25, y);
+  await page.mouse.up();
+  await eventually(() => server.actions.some((action) => action.action === 'slide'), 'the value is sent on release');
+  assert.ok(Math.abs(server.actions.find((action) => action.action === 'slide').value - 0.25) < 0.05);
+  await context.close();
+});
+
+test('rows come and go with movement, and without where it is not wanted', async () => {
+  for (const reducedMotion of ['no-preference', 'reduce']) {
+    const fixture = everyKind();
+    const { page, context, server, trouble } = await openAlone(browser, fixture.tree, { reducedMotion });
+    const running = () => page.evaluate(() => document.getAnimations().filter((each) => !(each instanceof CSSTransition)
+      && each.effect.target.closest('.rows')).length);
+    server.patch(insertSwitch(fixture, fixture.sections.presentation, 2, 'new', 'New row'));
+    await page.getByRole('switch', { name: 'New row' }).waitFor();
+    assert.equal((await running()) > 0, reducedMotion === 'no-preference', reducedMotion);
+    await eventually(async () => (await running()) === 0, 'the movement ends');
+
+    server.patch([{ op: 'remove', path: `/nodes/${fixture.sections.presentation}/children/2` }]);
+    await page.getByRole('switch', { name: 'New row' }).waitFor({ state: 'detached' });
+    await eventually(async () => (await page.locator('.row.ghost').count()) === 0, 'what leaves is gone in the end');
+    assert.deepEqual(trouble, []);
+    await context.close();
+  }
+});
+
+test('rows out of sight have no cell but keep their height and their name', async () => {
+  const b = new TreeBuilder();
+  const rows = Array.from({ length: 40 }, (_, index) => (index < 20
+    ? b.switchRow(`row${index}`, `Row ${index}`, false)
+    : b.row(`row${index}`, `Row ${index}`, undefined, { height: 60, visible: false })));
+  const fixture = b.page('Long', [b.section(undefined, undefined, rows)]);
+  const { page, context, server } = await openAlone(browser, b.tree(fixture));
+  const last = page.locator('.row').last();
+  assert.equal((await last.evaluate((row) => row.offsetHeight)), 60);
+  assert.equal(await page.getByRole('listitem').count(), 40);
+  assert.equal((await last.textContent()).trim(), 'Row 39');
+  await page.locator('.table-scroll').hover();
+  await page.mouse.wheel(0, 1000);
+  await eventually(() => server.sent.some((message) => message.action === 'scroll'), 'the server is told where one has scrolled to');
+  await context.close();
+});
+
+test('static text that is too long for its row makes it higher instead of being cut', async () => {
+  const b = new TreeBuilder({ textScale: 2 });
+  const row = b.staticRow('text', 'A text of many words that does not fit into the height that was thought of for it.', 44);
+  const { page, context } = await openAlone(browser, b.tree(b.page('Text', [b.section(undefined, undefined, [row])])));
+  const cut = await page.locator('.row .text').evaluate((text) => text.scrollHeight > text.clientHeight + 1);
+  assert.equal(cut, false);
+  assert.ok(await page.locator('.row').evaluate((element) => element.offsetHeight > 100));
+  await context.close();
+});

@@ -1,0 +1,16 @@
+// The rules of axe-core on a page, in the page's own world: its policy lets no script in.
+
+import assert from 'node:assert/strict';
+import { readFile } from 'node:fs/promises';
+import { createRequire } from 'node:module';
+
+const source = await readFile(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
+
+/** Nothing that axe-core counts as serious or critical may be found. */
+export async function assertAccessible(page, what) {
+  await page.evaluate(source);
+  const { violations } = await page.evaluate(() => globalThis.axe.run(document));
+  const serious = violations.filter(({ impact }) => impact === 'serious' || impact === 'critical');
+  const report = serious.map(({ id, nodes }) => `${id}: ${nodes.map((node) => `${node.html}\n    ${node.failureSummary}`).join('\n  ')}`);
+  assert.deepEqual(report, [], `${what} has barriers:\n${report.join('\n')}`);
+}

@@ -1,0 +1,123 @@
+// Builds trees as the server sends them (docs/tree.md), for tests of the page alone.
+
+const label = { name: 'labelColor' };
+const secondary = { name: 'secondaryLabelColor' };
+
+export class TreeBuilder {
+  constructor(device = {}) {
+    this.nodes = {};
+    this.count = 0;
+    this.device = {
+      idiom: 'phone', system: '15.4', screen: { width: 390, height: 844, scale: 3 },
+      appearance: 'light', textScale: 1, tint: '007AFFFF', ...device,
+    };
+  }
+
+  add(node, children = []) {
+    const id = String(++this.count);
+    this.nodes[id] = { ...node, children };
+    return id;
+  }
+
+  cell(members, content = [], accessoryView) {
+    const children = [this.add({ kind: 'view', role: 'content' }, content)];
+    if (accessoryView) children.push(accessoryView);
+    return this.add({ kind: 'cell', class: 'PSTableCell', ...members }, children);
+  }
+
+  row(identifier, title, cell, members = {}) {
+    return this.add({ kind: 'row', identifier, title, height: 44, visible: true, ...members }, cell ? [cell] : []);
+  }
+
+  text(string, color = label) {
+    return { string, color, lines: 1, size: 17, weight: 'regular' };
+  }
+
+  switchRow(identifier, title, on, members = {}) {
+    const control = this.add({ kind: 'switch', role: 'accessoryView', on, ...members });
+    return this.row(identifier, title, this.cell({ cellType: 'PSSwitchCell', text: this.text(title) }, [], control));
+  }
+
+  segmentRow(identifier, title, segments, selected) {
+    const control = this.add({ kind: 'segmented', segments, selected });
+    return this.row(identifier, title, this.cell({ cellType: 'PSSegmentCell' }, [control]));
+  }
+
+  sliderRow(identifier, title, members) {
+    const control = this.add({ kind: 'slider', value: 0.5, min: 0, max: 1, continuous: false, ...members });
+    return this.row(identifier, title, this.cell({ cellType: 'PSSliderCell' }, [control]));
+  }
+
+  fieldRow(identifier, title, members) {
+    const control = this.add({ kind: 'textField', string: '', ...members });
+    return this.row(identifier, title, this.cell({ cellType: 'PSEditTextCell', text: this.text(title) }, [control]));
+  }
+
+  buttonRow(identifier, title, members = {}) {
+    const text = this.text(title, { rgba: [0, 122 / 255, 1, 1] });
+    return this.row(identifier, title, this.cell({ cellType: 'PSButtonCell', text, ...members }), { selectable: members.enabled !== false });
+  }
+
+  valueRow(identifier, title, value, members = {}) {
+    const cell = { cellType: 'PSTitleValueCell', style: 'value1', text: this.text(title), detail: this.text(value, secondary), ...members };
+    return this.row(identifier, title, this.cell(cell), { selectable: members.accessory === 'disclosure' });
+  }
+
+  staticRow(identifier, title, height = 64) {
+    const cell = this.cell({ cellType: 'PSStaticTextCell', text: { ...this.text(title), lines: 0 } });
+    return this.row(identifier, title, cell, { height });
+  }
+
+  section(header, footer, rows) {
+    return this.add({ kind: 'section', ...(header && { header }), ...(footer && { footer }) }, rows);
+  }
+
+  page(title, sections, bar = {}) {
+    const table = this.add({ kind: 'table', style: 'insetGrouped', offset: 0, frame: [0, 0, 390, 844] }, sections);
+    const page = this.add({ kind: 'page', title }, [table]);
+    return { page, table, bar: { title, titleOpacity: 1, largeTitle: false, ...bar } };
+  }
+
+  tree({ page, bar }, presented = []) {
+    const navigation = this.add({ kind: 'navigation', bar }, [page]);
+    const root = this.add({ kind: 'window' }, [navigation, ...presented]);
+    return { revision: 1, root, nodes: this.nodes, device: this.device };
+  }
+}
+
+/** A page with a row of every kind. `ids` names what tests reach for. */
+export function everyKind(device, bar) {
+  const b = new TreeBuilder(device);
+  const rows = {
+    enabled: b.switchRow('enabled', 'Enabled', true),
+    respring: b.buttonRow('respring', 'Respring'),
+    text: b.staticRow('presentationText', 'Full Screen covers the display. Compact opens a panel at the edge you swipe from.'),
+    style: b.segmentRow('presentationStyle', 'Presentation style', ['Full Screen', 'Compact'], 0),
+    expanded: b.switchRow('presentFullyExpanded', 'Present fully expanded', false),
+    blur: b.sliderRow('backgroundBlur', 'Background blur', { value: 0.75, showValue: true }),
+    corner: b.sliderRow('cornerRadius', 'Module corners', { value: 16, min: 0, max: 32, segmentCount: 8, showValue: true }),
+    material: b.valueRow('moduleMaterial', 'Module material', 'Regular', { accessory: 'disclosure' }),
+    version: b.valueRow('version', 'Version', '1.0.0'),
+    arrange: b.buttonRow('arrangeModules', 'Arrange Modules', { enabled: false }),
+    name: b.fieldRow('name', 'Name', { placeholder: 'Control Center' }),
+    passcode: b.fieldRow('passcode', 'Passcode', { secure: true, keyboard: 'number', string: '1234' }),
+  };
+  const sections = {
+    general: b.section(undefined, 'Respring restarts the home screen, so that Control Center picks up your changes.', [rows.enabled, rows.respring]),
+    presentation: b.section('Presentation', 'Reverse module order: When presented from the top, reverse the module order configuration.', [rows.text, rows.style, rows.expanded]),
+    look: b.section('Background Blur', undefined, [rows.blur, rows.corner, rows.material]),
+    access: b.section('Access', 'It is kept as plain text in the settings file; leave it empty for none.', [rows.name, rows.passcode, rows.version, rows.arrange]),
+  };
+  const page = b.page('Zentrova', Object.values(sections), bar);
+  return { builder: b, tree: b.tree(page), rows, sections, table: page.table };
+}
+
+/** The first node of a kind at or below a node. */
+export function below(tree, id, kind) {
+  if (tree.nodes[id].kind === kind) return id;
+  for (const child of tree.nodes[id].children) {
+    const found = below(tree, child, kind);
+    if (found) return found;
+  }
+  return undefined;
+}
