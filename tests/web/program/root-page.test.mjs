@@ -13,6 +13,13 @@ after(() => browser.close());
 const radio = (row, index) => row.getByRole('radio').nth(index);
 const isSelected = async (row, index) => eventually(async () => (await radio(row, index).getAttribute('aria-checked')) === 'true', `segment ${index} is selected`);
 
+/** Brings a row into sight as a finger does; a row out of sight has no control. */
+async function reveal(row) {
+  await row.scrollIntoViewIfNeeded();
+  await row.locator('.cell').waitFor();
+  return row;
+}
+
 /** The identifiers of the rows that are shown, in their order. */
 const identifiers = (page) => page.locator('.page:not(.ghost) .row:not(.ghost)').evaluateAll((rows) => rows.map((row) => row.dataset.identifier));
 
@@ -67,12 +74,12 @@ test('the restart row starts the stand-in, says so, and lists the program withou
 
 test('slider, text, passcode and choice are written with their types', async () => {
   const { page, row, device, trouble, close } = await openAll(browser);
-  await row('backgroundBlur').getByRole('slider').focus();
+  await (await reveal(row('backgroundBlur'))).getByRole('slider').focus();
   await page.keyboard.press('Home');
   await eventually(async () => (await device.read().catch(() => ({}))).backgroundBlur?.[1] === 0, 'the slider is in the file');
   assert.equal((await device.read()).backgroundBlur[0], 'float');
 
-  await row('moduleMaterial').getByRole('button').click();
+  await (await reveal(row('moduleMaterial'))).getByRole('button').click();
   await page.getByRole('button', { name: 'Thick' }).click();
   await eventually(async () => (await device.read()).moduleMaterial?.[1] === 'thick', 'the choice is in the file');
   await page.locator('.bar .back').click();
@@ -105,7 +112,7 @@ test('every switch, segment and slider of the page takes a touch', async () => {
   const row = (name) => page.locator(`.row[data-identifier="${name}"]`);
   await radio(row('gestureSegmentCell'), 2).tap();
   await isSelected(row('gestureSegmentCell'), 2);
-  await row('cornerRadius').getByRole('slider').tap();
+  await (await reveal(row('cornerRadius'))).getByRole('slider').tap();
   await eventually(async () => (await device.read()).cornerRadius !== undefined, 'the slider is in the file');
   assert.deepEqual((await device.read()).gestureCorner, ['int', 2]);
   assert.deepEqual(trouble, []);
