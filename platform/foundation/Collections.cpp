@@ -132,12 +132,21 @@ DictionaryStore* dictionaryStoreOf(std::vector<DictionarySlot> slots) {
   return store;
 }
 
-template <class Entries>
-std::vector<DictionarySlot> slotsOf(Entries&& entries) {
+std::vector<DictionarySlot> slotsOf(
+    std::initializer_list<std::pair<std::string_view, Value>> entries) {
+  std::vector<DictionarySlot> slots;
+  slots.reserve(entries.size());
+  for (const auto& [key, value] : entries) {
+    if (!value.isNone()) slots.push_back({Value::string(key), value});
+  }
+  return slots;
+}
+
+std::vector<DictionarySlot> slotsOf(std::vector<std::pair<std::string, Value>>&& entries) {
   std::vector<DictionarySlot> slots;
   slots.reserve(entries.size());
   for (auto& [key, value] : entries) {
-    if (!value.isNone()) slots.push_back({Value::string(key), value});
+    if (!value.isNone()) slots.push_back({Value::string(key), std::move(value)});
   }
   return slots;
 }
@@ -162,7 +171,7 @@ Dictionary::Dictionary(std::initializer_list<std::pair<std::string_view, Value>>
     : _store(dictionaryStoreOf(slotsOf(entries))) {}
 
 Dictionary::Dictionary(std::vector<std::pair<std::string, Value>> entries)
-    : _store(dictionaryStoreOf(slotsOf(entries))) {}
+    : _store(dictionaryStoreOf(slotsOf(std::move(entries)))) {}
 
 const Value* Dictionary::find(std::string_view key) const noexcept {
   const std::size_t index = lowerBound(slots(), size(), key);
@@ -182,9 +191,9 @@ Dictionary Dictionary::with(std::string_view key, const Value& value) && {
   if (value.isNone()) return std::move(*this).without(key);
   const std::size_t index = lowerBound(slots(), size(), key);
   if (hasKeyAt(_store.get(), index, key)) {
-    const Value replacement = value;  // `value` may lie in this dictionary
+    Value replacement = value;  // `value` may lie in this dictionary
     if (!ownsAlone()) *this = Dictionary(copyOf(_store.get(), size()));
-    _store->slots()[index].value = replacement;
+    _store->slots()[index].value = std::move(replacement);
     return std::move(*this);
   }
   DictionarySlot slot{Value::string(key), value};

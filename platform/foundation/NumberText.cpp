@@ -277,7 +277,8 @@ std::optional<double> parseDate(std::string_view text) noexcept {
   }
   std::int64_t days = daysBeforeYear(year) - daysBeforeYear(2001) + day - 1;
   for (int m = 1; m < month; ++m) days += daysInMonth(year, m);
-  return static_cast<double>(days * secondsPerDay + hour * 3600 + minute * 60 + second);
+  return static_cast<double>(days * secondsPerDay + std::int64_t{hour} * 3600 +
+                             std::int64_t{minute} * 60 + second);
 }
 
 std::optional<std::string> formatDate(double secondsSinceReferenceDate) {

@@ -82,7 +82,7 @@ PropertyListResult readAny(std::string_view bytes, const std::shared_ptr<const v
                    "more than " + std::to_string(limits.bytes) + " bytes, which is the limit");
   }
   using binary_property_list::magic;
-  if (bytes.starts_with(magic)) return readBinaryPropertyList(bytes, std::move(keeper), limits);
+  if (bytes.starts_with(magic)) return readBinaryPropertyList(bytes, keeper, limits);
   if (bytes.starts_with("bplist")) {
     return refused(6, "this version of the binary form is not supported");
   }
@@ -121,9 +121,9 @@ PropertyListResult readPropertyList(std::string_view bytes, const PropertyListLi
 }
 
 PropertyListResult readSharedPropertyList(std::string_view bytes,
-                                          std::shared_ptr<const void> keeper,
+                                          const std::shared_ptr<const void>& keeper,
                                           const PropertyListLimits& limits) {
-  return readGuarded(bytes, std::move(keeper), limits);
+  return readGuarded(bytes, keeper, limits);
 }
 
 std::optional<Dictionary> dictionaryWithContentsOfFile(std::string_view path,

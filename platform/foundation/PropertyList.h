@@ -47,7 +47,7 @@ PropertyListResult readPropertyList(std::string_view bytes, const PropertyListLi
 // The same of bytes that `keeper` owns and nobody changes; large data keeps a share of them instead
 // of a copy of its part.
 PropertyListResult readSharedPropertyList(std::string_view bytes,
-                                          std::shared_ptr<const void> keeper,
+                                          const std::shared_ptr<const void>& keeper,
                                           const PropertyListLimits& limits = {});
 
 struct PropertyListText {

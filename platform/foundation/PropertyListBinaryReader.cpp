@@ -348,9 +348,11 @@ bool BinaryReader::readScalar(std::size_t object, const Head& head, bool asKey) 
         return false;
       }
   }
-  // Else a file could make many copies of a long text or of much data with one byte each.
-  constexpr std::size_t shortContent = 16;
-  if (head.count >= shortContent) remember(object, 1, 0);
+  // Else a file could make many copies of a long text or of much data with one byte each. Shorter
+  // ones lie in their values and are read again as fast as they are looked up.
+  constexpr std::size_t shortContent = 30;
+  const auto text = _builder.last().asString();
+  if ((text ? text->size() : head.count) > shortContent) remember(object, 1, 0);
   return true;
 }
 

@@ -16,7 +16,7 @@ namespace platform {
 namespace {
 
 // The text of data from this size on is a piece of its own.
-constexpr std::size_t ownPiece = 64 * 1024;
+constexpr std::size_t ownPiece = std::size_t{64} * 1024;
 
 // Marks the first byte that must be looked at: a control, '<', '>', '&', what is not ASCII.
 constexpr std::uint64_t specialBytes(std::uint64_t word) noexcept {

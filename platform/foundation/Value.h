@@ -177,18 +177,20 @@ class Value {
     ValueKind kind;
   };
 
+  // NOLINTBEGIN(bugprone-sizeof-expression): the payload may be a pointer itself.
   template <class T>
   Value(ValueKind kind, T payload) noexcept {
     static_assert(sizeof(T) <= inlineCapacity);
-    std::memcpy(_storage.payload, &payload, sizeof payload);
+    std::memcpy(_storage.payload, &payload, sizeof(T));
     _storage.kind = kind;
   }
   template <class T>
   T payload() const noexcept {
     T result;
-    std::memcpy(&result, _storage.payload, sizeof result);
+    std::memcpy(&result, _storage.payload, sizeof(T));
     return result;
   }
+  // NOLINTEND(bugprone-sizeof-expression)
   // Text of which inlineCapacity bytes may be read, however short it is.
   struct InlineText {
     const char* bytes;

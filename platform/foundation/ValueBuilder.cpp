@@ -101,7 +101,7 @@ void ValueBuilder::grow() {
 // The outermost container takes the whole block over where a copy would cost more than the room
 // that is given back.
 bool ValueBuilder::isWorthKeeping(const Frame& frame) const noexcept {
-  constexpr std::size_t smallest = 64 * 1024;
+  constexpr std::size_t smallest = std::size_t{64} * 1024;
   return _block != nullptr && frame.start == 0 && _size * sizeof(Value) >= smallest;
 }
 

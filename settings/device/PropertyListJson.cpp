@@ -70,7 +70,8 @@ ordered_json jsonFromArray(const Array& array) {
   return json;
 }
 
-// Takes what the JSON parser meets and builds the value from the inside.
+// Takes what the JSON parser meets and builds values from the inside; what an object may stand for
+// is left to the Interpreter.
 class ValueHandler : public nlohmann::json_sax<ordered_json> {
  public:
   PropertyListFromJson result() && {
@@ -102,9 +103,9 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
     return add(std::move(array));
   }
   bool end_object() override {
-    const Dictionary dictionary(std::move(_frames.back().entries));
+    Dictionary dictionary(std::move(_frames.back().entries));
     _frames.pop_back();
-    return addObject(dictionary);
+    return add(std::move(dictionary));
   }
   bool parse_error(std::size_t position, const std::string&,
                    const ordered_json::exception& error) override {
@@ -144,18 +145,54 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
     return true;
   }
 
-  bool addObject(const Dictionary& dictionary) {
-    if (dictionary.size() != 1) return add(dictionary);
-    const auto [key, value] = *dictionary.begin();
-    if (key == plainKey && value.asDictionary() != nullptr) return add(value);
-    const auto text = value.asString();
-    if (!text) return add(dictionary);
-    if (key == dataKey) return addData(*text);
-    if (key == dateKey) return addDate(*text);
-    return key == realKey ? addReal(*text) : add(dictionary);
+  std::vector<Frame> _frames;
+  Value _root;
+  std::string _error;
+};
+
+// Puts data, dates, reals and dictionaries in the place of the objects that stand for them. The
+// depth of what it is given is limited already.
+class Interpreter {
+ public:
+  PropertyListFromJson run(const Value& raw) {
+    Value value = interpreted(raw);
+    if (_error) return {Value(), std::move(_error)};
+    return {std::move(value), {}};
   }
 
-  bool addData(std::string_view text) {
+ private:
+  Value refuse(const char* why) {
+    _error = why;
+    return {};
+  }
+
+  Value interpreted(const Value& raw) {
+    if (_error) return {};
+    if (const Array* array = raw.asArray()) return elementsOf(*array);
+    const Dictionary* dictionary = raw.asDictionary();
+    if (dictionary == nullptr) return raw;
+    if (!isAmbiguous(*dictionary)) return membersOf(*dictionary);
+    const auto [key, value] = *dictionary->begin();
+    if (key == plainKey) return membersOf(*value.asDictionary());
+    if (key == dataKey) return dataOf(*value.asString());
+    return key == dateKey ? dateOf(*value.asString()) : realOf(*value.asString());
+  }
+
+  Value elementsOf(const Array& array) {
+    std::vector<Value> elements;
+    elements.reserve(array.size());
+    for (const Value& element : array) elements.push_back(interpreted(element));
+    return Array(std::move(elements));
+  }
+
+  Value membersOf(const Dictionary& dictionary) {
+    std::vector<std::pair<std::string, Value>> entries;
+    entries.reserve(dictionary.size());
+    for (const auto& [key, value] : dictionary) entries.emplace_back(key, interpreted(value));
+    return Dictionary(std::move(entries));
+  }
+
+  Value dataOf(std::string_view text) {
     const platform::base64::Scan scan = platform::base64::scan(text);
     if (scan.problem != nullptr || scan.length != text.size()) {
       return refuse("{\"data\": ...} takes base64 text");
@@ -163,24 +200,22 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
     std::vector<std::uint8_t> bytes(scan.size + platform::base64::decodeSlack);
     platform::base64::decode(text, bytes.data());
     bytes.resize(scan.size);
-    return add(Data(std::move(bytes)));
+    return Data(std::move(bytes));
   }
 
-  bool addDate(std::string_view text) {
+  Value dateOf(std::string_view text) {
     const auto seconds = platform::number_text::parseDate(text);
     if (!seconds) return refuse("{\"date\": ...} takes a date as 2026-01-02T03:04:05Z");
-    return add(Date{*seconds});
+    return Date{*seconds};
   }
 
-  bool addReal(std::string_view text) {
+  Value realOf(std::string_view text) {
     const auto real = platform::number_text::parseReal(text);
     if (!real) return refuse("{\"real\": ...} takes nan, +infinity, -infinity or a number");
-    return add(Value::real(*real));
+    return Value::real(*real);
   }
 
-  std::vector<Frame> _frames;
-  Value _root;
-  std::string _error;
+  std::optional<std::string> _error;
 };
 
 }  // namespace
@@ -222,7 +257,8 @@ PropertyListFromJson valueFromJson(const ordered_json& json) {
 PropertyListFromJson valueFromJsonText(std::string_view text) {
   ValueHandler handler;
   ordered_json::sax_parse(text.begin(), text.end(), &handler);
-  return std::move(handler).result();
+  PropertyListFromJson raw = std::move(handler).result();
+  return raw ? Interpreter().run(raw.value) : raw;
 }
 
 }  // namespace settings

@@ -10,7 +10,8 @@
 // Property lists as JSON, for people and scripts. Data is {"data": "<base64>"}, a date
 // {"date": "2026-01-02T03:04:05Z"}, a real always has a point or an exponent, and one that is not
 // finite is {"real": "nan"}, {"real": "+infinity"} or {"real": "-infinity"}. Integers, strings,
-// booleans, lists and objects are themselves. Every function may be called from any thread.
+// booleans, lists and objects are themselves. A dictionary that would be mistaken for one of these
+// stands in {"dictionary": {...}}. Every function may be called from any thread.
 namespace settings {
 
 // What the JSON of a property list comes to, or why it is none.

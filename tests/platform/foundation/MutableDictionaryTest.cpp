@@ -1,7 +1,7 @@
 #include <atomic>
 #include <functional>
-#include <iterator>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <thread>
 
 #include "platform/foundation/Exception.h"

@@ -154,10 +154,12 @@ TEST(PropertyListBinary, OfDuplicateKeysTheLastWins) {
 TEST(PropertyListBinary, RefusesLengthsBeyondTheObjects) {
   const std::string what = "reaches beyond the objects' end";
   EXPECT_NE(refusalOf({{"\x53"s + "ab"}}).find(what), std::string::npos);
-  EXPECT_NE(refusalOf({{"\x4F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s}}).find(what), std::string::npos);
+  EXPECT_NE(refusalOf({{"\x4F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s}}).find(what),
+            std::string::npos);
   EXPECT_NE(refusalOf({{"\x6F\x13\x80\0\0\0\0\0\0\0"s}}).find(what), std::string::npos);
   EXPECT_NE(refusalOf({{"\xAF\x12\xFF\xFF\xFF\xFF"s}}).find(what), std::string::npos);
-  EXPECT_NE(refusalOf({{"\xDF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s}}).find(what), std::string::npos);
+  EXPECT_NE(refusalOf({{"\xDF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s}}).find(what),
+            std::string::npos);
   EXPECT_NE(refusalOf({{"\x13\0\0\0"s}}).find(what), std::string::npos);
   EXPECT_NE(refusalOf({{"\x23\0\0\0"s}}).find(what), std::string::npos);
   EXPECT_NE(refusalOf({{"\x33\0\0\0"s}}).find(what), std::string::npos);

@@ -74,7 +74,8 @@ constexpr const char* expectedOfPython =
     "print('as expected')\n";
 
 TEST_F(PropertyListPeers, PythonReadsWhatIsWritten) {
-  if (outcomeOf("python3 -c 'import plistlib' 2>&1").status != 0) GTEST_SKIP() << "python3 is missing";
+  if (outcomeOf("python3 -c 'import plistlib' 2>&1").status != 0)
+    GTEST_SKIP() << "python3 is missing";
   const std::string script = write("check.py", expectedOfPython);
   const std::string xml = write("all.plist", writeXmlPropertyList(everything()).bytes);
   const std::string binary = write("all.bin", writeBinaryPropertyList(everything()).bytes);
@@ -85,7 +86,8 @@ TEST_F(PropertyListPeers, PythonReadsWhatIsWritten) {
 }
 
 TEST_F(PropertyListPeers, WhatPythonWritesIsReadAndIsOurOwnForm) {
-  if (outcomeOf("python3 -c 'import plistlib' 2>&1").status != 0) GTEST_SKIP() << "python3 is missing";
+  if (outcomeOf("python3 -c 'import plistlib' 2>&1").status != 0)
+    GTEST_SKIP() << "python3 is missing";
   Dictionary entries = everything();
   // The one place where the forms differ: how reals are printed.
   for (const char* key : {"real", "whole real"}) entries = std::move(entries).without(key);
@@ -127,7 +129,8 @@ TEST_F(PropertyListPeers, PlistutilReadsWhatIsWritten) {
   }
   const std::string binary = write("all.bin", writeBinaryPropertyList(entries).bytes);
   EXPECT_EQ(
-      outcomeOf("plistutil -i " + binary + " -f xml -o " + pathOf("converted.plist") + " 2>&1").status,
+      outcomeOf("plistutil -i " + binary + " -f xml -o " + pathOf("converted.plist") + " 2>&1")
+          .status,
       0);
 }
 
