@@ -5,6 +5,9 @@
 #include <exception>
 #include <string_view>
 
+#include "modules/ZVRArrangeModulesViewController.h"
+#include "modules/ZVRFavoriteModules.h"
+#include "modules/ZVRManageModuleViewController.h"
 #include "platform/foundation/Class.h"
 #include "platform/preferences/BundleInterface.h"
 #include "prefs/HBPreferences.h"
@@ -28,6 +31,12 @@ constexpr std::array bundleClasses{
                 &zentrova::ZVRRootListController::registerClass},
     BundleClass{zentrova::ZVRVibrationListController::staticClassName,
                 &zentrova::ZVRVibrationListController::registerClass},
+    BundleClass{zentrova::ZVRArrangeModulesViewController::staticClassName,
+                &zentrova::ZVRArrangeModulesViewController::registerClass},
+    BundleClass{zentrova::ZVRFavoriteModules::staticClassName,
+                &zentrova::ZVRFavoriteModules::registerClass},
+    BundleClass{zentrova::ZVRManageModuleViewController::staticClassName,
+                &zentrova::ZVRManageModuleViewController::registerClass},
 };
 
 // All classes or none: a registry that refuses one gives back those before it.

@@ -1,0 +1,66 @@
+#include "modules/InstalledModules.h"
+
+#include <string_view>
+
+#include "modules/Membership.h"
+#include "platform/foundation/Class.h"
+#include "platform/foundation/DeviceTraits.h"
+#include "platform/foundation/Process.h"
+
+namespace zentrova {
+
+using platform::Process;
+using platform::Value;
+
+namespace {
+
+bool systemIsAtLeast(int major) {
+  return Process::current().service<platform::DeviceTraits>().systemVersion.isAtLeast(major, 0);
+}
+
+const platform::Class* classNamed(std::string_view name) {
+  return Process::current().classes().find(name);
+}
+
+// A message to none answers none.
+Value send(const Value& receiver, std::string_view selector) {
+  const auto object = receiver.asObject();
+  return object ? object->perform(selector) : Value();
+}
+
+// The elements of a list, or of a set by its "allObjects"; none of anything else.
+MutableList elementsOf(const Value& collection) {
+  if (collection.asArray()) return *mutableListOf(collection);
+  return mutableListOf(send(collection, "allObjects")).value_or(MutableList());
+}
+
+}  // namespace
+
+MutableList usableModuleIdentifiers() {
+  const auto* const repositories = classNamed("CCSModuleRepository");
+  const auto* const owner = classNamed("ZVModuleRepository");
+  if (!systemIsAtLeast(15) || !repositories || !owner) return {};
+  auto identifiers = elementsOf(
+      send(repositories->perform("repositoryWithDefaults"), "loadableModuleIdentifiers"));
+  const Membership forbidden(elementsOf(owner->perform("forbiddenCCIdentifiers")));
+  std::erase_if(identifiers, [&](const Value& each) { return forbidden.contains(each); });
+  return identifiers;
+}
+
+Value moduleDescriptions() {
+  const auto* const settings = classNamed(systemIsAtLeast(14) ? "CCUISettingsListController"
+                                                              : "CCUISettingsModulesController");
+  if (!settings) return {};
+  const auto controller = settings->makeInstance();
+  return controller ? controller->valueForKey("_identifiersToDescriptions") : Value();
+}
+
+std::optional<std::string> displayNameOf(const Value& description) {
+  return send(description, "displayName").text();
+}
+
+std::shared_ptr<platform::UIImage> iconImageOf(const Value& description) {
+  return send(description, "iconImage").as<platform::UIImage>();
+}
+
+}  // namespace zentrova

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "platform/foundation/Value.h"
+
+namespace zentrova {
+
+// Answers "is it in there" for one query over a collection: building it costs one walk, so that a
+// query over many modules stays linear.
+class Membership {
+ public:
+  explicit Membership(std::span<const platform::Value> members);
+  void add(const platform::Value& member);
+  bool contains(const platform::Value& value) const;
+
+ private:
+  std::unordered_set<std::string> _texts;
+  std::vector<platform::Value> _others;  // what is no text, which a damaged file may hold
+};
+
+}  // namespace zentrova

@@ -1,0 +1,233 @@
+#include "modules/ZVRArrangeModulesViewController.h"
+
+#include <utility>
+
+#include "modules/EditingPage.h"
+#include "modules/ModuleCatalogue.h"
+#include "modules/ZVRManageModuleViewController.h"
+#include "platform/foundation/Class.h"
+#include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UINavigationController.h"
+
+namespace zentrova {
+
+using platform::Array;
+using platform::UITableViewCell;
+using platform::UITableViewCellEditingStyle;
+using platform::Value;
+
+namespace {
+
+constexpr std::string_view moduleConfigKey = "moduleConfig";
+
+// The power module stays disabled until the user enables it.
+Array defaultModules() {
+  return {connectivityEntry, displaySliderEntry, audioSliderEntry, mediaEntry};
+}
+
+// A chevron for a row with settings; what a reused cell still carries goes otherwise.
+void showChevron(UITableViewCell& cell, bool hasSettings) {
+  if (hasSettings) {
+    cell.setEditingAccessoryView(
+        platform::make(&platform::UIImageView::initWithImage, cell.disclosureChevronImage()));
+    return;
+  }
+  if (const auto view = cell.editingAccessoryView()) view->removeFromSuperview();
+  cell.setEditingAccessoryView(nullptr);
+}
+
+}  // namespace
+
+Array ZVRArrangeModulesViewController::zvModuleIdentifiers() {
+  MutableList identifiers;
+  for (const auto& entry : moduleCatalogue()) identifiers.emplace_back(entry.identifier);
+  return Array(std::move(identifiers));
+}
+
+bool ZVRArrangeModulesViewController::moduleHasSettingsWithID(const Value& identifier) const {
+  const auto* const entry = catalogueEntry(identifier);
+  return entry && entry->hasSettings;
+}
+
+std::optional<std::string> ZVRArrangeModulesViewController::moduleDisplayNameForIdentifier(
+    const Value& identifier) const {
+  const auto* const entry = catalogueEntry(identifier);
+  if (!entry) return std::nullopt;
+  return std::string(entry->displayName);
+}
+
+void ZVRArrangeModulesViewController::setPreferences(std::shared_ptr<HBPreferences> preferences) {
+  _preferences = std::move(preferences);
+}
+
+MutableList& ZVRArrangeModulesViewController::enabled() {
+  if (_enabledModuleIdentifiers) return *_enabledModuleIdentifiers;
+  const Value stored =
+      _preferences ? _preferences->objectForKey(moduleConfigKey, defaultModules()) : Value();
+  // A stored value that is no list counts as none.
+  auto& list = _enabledModuleIdentifiers.emplace(
+      mutableListOf(stored).value_or(defaultModules().mutableCopy()));
+  if (!containsElement(list, connectivityEntry)) list.insert(list.begin(), connectivityEntry);
+  return list;
+}
+
+MutableList& ZVRArrangeModulesViewController::disabled() {
+  if (_disabledModuleIdentifiers) return *_disabledModuleIdentifiers;
+  auto& list = _disabledModuleIdentifiers.emplace();
+  for (const auto& entry : moduleCatalogue()) {
+    if (!containsElement(enabled(), entry.identifier)) list.emplace_back(entry.identifier);
+  }
+  return list;
+}
+
+// The lists are not built before there is a store to build them from.
+bool ZVRArrangeModulesViewController::hasLists() const noexcept {
+  return _preferences || _enabledModuleIdentifiers;
+}
+
+Value ZVRArrangeModulesViewController::enabledModuleIdentifiers() {
+  return hasLists() ? Value(Array(enabled())) : Value();
+}
+
+void ZVRArrangeModulesViewController::setEnabledModuleIdentifiers(const Value& identifiers) {
+  _enabledModuleIdentifiers = mutableListOf(identifiers);
+}
+
+Value ZVRArrangeModulesViewController::disabledModuleIdentifiers() {
+  return hasLists() || _disabledModuleIdentifiers ? Value(Array(disabled())) : Value();
+}
+
+void ZVRArrangeModulesViewController::setDisabledModuleIdentifiers(const Value& identifiers) {
+  _disabledModuleIdentifiers = mutableListOf(identifiers);
+}
+
+void ZVRArrangeModulesViewController::saveSettings() {
+  if (_preferences) _preferences->_setObject(Array(enabled()), moduleConfigKey);
+}
+
+void ZVRArrangeModulesViewController::viewDidLoad() {
+  UIViewController::viewDidLoad();
+  _preferences = platform::make(&HBPreferences::initWithIdentifier, std::string(preferencesDomain));
+  // The missing letter is the product's own.
+  prepareEditingPage(*this, "Arrage modules");
+  const auto page = self<ZVRArrangeModulesViewController>();
+  _tableView = makeEditingTable(page, page, SelectionDuringEditing::yes);
+  showEditingTable(*this, _tableView);
+}
+
+void ZVRArrangeModulesViewController::reload() {
+  if (_tableView) _tableView->reloadData();
+}
+
+std::int64_t ZVRArrangeModulesViewController::numberOfSectionsInTableView(const Table&) {
+  return 2;
+}
+
+std::int64_t ZVRArrangeModulesViewController::numberOfRowsInSection(const Table&,
+                                                                    std::int64_t section) {
+  return static_cast<std::int64_t>(list(section).size());
+}
+
+std::shared_ptr<UITableViewCell> ZVRArrangeModulesViewController::cellForRowAtIndexPath(
+    const Table& tableView, IndexPath indexPath) {
+  const auto cell = tableView->dequeueReusableCellWithIdentifier(moduleCellIdentifier, indexPath);
+  const auto& entry = elementAt(list(indexPath.section), indexPath.row);
+  cell->textLabel()->setText(moduleDisplayNameForIdentifier(entry));
+  showChevron(*cell, moduleHasSettingsWithID(entry));
+  return cell;
+}
+
+std::optional<std::string> ZVRArrangeModulesViewController::titleForHeaderInSection(
+    const Table&, std::int64_t section) {
+  return section == 0 ? "Enabled modules:" : "Disabled modules:";
+}
+
+UITableViewCellEditingStyle ZVRArrangeModulesViewController::editingStyleForRowAtIndexPath(
+    const Table&, IndexPath indexPath) {
+  return indexPath.section == 0 ? UITableViewCellEditingStyle::deletion
+                                : UITableViewCellEditingStyle::insertion;
+}
+
+bool ZVRArrangeModulesViewController::canEditRowAtIndexPath(const Table&, IndexPath) {
+  return true;
+}
+
+// Every row can be dragged: what is refused goes back when the table is reloaded.
+bool ZVRArrangeModulesViewController::canMoveRowAtIndexPath(const Table&, IndexPath) {
+  return true;
+}
+
+void ZVRArrangeModulesViewController::didSelectRowAtIndexPath(const Table& tableView,
+                                                              IndexPath indexPath) {
+  tableView->deselectRowAtIndexPath(indexPath, true);
+  const auto& entry = elementAt(list(indexPath.section), indexPath.row);
+  const auto navigation = navigationController();
+  if (!moduleHasSettingsWithID(entry) || !navigation) return;
+  navigation->pushViewController(
+      platform::make(&ZVRManageModuleViewController::initWithIdentifier, entry), true);
+}
+
+void ZVRArrangeModulesViewController::enableAtEnd(std::int64_t row) {
+  enabled().push_back(takeElementAt(disabled(), row));
+}
+
+void ZVRArrangeModulesViewController::disableAtEnd(std::int64_t row) {
+  disabled().push_back(takeElementAt(enabled(), row));
+}
+
+void ZVRArrangeModulesViewController::commitEditingStyle(const Table&,
+                                                         UITableViewCellEditingStyle style,
+                                                         IndexPath indexPath) {
+  if (style != UITableViewCellEditingStyle::deletion) {
+    enableAtEnd(indexPath.row);
+    saveSettings();
+  } else if (!isPinnedEntry(elementAt(enabled(), indexPath.row))) {
+    disableAtEnd(indexPath.row);
+    saveSettings();
+  }
+  reload();
+}
+
+// Whether the lists have changed. The disabled list has no order of its own to change.
+bool ZVRArrangeModulesViewController::moveEntry(IndexPath from, IndexPath to) {
+  if (from.section == 1 && to.section == 1) return false;
+  const Value entry = elementAt(list(from.section), from.row);
+  if (to.section == 1 && isPinnedEntry(entry)) return false;
+  if (from.section == to.section) takeElementAt(enabled(), from.row);
+  insertElementAt(list(to.section), to.row, entry);
+  if (from.section != to.section) takeElementAt(list(from.section), from.row);
+  return true;
+}
+
+void ZVRArrangeModulesViewController::moveRowAtIndexPath(const Table&, IndexPath from,
+                                                         IndexPath to) {
+  const auto known = [](std::int64_t section) { return section == 0 || section == 1; };
+  if (!known(from.section) || !known(to.section)) return;
+  const bool moved = moveEntry(from, to);
+  reload();
+  if (moved) saveSettings();
+}
+
+Value ZVRArrangeModulesViewController::identityForRowAtIndexPath(const Table&,
+                                                                 IndexPath indexPath) {
+  return elementAt(list(indexPath.section), indexPath.row);
+}
+
+void ZVRArrangeModulesViewController::registerClass(platform::ClassRegistry& registry) {
+  using Page = ZVRArrangeModulesViewController;
+  registry.add(
+      platform::ClassBuilder<Page>("UIViewController")
+          .classOperation("zvModuleIdentifiers", &Page::zvModuleIdentifiers)
+          .operation("moduleHasSettingsWithID:", &Page::moduleHasSettingsWithID)
+          .operation("moduleDisplayNameForIdentifier:", &Page::moduleDisplayNameForIdentifier)
+          .operation("saveSettings", &Page::saveSettings)
+          .property("tableView", &Page::tableView, &Page::setTableView)
+          .property("preferences", &Page::preferences, &Page::setPreferences)
+          .property("enabledModuleIdentifiers", &Page::enabledModuleIdentifiers,
+                    &Page::setEnabledModuleIdentifiers)
+          .property("disabledModuleIdentifiers", &Page::disabledModuleIdentifiers,
+                    &Page::setDisabledModuleIdentifiers)
+          .build());
+}
+
+}  // namespace zentrova

@@ -1,0 +1,113 @@
+// The table of the favourites page.
+
+#include "modules/EditingPage.h"
+#include "modules/InstalledModules.h"
+#include "modules/ZVRFavoriteModules.h"
+#include "platform/foundation/Log.h"
+#include "platform/uikit/UIImageView.h"
+
+namespace zentrova {
+
+using platform::UITableViewCell;
+using platform::UITableViewCellEditingStyle;
+using platform::Value;
+
+void ZVRFavoriteModules::viewDidLoad() {
+  UIViewController::viewDidLoad();
+  _preferences = platform::make(&HBPreferences::initWithIdentifier, std::string(preferencesDomain));
+  prepareEditingPage(*this, "Favorite modules");
+  const auto page = self<ZVRFavoriteModules>();
+  _tableView = makeEditingTable(page, page, SelectionDuringEditing::no);
+  showEditingTable(*this, _tableView);
+}
+
+std::int64_t ZVRFavoriteModules::numberOfSectionsInTableView(const Table&) {
+  return 2;
+}
+
+std::int64_t ZVRFavoriteModules::numberOfRowsInSection(const Table&, std::int64_t section) {
+  return static_cast<std::int64_t>(section == 0 ? groupedCount() : updateNonGrouped().size());
+}
+
+Value ZVRFavoriteModules::elementOf(IndexPath indexPath) {
+  if (indexPath.section != 0) return elementAt(updateNonGrouped(), indexPath.row);
+  const auto* const favorites = grouped();
+  return favorites ? elementAt(*favorites, indexPath.row) : Value();
+}
+
+std::shared_ptr<UITableViewCell> ZVRFavoriteModules::cellForRowAtIndexPath(const Table& tableView,
+                                                                           IndexPath indexPath) {
+  const auto cell = tableView->dequeueReusableCellWithIdentifier(moduleCellIdentifier, indexPath);
+  const Value identifier = elementOf(indexPath);
+  const Value description = descriptionOf(identifier);
+  if (description) {
+    cell->textLabel()->setText(displayNameOf(description));
+  } else if (indexPath.section == 0) {
+    // No longer installed: it stays a favourite until the user removes it.
+    cell->textLabel()->setText(platform::formatString("%@ (not installed)", {identifier}));
+  }
+  cell->imageView()->setImage(iconImageOf(description));
+  return cell;
+}
+
+std::optional<std::string> ZVRFavoriteModules::titleForHeaderInSection(const Table&,
+                                                                       std::int64_t section) {
+  return section == 0 ? "Active modules (min 3, max 4)" : "Available modules";
+}
+
+std::optional<std::string> ZVRFavoriteModules::titleForFooterInSection(const Table&,
+                                                                       std::int64_t section) {
+  if (section == 1 && updateNonGrouped().empty()) {
+    return "Nothing here? Please try doing a ldrestart.";
+  }
+  return "";
+}
+
+UITableViewCellEditingStyle ZVRFavoriteModules::editingStyleForRowAtIndexPath(const Table&,
+                                                                              IndexPath indexPath) {
+  return indexPath.section == 0 ? UITableViewCellEditingStyle::deletion
+                                : UITableViewCellEditingStyle::insertion;
+}
+
+bool ZVRFavoriteModules::canEditRowAtIndexPath(const Table&, IndexPath) {
+  return true;
+}
+
+bool ZVRFavoriteModules::canMoveRowAtIndexPath(const Table&, IndexPath) {
+  return true;
+}
+
+// The section decides, not the style.
+void ZVRFavoriteModules::commitEditingStyle(const Table&, UITableViewCellEditingStyle,
+                                            IndexPath indexPath) {
+  if (indexPath.section == 0) {
+    removeFavorite(indexPath.row);
+  } else {
+    addFavorite(indexPath.row, std::nullopt);
+  }
+  reload();
+}
+
+void ZVRFavoriteModules::moveRowAtIndexPath(const Table&, IndexPath from, IndexPath to) {
+  if (from.section == 0 && to.section == 0) {
+    platform::NSLog("[Zentrova] source: %@", {elementOf(from)});
+    platform::NSLog("[Zentrova] destination: %@", {elementOf(to)});
+    reorder(from.row, to.row);
+  } else if (from.section == 0) {
+    // Where it was dropped does not matter: the available list has an order of its own.
+    removeFavorite(from.row);
+  } else if (to.section == 0) {
+    addFavorite(from.row, to.row);
+  }
+  reload();
+}
+
+// By the list of the last count, since a table asks this of every row.
+Value ZVRFavoriteModules::identityForRowAtIndexPath(const Table&, IndexPath indexPath) {
+  if (indexPath.section == 0) return elementOf(indexPath);
+  return hasElementAt(_nonGroupedIdentifiers, indexPath.row)
+             ? elementAt(_nonGroupedIdentifiers, indexPath.row)
+             : Value();
+}
+
+}  // namespace zentrova
