@@ -86,7 +86,7 @@ test('slider, text, passcode and choice are written with their types', async () 
   await row('moduleMaterial').getByText('Thick').waitFor();
 
   const fields = page.locator('.page:not(.ghost) .text-field');
-  await page.locator('.table-scroll').evaluate((scroller) => { scroller.scrollTop = scroller.scrollHeight; });
+  await page.locator('.page:not(.ghost) .table-scroll').evaluate((scroller) => { scroller.scrollTop = scroller.scrollHeight; });
   await fields.first().waitFor();
   const count = await fields.count();
   for (let index = 0; index < count; index += 1) {
@@ -112,7 +112,7 @@ test('every switch, segment and slider of the page takes a touch', async () => {
   const row = (name) => page.locator(`.row[data-identifier="${name}"]`);
   await radio(row('gestureSegmentCell'), 2).tap();
   await isSelected(row('gestureSegmentCell'), 2);
-  await (await reveal(row('cornerRadius'))).getByRole('slider').tap();
+  await (await reveal(row('cornerRadius'))).getByRole('slider').tap({ position: { x: 30, y: 10 } });
   await eventually(async () => (await device.read()).cornerRadius !== undefined, 'the slider is in the file');
   assert.deepEqual((await device.read()).gestureCorner, ['int', 2]);
   assert.deepEqual(trouble, []);
