@@ -1,0 +1,31 @@
+// Any bytes behind the magic of the binary form: refused, or read within the limits; and what was
+// read is written in the binary form and read back as the same value.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "fuzz/FuzzChecks.h"
+#include "platform/foundation/PropertyList.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using fuzzing::require;
+  std::string bytes(reinterpret_cast<const char*>(data), size);
+  if (!bytes.starts_with("bplist00")) bytes.insert(0, "bplist00");
+  platform::PropertyListLimits limits;
+  limits.objects = 10'000;  // shared objects count each time, and comparing takes them each time
+  const auto result = platform::readPropertyList(bytes, limits);
+  if (result.error) {
+    require(result.value.isNone(), "a value beside an error");
+    require(result.error->offset.value_or(size + 1) <= bytes.size(), "an error outside");
+    return 0;
+  }
+  const auto binary = platform::writeBinaryPropertyList(result.value);
+  require(!binary.error, "what was read cannot be written: " + binary.error.value_or(""));
+  const auto back = platform::readPropertyList(binary.bytes, limits);
+  require(!back.error, "what was written cannot be read");
+  require(back.value == result.value, "read back as something else");
+  const auto xml = platform::writeXmlPropertyList(result.value);
+  if (xml.error) return 0;
+  require(!platform::readPropertyList(xml.bytes).error, "the XML form cannot be read");
+  return 0;
+}

@@ -1,0 +1,51 @@
+// Any bytes: refused with a place, or read; and what was read is written, read back as the same
+// value and written as the same bytes, whether or not the data in it was decoded between.
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "fuzz/FuzzChecks.h"
+#include "platform/foundation/PropertyList.h"
+
+namespace {
+
+using fuzzing::require;
+using platform::PropertyListResult;
+
+void checkError(const PropertyListResult& result, std::size_t size) {
+  require(result.value.isNone(), "a value beside an error");
+  require(!result.error->reason.empty(), "an error without a reason");
+  require(result.error->offset.has_value() && *result.error->offset <= size, "an error outside");
+}
+
+void checkRoundTrip(const PropertyListResult& result) {
+  const auto text = platform::writeXmlPropertyList(result.value);
+  require(!text.error, "what was read cannot be written: " + text.error.value_or(""));
+  const auto kept = std::make_shared<const std::string>(text.bytes);
+  const PropertyListResult back = platform::readSharedPropertyList(*kept, kept);
+  require(!back.error,
+          "what was written cannot be read: " + (back.error ? back.error->text() : ""));
+  require(platform::writeXmlPropertyList(back.value).bytes == text.bytes, "written differently");
+  require(back.value == result.value, "read back as something else");
+  const auto binary = platform::writeBinaryPropertyList(result.value);
+  require(!binary.error, "no binary form: " + binary.error.value_or(""));
+  const PropertyListResult again = platform::readPropertyList(binary.bytes);
+  require(!again.error, "the binary form cannot be read");
+  require(again.value == result.value, "the binary form is read as something else");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  if (bytes.starts_with("bplist")) return 0;
+  const PropertyListResult result = platform::readPropertyList(bytes);
+  if (result.error) {
+    checkError(result, size);
+  } else {
+    checkRoundTrip(result);
+  }
+  return 0;
+}
