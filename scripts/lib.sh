@@ -36,7 +36,7 @@ packages_test=(
   git clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev
   libplist-utils chromium
 )
-packages_benchmark=(libbenchmark-dev libplist-dev libpugixml-dev)
+packages_benchmark=(libplist-dev libpugixml-dev pkg-config)
 
 installed() { dpkg-query -W -f='${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed; }
 
