@@ -101,12 +101,21 @@ void ZVRRootListController::respring() {
 }
 
 void ZVRRootListController::registerClass(platform::ClassRegistry& registry) {
-  registry.add(
-      platform::ClassBuilder<ZVRRootListController>("HBRootListController")
-          .operation("setPreferenceValue:specifier:", &ZVRRootListController::setPreferenceValue)
-          .operation("viewDidAppear:", &ZVRRootListController::viewDidAppear)
-          .operation("respring", &ZVRRootListController::respring)
-          .build());
+  using Page = ZVRRootListController;
+  platform::ClassBuilder<Page> builder("HBRootListController");
+  builder.operation("setPreferenceValue:specifier:", &Page::setPreferenceValue)
+      .operation("viewDidAppear:", &Page::viewDidAppear)
+      .operation("respring", &Page::respring)
+      .operation("showFavoriteModulesViewController", &Page::showFavoriteModulesViewController)
+      .operation("showModuleArrangeViewController", &Page::showModuleArrangeViewController)
+      .operation("showCustomizeViewController", &Page::showCustomizeViewController)
+      .property("favoriteModulesViewController", &Page::favoriteModulesViewController,
+                &Page::setFavoriteModulesViewController)
+      .property("arrangeModulesViewController", &Page::arrangeModulesViewController,
+                &Page::setArrangeModulesViewController)
+      .property("customizeViewController", &Page::customizeViewController,
+                &Page::setCustomizeViewController);
+  registry.add(builder.build());
 }
 
 }  // namespace zentrova

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "modules/ZVRFavoriteModules.h"
 #include "platform/preferences/PSListController.h"
 #include "prefs/HBRootListController.h"
 
@@ -35,6 +36,27 @@ class ZVRRootListController : public HBRootListController {
   // Restarts the home screen, so that it reads the settings anew.
   void respring();
 
+  // The pages behind the rows: each is made on its first opening and kept as long as this page
+  // lives, so that it keeps its state. Opening one that is open raises
+  // NSInvalidArgumentException. Where the class of a page that is looked up by name is not there,
+  // nothing opens.
+  void showFavoriteModulesViewController();
+  void showModuleArrangeViewController();
+  void showCustomizeViewController();
+
+  // The kept pages; empty before their first opening.
+  using Page = std::shared_ptr<platform::UIViewController>;
+  const std::shared_ptr<ZVRFavoriteModules>& favoriteModulesViewController() const noexcept {
+    return _favoriteModulesViewController;
+  }
+  void setFavoriteModulesViewController(std::shared_ptr<ZVRFavoriteModules> page);
+  const Page& arrangeModulesViewController() const noexcept {
+    return _arrangeModulesViewController;
+  }
+  void setArrangeModulesViewController(Page page);
+  const Page& customizeViewController() const noexcept { return _customizeViewController; }
+  void setCustomizeViewController(Page page);
+
  private:
   static bool isTablet();
   void addPresentationRows(platform::PSSpecifierList& rows);
@@ -43,6 +65,11 @@ class ZVRRootListController : public HBRootListController {
   void lockGesturesSoon();
   void dissolveToLockedGestures();
   void lockGestureCell();
+  void push(const Page& page);
+
+  std::shared_ptr<ZVRFavoriteModules> _favoriteModulesViewController;
+  Page _arrangeModulesViewController;
+  Page _customizeViewController;
 };
 
 }  // namespace zentrova

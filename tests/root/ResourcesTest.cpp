@@ -140,7 +140,7 @@ TEST_F(Resources, RowsOfMissingPagesAreDisabledAndExplained) {
   const auto rows = items("Root.plist");
   const auto controller = makePage();
   controller->specifiers();
-  for (const char* identifier : {"favoriteModules", "arrangeModules", "customize", "hollowmere"}) {
+  for (const char* identifier : {"customize", "hollowmere"}) {
     const auto row = controller->specifierForID(identifier);
     ASSERT_TRUE(row) << identifier;
     EXPECT_FALSE(row->isEnabled()) << identifier;
