@@ -1,6 +1,7 @@
 #include "platform/foundation/FoundationClasses.h"
 
 #include "platform/foundation/Class.h"
+#include "platform/foundation/FoundationClassTables.h"
 #include "platform/foundation/MutableDictionary.h"
 #include "platform/foundation/NSFileHandle.h"
 #include "platform/foundation/NSNotificationCenter.h"
@@ -58,6 +59,7 @@ void registerFoundationClasses(ClassRegistry& classes) {
   classes.add(fileHandleClass());
   classes.add(pipeClass());
   classes.add(taskClass());
+  registerURLClasses(classes);
 }
 
 }  // namespace platform

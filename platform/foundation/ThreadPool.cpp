@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/foundation/CurrentQueue.h"
+
 namespace platform {
 
 // Has at most one piece of its work in the pool at a time, which keeps the order.
@@ -19,7 +21,7 @@ class ThreadPool::Queue final : public SerialQueue, public std::enable_shared_fr
     {
       const std::lock_guard lock(_mutex);
       if (_closed) return;
-      _pending.push_back(std::move(work));
+      _pending.push_back(workOfQueue(_label, std::move(work)));
       if (std::exchange(_inPool, true)) return;
     }
     pushNext(*pool);

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/foundation/CurrentQueue.h"
 #include "platform/foundation/Process.h"
 
 namespace platform {
@@ -60,7 +61,7 @@ class VirtualScheduler::Queue final : public SerialQueue {
   Queue(std::string label, std::shared_ptr<Background> background)
       : _label(std::move(label)), _background(std::move(background)) {}
   const std::string& label() const override { return _label; }
-  void async(Work work) override { _background->push(std::move(work)); }
+  void async(Work work) override { _background->push(workOfQueue(_label, std::move(work))); }
 
  private:
   const std::string _label;
