@@ -13,6 +13,12 @@ if(ZENTROVA_SANITIZE MATCHES "thread")
   target_compile_options(zentrova_options INTERFACE
     $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
+# Several sources in one translation unit look to it like headers, where a type of an unnamed
+# namespace would be a mistake.
+if(CMAKE_UNITY_BUILD)
+  target_compile_options(zentrova_options INTERFACE
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+endif()
 find_package(Threads REQUIRED)
 target_link_libraries(zentrova_options INTERFACE Threads::Threads)
 

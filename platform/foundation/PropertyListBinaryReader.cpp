@@ -20,14 +20,6 @@ std::uint64_t number(std::string_view bytes, std::size_t offset, std::size_t wid
   return words::loadBigEndian(bytes.data() + offset) >> (64 - 8 * width);
 }
 
-bool isAscii(std::string_view text) noexcept {
-  std::uint64_t all = 0;
-  std::size_t offset = 0;
-  for (; offset + 8 <= text.size(); offset += 8) all |= words::load(text.data() + offset);
-  for (; offset < text.size(); ++offset) all |= static_cast<unsigned char>(text[offset]);
-  return (all & words::highs) == 0;
-}
-
 struct Trailer {
   std::size_t offsetWidth = 0;
   std::size_t referenceWidth = 0;
@@ -426,7 +418,8 @@ bool BinaryReader::readDate(const Head& head) {
 bool BinaryReader::readAscii(const Head& head, bool asKey) {
   if (!checkExtent(head, 1)) return false;
   const std::string_view text = _bytes.substr(head.content, head.count);
-  if (!isAscii(text)) return fail(head.offset, "an ASCII string with a byte that is not ASCII");
+  if (!words::isAscii(text))
+    return fail(head.offset, "an ASCII string with a byte that is not ASCII");
   const std::size_t readable = _bytes.size() - head.content;
   if (asKey) {
     _builder.pushKeyText(text, readable);

@@ -10,6 +10,7 @@
 #include "platform/foundation/PropertyList.h"
 #include "platform/foundation/PropertyListBinary.h"
 #include "platform/foundation/PropertyListChecks.h"
+#include "platform/foundation/TextWords.h"
 #include "platform/foundation/Utf.h"
 
 namespace platform {
@@ -41,11 +42,6 @@ void appendInteger(std::string& out, std::uint64_t value) {
 void appendHead(std::string& out, Marker marker, std::size_t size) {
   out.push_back(firstByte(marker, std::min<std::size_t>(size, sizeFollows)));
   if (size >= sizeFollows) appendInteger(out, size);
-}
-
-bool isAscii(std::string_view text) noexcept {
-  return std::all_of(text.begin(), text.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 // Numbers every object, equal scalars once, then writes them in that order.
@@ -190,7 +186,7 @@ bool BinaryWriter::encodeScalar(const Value& value, std::string& out) {
 }
 
 bool BinaryWriter::encodeString(std::string_view text, std::string& out) {
-  if (isAscii(text)) {
+  if (words::isAscii(text)) {
     appendHead(out, Marker::ascii, text.size());
     out.append(text);
     return true;

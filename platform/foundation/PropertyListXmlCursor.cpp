@@ -17,7 +17,7 @@ bool isNameCharacter(char c) noexcept {
          c == '-' || c == '.' || c == ':' || byte >= 0x80;
 }
 
-std::string quoted(std::string_view text) {
+std::string shortened(std::string_view text) {
   constexpr std::size_t shown = 40;
   if (text.size() <= shown) return std::string(text);
   std::size_t end = shown;
@@ -63,7 +63,7 @@ bool PropertyListXmlCursor::readAnyTag(Tag& tag, std::string_view accepted) {
   int element = 0;
   while (element < elementCount && nameOf(static_cast<PlistElement>(element)) != name) ++element;
   if (element == elementCount) {
-    const std::string shown = (tag.closing ? "</" : "<") + quoted(name) + ">";
+    const std::string shown = (tag.closing ? "</" : "<") + shortened(name) + ">";
     return fail(tag.offset, shown + " is no element of a property list", std::string(accepted));
   }
   tag.element = static_cast<PlistElement>(element);
@@ -210,7 +210,7 @@ bool PropertyListXmlCursor::readDeclaration() {
   for (const char* known : {"UTF-8", "UTF8", "US-ASCII", "ASCII", "UTF-16"}) {
     if (encoding == known) return true;
   }
-  return fail(start + open, "the encoding " + quoted(encoding) + " is not supported",
+  return fail(start + open, "the encoding " + shortened(encoding) + " is not supported",
               "UTF-8, or UTF-16 with a byte order mark");
 }
 

@@ -49,6 +49,15 @@ inline std::size_t bytesBefore(std::uint64_t marks) noexcept {
   return static_cast<std::size_t>(std::countr_zero(marks)) / 8;
 }
 
+// Whether no byte has its high bit set.
+inline bool isAscii(std::string_view text) noexcept {
+  std::uint64_t all = 0;
+  std::size_t offset = 0;
+  for (; offset + 8 <= text.size(); offset += 8) all |= load(text.data() + offset);
+  for (; offset < text.size(); ++offset) all |= static_cast<unsigned char>(text[offset]);
+  return (all & highs) == 0;
+}
+
 // Up to eight characters as `load` gives them, and a mask of that many bytes.
 struct Pattern {
   std::uint64_t word = 0;

@@ -13,7 +13,7 @@ namespace platform {
 namespace {
 
 // How often a condition is asked again that a child process makes true.
-constexpr std::int64_t pollNanoseconds = 1'000'000;
+constexpr std::int64_t threadedPollNanoseconds = 1'000'000;
 // The longest single wait; whoever waits longer waits again.
 constexpr std::int64_t longestWait = 3'600'000'000'000;
 
@@ -111,7 +111,7 @@ bool ThreadedScheduler::runMainUntil(const std::function<bool()>& condition,
       return true;
     }
     if (nowNanoseconds() >= end) return false;
-    waitAtMost(pollNanoseconds);
+    waitAtMost(threadedPollNanoseconds);
   }
 }
 

@@ -34,7 +34,7 @@ std::uint64_t prefixOf(std::string_view key) noexcept {
   return prefix;
 }
 
-bool isAscii(std::uint64_t prefix) noexcept {
+bool isAsciiPrefix(std::uint64_t prefix) noexcept {
   return (prefix & 0x8080808080808080U) == 0;
 }
 
@@ -43,7 +43,7 @@ std::vector<SortKey> sortedKeys(const DictionaryStore& store) {
   const DictionarySlot* const slots = store.slots();
   for (std::size_t i = 0; i < keys.size(); ++i) keys[i] = {prefixOf(*slots[i].key.asString()), i};
   std::sort(keys.begin(), keys.end(), [slots](const SortKey& a, const SortKey& b) {
-    if (a.prefix != b.prefix && isAscii(a.prefix | b.prefix)) return a.prefix < b.prefix;
+    if (a.prefix != b.prefix && isAsciiPrefix(a.prefix | b.prefix)) return a.prefix < b.prefix;
     const int order = utf::compare(*slots[a.index].key.asString(), *slots[b.index].key.asString());
     return order != 0 ? order < 0 : a.index < b.index;
   });

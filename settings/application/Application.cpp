@@ -18,10 +18,6 @@ using nlohmann::json;
 
 namespace {
 
-ActionResult refused(std::string message) {
-  return {false, std::move(message)};
-}
-
 constexpr double largestSide = 10000;  // points, of what a presenter can show
 
 // How often a program that runs is looked at, in seconds.

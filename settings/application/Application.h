@@ -44,6 +44,10 @@ struct ActionResult {
   explicit operator bool() const noexcept { return accepted; }
 };
 
+inline ActionResult refused(std::string why) {
+  return {false, std::move(why)};
+}
+
 // A platform exception that left a callback of the bundle; on a device it ends the application.
 struct CrashReport {
   std::string name;

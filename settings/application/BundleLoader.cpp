@@ -14,7 +14,7 @@ namespace {
 
 using platform::BundleRegisterFunction;
 
-LoadedBundle refused(std::string problem) {
+LoadedBundle notLoaded(std::string problem) {
   LoadedBundle result;
   result.problem = std::move(problem);
   return result;
@@ -86,20 +86,20 @@ LoadedBundle loadBundle(platform::Process& process, std::string_view path) {
   const std::string infoPath = folder + "/Info.plist";
   std::string problem;
   const auto info = platform::dictionaryWithContentsOfFile(infoPath, &problem);
-  if (!info) return refused(infoPath + ": " + problem);
+  if (!info) return notLoaded(infoPath + ": " + problem);
 
   const auto executable = infoText(*info, infoPath, "CFBundleExecutable", problem);
-  if (!executable) return refused(std::move(problem));
+  if (!executable) return notLoaded(std::move(problem));
   if (executable->find('/') != std::string::npos) {
-    return refused(infoPath + ": CFBundleExecutable is \"" + *executable +
-                   "\"; it must name a file of the bundle, without a slash.");
+    return notLoaded(infoPath + ": CFBundleExecutable is \"" + *executable +
+                     "\"; it must name a file of the bundle, without a slash.");
   }
   auto principal = infoText(*info, infoPath, "NSPrincipalClass", problem);
-  if (!principal) return refused(std::move(problem));
+  if (!principal) return notLoaded(std::move(problem));
 
   const std::string codePath = folder + "/" + *executable;
   auto opened = openCode(process.service<platform::FileSystem>(), codePath);
-  if (!opened.code) return refused(std::move(opened.problem));
+  if (!opened.code) return notLoaded(std::move(opened.problem));
   problem = registerClasses(process, opened.code.get(), codePath);
   if (problem.empty() && !process.classes().find(*principal)) {
     problem = infoPath + ": NSPrincipalClass is \"" + *principal +

@@ -20,6 +20,7 @@ struct StepOutcome {
   std::optional<std::string> actual;
 
   static StepOutcome failed(std::string message) { return {false, std::move(message), {}, {}}; }
+  static StepOutcome notOpen() { return failed("nothing is open; use `open` first"); }
   static StepOutcome unexpected(std::string expected, std::string actual) {
     return {false, "expectation failed", std::move(expected), std::move(actual)};
   }

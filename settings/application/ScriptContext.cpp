@@ -41,7 +41,7 @@ StepOutcome ScriptContext::act(const json& action) {
 StepOutcome ScriptContext::withRow(
     const RowAddress& address,
     const std::function<StepOutcome(const TreeQuery&, const FoundNode&)>& work) {
-  if (!_application.isOpen()) return StepOutcome::failed("nothing is open; use `open` first");
+  if (!_application.isOpen()) return StepOutcome::notOpen();
   const TreeQuery query(_application.tree());
   const FoundNode row = query.row(address);
   if (row) return work(query, row);

@@ -23,13 +23,9 @@ std::string quote(const std::string& text) {
   return "\"" + text + "\"";
 }
 
-StepOutcome notOpen() {
-  return StepOutcome::failed("nothing is open; use `open` first");
-}
-
 Step parseTitle(LineReader& reader) {
   return [title = reader.quoted("\"T\"")](ScriptContext& context) {
-    if (!context.application().isOpen()) return notOpen();
+    if (!context.application().isOpen()) return StepOutcome::notOpen();
     const FoundNode page = TreeQuery(context.application().tree()).page();
     const std::string actual = page ? TreeQuery::text(*page.node, "title") : "";
     return compare(actual == title, "title " + quote(title), "title " + quote(actual));
@@ -73,7 +69,7 @@ Step parseRow(LineReader& reader) {
 
 Step parseNoRow(LineReader& reader) {
   return [address = reader.row()](ScriptContext& context) {
-    if (!context.application().isOpen()) return notOpen();
+    if (!context.application().isOpen()) return StepOutcome::notOpen();
     const TreeQuery query(context.application().tree());
     return compare(!query.row(address), "no row " + address.text(),
                    "there is one among " + query.rowNames());
@@ -124,7 +120,7 @@ Step parseFooter(LineReader& reader) {
   const RowAddress address = reader.row();
   const std::string footer = reader.quoted("\"text\"");
   return [=](ScriptContext& context) {
-    if (!context.application().isOpen()) return notOpen();
+    if (!context.application().isOpen()) return StepOutcome::notOpen();
     const FoundNode section = TreeQuery(context.application().tree()).section(address);
     if (!section) {
       return StepOutcome::unexpected("a group " + address.text(), "there is no such group or row");
@@ -140,7 +136,7 @@ Step parseOpacity(LineReader& reader) {
     reader.fail("what follows \"opacity\" is outer N or inner N");
   const double wanted = reader.number("N");
   return [=](ScriptContext& context) {
-    if (!context.application().isOpen()) return notOpen();
+    if (!context.application().isOpen()) return StepOutcome::notOpen();
     const TreeQuery query(context.application().tree());
     const FoundNode bar = outer ? query.outerNavigation() : query.innerNavigation();
     if (!bar) return StepOutcome::failed("there is no navigation bar");

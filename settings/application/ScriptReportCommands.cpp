@@ -11,17 +11,13 @@ namespace {
 
 using nlohmann::json;
 
-StepOutcome notOpen() {
-  return StepOutcome::failed("nothing is open; use `open` first");
-}
-
 std::string linesOf(const std::vector<std::string>& lines) {
   std::string text;
   for (const std::string& line : lines) text += line + "\n";
   return text;
 }
 
-Step parseSpawned(LineReader&) {
+Step parseReportOfSpawned(LineReader&) {
   return [](ScriptContext& context) {
     context.application().waitForPrograms();
     const json all = context.application().programs();
@@ -59,7 +55,7 @@ Step parseWrites(LineReader&) {
 
 Step parseShow(LineReader&) {
   return [](ScriptContext& context) {
-    if (!context.application().isOpen()) return notOpen();
+    if (!context.application().isOpen()) return StepOutcome::notOpen();
     const std::string text = screenText(TreeQuery(context.application().tree()));
     context.print(text, text);
     return StepOutcome{};
@@ -68,7 +64,7 @@ Step parseShow(LineReader&) {
 
 Step parseTree(LineReader&) {
   return [](ScriptContext& context) {
-    if (!context.application().isOpen()) return notOpen();
+    if (!context.application().isOpen()) return StepOutcome::notOpen();
     const json& tree = context.application().tree();
     context.print(tree, context.options().json ? std::string() : tree.dump(2));
     return StepOutcome{};
@@ -86,7 +82,7 @@ json nested(const TreeQuery& query, const FoundNode& found) {
   return result;
 }
 
-Step parseRow(LineReader& reader) {
+Step parseReportOfRow(LineReader& reader) {
   return [address = reader.row()](ScriptContext& context) {
     json row;
     const auto outcome = context.onRow(address, [&](const std::string& id) {
@@ -100,7 +96,7 @@ Step parseRow(LineReader& reader) {
   };
 }
 
-Step parseLog(LineReader&) {
+Step parseReportOfLog(LineReader&) {
   return [](ScriptContext& context) {
     const json entries = context.application().logSince(context.logCursor);
     std::vector<std::string> lines;
@@ -127,13 +123,13 @@ Step parseFile(LineReader& reader) {
 ScriptCommands reportCommands() {
   return {
       {"spawned", "spawned", "prints the programs that were started since the last call",
-       &parseSpawned},
+       &parseReportOfSpawned},
       {"writes", "writes", "prints the files that were written since the last call", &parseWrites},
       {"show", "show", "prints the screen as text", &parseShow},
       {"tree", "tree", "prints the view tree as JSON", &parseTree},
       {"row", "row ROW", "prints a row with its cell and its specifier's properties as JSON",
-       &parseRow},
-      {"log", "log", "prints the log since the last call", &parseLog},
+       &parseReportOfRow},
+      {"log", "log", "prints the log since the last call", &parseReportOfLog},
       {"file", "file PATH", "prints a property list of the device tree as JSON", &parseFile},
   };
 }

@@ -22,10 +22,6 @@ using nlohmann::json;
 
 namespace {
 
-ActionResult refused(std::string message) {
-  return {false, std::move(message)};
-}
-
 ActionResult accepted(bool done, const char* otherwise) {
   return done ? ActionResult{} : refused(otherwise);
 }

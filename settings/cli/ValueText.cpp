@@ -12,7 +12,7 @@
 namespace settings {
 namespace {
 
-ParsedValue refused(std::string problem) {
+ParsedValue notParsed(std::string problem) {
   return {{}, std::move(problem)};
 }
 
@@ -23,7 +23,7 @@ ParsedValue parsed(PropertyListFromJson read) {
 ParsedValue parseBoolean(const std::string& text) {
   if (text == "true" || text == "yes" || text == "1") return {platform::Value(true), {}};
   if (text == "false" || text == "no" || text == "0") return {platform::Value(false), {}};
-  return refused("\"" + text + "\" is no bool; accepted: true, false, yes, no, 1, 0");
+  return notParsed("\"" + text + "\" is no bool; accepted: true, false, yes, no, 1, 0");
 }
 
 template <class Integer>
@@ -38,7 +38,7 @@ std::optional<Integer> wholeNumber(const std::string& text) {
 ParsedValue parseInteger(const std::string& text) {
   if (const auto number = wholeNumber<std::int64_t>(text)) return {platform::Value(*number), {}};
   if (const auto number = wholeNumber<std::uint64_t>(text)) return {platform::Value(*number), {}};
-  return refused("\"" + text + "\" is no integer; accepted: a whole number of 64 bits, as -5");
+  return notParsed("\"" + text + "\" is no integer; accepted: a whole number of 64 bits, as -5");
 }
 
 ParsedValue parseReal(const std::string& text) {
@@ -46,7 +46,7 @@ ParsedValue parseReal(const std::string& text) {
   const char* end = text.data() + text.size();
   const auto read = std::from_chars(text.data(), end, number);
   if (read.ec == std::errc() && read.ptr == end) return {platform::Value(number), {}};
-  return refused("\"" + text + "\" is no real; accepted: a number of double precision, as 0.5");
+  return notParsed("\"" + text + "\" is no real; accepted: a number of double precision, as 0.5");
 }
 
 ParsedValue parseString(const std::string& text) {
@@ -69,13 +69,13 @@ ParsedValue parseDate(const std::string& text) {
 ParsedValue parseArray(const std::string& text) {
   ParsedValue value = parsed(valueFromJsonText(text));
   const bool isOther = value.problem.empty() && value.value.asArray() == nullptr;
-  return isOther ? refused("an array is JSON, as [1, \"two\"]") : value;
+  return isOther ? notParsed("an array is JSON, as [1, \"two\"]") : value;
 }
 
 ParsedValue parseDictionary(const std::string& text) {
   ParsedValue value = parsed(valueFromJsonText(text));
   const bool isOther = value.problem.empty() && value.value.asDictionary() == nullptr;
-  return isOther ? refused("a dict is JSON, as {\"key\": 1}") : value;
+  return isOther ? notParsed("a dict is JSON, as {\"key\": 1}") : value;
 }
 
 using Parser = ParsedValue (*)(const std::string&);
@@ -103,11 +103,11 @@ const std::vector<std::string>& valueTypeNames() {
 ParsedValue parseValueText(const std::string& text, const std::string& type) {
   if (!type.empty()) {
     const auto parser = parsers().find(type);
-    return parser == parsers().end() ? refused("there is no type \"" + type + "\"")
+    return parser == parsers().end() ? notParsed("there is no type \"" + type + "\"")
                                      : parser->second(text);
   }
   if (!nlohmann::json::accept(text)) return parseString(text);
-  if (text == "null") return refused("null is no value; `prefs remove` removes a key");
+  if (text == "null") return notParsed("null is no value; `prefs remove` removes a key");
   return parsed(valueFromJsonText(text));
 }
 

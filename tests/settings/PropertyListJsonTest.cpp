@@ -18,7 +18,7 @@ using platform::ValueKind;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-std::string json(const Value& value) {
+std::string jsonOf(const Value& value) {
   return jsonTextFromValue(value, -1);
 }
 
@@ -35,25 +35,25 @@ std::string refusal(std::string_view text) {
 }
 
 TEST(PropertyListJson, EveryKindHasItsForm) {
-  EXPECT_EQ(json(true), "true");
-  EXPECT_EQ(json(-5), "-5");
-  EXPECT_EQ(json(std::numeric_limits<std::uint64_t>::max()), "18446744073709551615");
-  EXPECT_EQ(json("a\"b"), "\"a\\\"b\"");
-  EXPECT_EQ(json(Data("abc")), "{\"data\":\"YWJj\"}");
-  EXPECT_EQ(json(Date{0}), "{\"date\":\"2001-01-01T00:00:00Z\"}");
-  EXPECT_EQ(json(Array{1, Dictionary{{"b", 2}, {"a", 1}}}), "[1,{\"a\":1,\"b\":2}]");
-  EXPECT_EQ(json(Value()), "null");
+  EXPECT_EQ(jsonOf(true), "true");
+  EXPECT_EQ(jsonOf(-5), "-5");
+  EXPECT_EQ(jsonOf(std::numeric_limits<std::uint64_t>::max()), "18446744073709551615");
+  EXPECT_EQ(jsonOf("a\"b"), "\"a\\\"b\"");
+  EXPECT_EQ(jsonOf(Data("abc")), "{\"data\":\"YWJj\"}");
+  EXPECT_EQ(jsonOf(Date{0}), "{\"date\":\"2001-01-01T00:00:00Z\"}");
+  EXPECT_EQ(jsonOf(Array{1, Dictionary{{"b", 2}, {"a", 1}}}), "[1,{\"a\":1,\"b\":2}]");
+  EXPECT_EQ(jsonOf(Value()), "null");
 }
 
 TEST(PropertyListJson, ARealAlwaysHasAPointOrAnExponent) {
-  EXPECT_EQ(json(1.0), "1.0");
-  EXPECT_EQ(json(0.0), "0.0");
-  EXPECT_EQ(json(0.1), "0.1");
-  EXPECT_EQ(json(1e20), "1e+20");
-  EXPECT_EQ(json(0.5F), "0.5");
-  EXPECT_EQ(json(std::nan("")), "{\"real\":\"nan\"}");
-  EXPECT_EQ(json(infinity), "{\"real\":\"+infinity\"}");
-  EXPECT_EQ(json(-infinity), "{\"real\":\"-infinity\"}");
+  EXPECT_EQ(jsonOf(1.0), "1.0");
+  EXPECT_EQ(jsonOf(0.0), "0.0");
+  EXPECT_EQ(jsonOf(0.1), "0.1");
+  EXPECT_EQ(jsonOf(1e20), "1e+20");
+  EXPECT_EQ(jsonOf(0.5F), "0.5");
+  EXPECT_EQ(jsonOf(std::nan("")), "{\"real\":\"nan\"}");
+  EXPECT_EQ(jsonOf(infinity), "{\"real\":\"+infinity\"}");
+  EXPECT_EQ(jsonOf(-infinity), "{\"real\":\"-infinity\"}");
 }
 
 TEST(PropertyListJson, NumbersBecomeIntegersOrReals) {

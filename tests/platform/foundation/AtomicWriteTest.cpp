@@ -28,7 +28,7 @@ using testing::Optional;
 using testing::StartsWith;
 
 constexpr std::string_view folder = "/prefs";
-constexpr std::string_view path = "/prefs/a.plist";
+constexpr std::string_view target = "/prefs/a.plist";
 
 class AtomicWriteTest : public testing::TestWithParam<PathResolution> {
  protected:
@@ -55,22 +55,22 @@ INSTANTIATE_TEST_SUITE_P(Both, AtomicWriteTest,
                          });
 
 TEST_P(AtomicWriteTest, MakesANewFile) {
-  EXPECT_EQ(_files.writeAtomically(path, "new").code, 0);
-  EXPECT_EQ(_tree.read(path), "new");
+  EXPECT_EQ(_files.writeAtomically(target, "new").code, 0);
+  EXPECT_EQ(_tree.read(target), "new");
   EXPECT_THAT(names(), ElementsAre("a.plist"));
   const mode_t mask = ::umask(0);
   ::umask(mask);
-  EXPECT_EQ(modeOf(path), 0644U & ~mask);
+  EXPECT_EQ(modeOf(target), 0644U & ~mask);
 }
 
 TEST_P(AtomicWriteTest, ReplacesAFileAndKeepsItsMode) {
   for (const unsigned mode : {0600U, 0640U, 0666U, 0444U}) {
-    _tree.write(path, "a longer old text");
-    _tree.setMode(path, mode);
-    EXPECT_EQ(_files.writeAtomically(path, "new").code, 0);
-    EXPECT_EQ(_tree.read(path), "new");
-    EXPECT_EQ(modeOf(path), mode);
-    _tree.remove(path);
+    _tree.write(target, "a longer old text");
+    _tree.setMode(target, mode);
+    EXPECT_EQ(_files.writeAtomically(target, "new").code, 0);
+    EXPECT_EQ(_tree.read(target), "new");
+    EXPECT_EQ(modeOf(target), mode);
+    _tree.remove(target);
   }
 }
 
@@ -81,15 +81,15 @@ TEST_P(AtomicWriteTest, WritesPiecesInTheirOrder) {
     pieces.emplace_back(index % 3 == 0 ? "" : index % 3 == 1 ? "ab" : "c");
     expected += pieces.back();
   }
-  EXPECT_EQ(_files.writeAtomically(path, pieces).code, 0);
-  EXPECT_EQ(_tree.read(path), expected);
+  EXPECT_EQ(_files.writeAtomically(target, pieces).code, 0);
+  EXPECT_EQ(_tree.read(target), expected);
 }
 
 TEST_P(AtomicWriteTest, WritesNothingAtAllToo) {
-  _tree.write(path, "old");
-  EXPECT_EQ(_files.writeAtomically(path, "").code, 0);
-  EXPECT_EQ(_tree.read(path), "");
-  EXPECT_EQ(_files.writeAtomically(path, std::span<const std::string_view>()).code, 0);
+  _tree.write(target, "old");
+  EXPECT_EQ(_files.writeAtomically(target, "").code, 0);
+  EXPECT_EQ(_tree.read(target), "");
+  EXPECT_EQ(_files.writeAtomically(target, std::span<const std::string_view>()).code, 0);
 }
 
 TEST_P(AtomicWriteTest, ShortWritesAndSignalsAreHandled) {
@@ -100,34 +100,34 @@ TEST_P(AtomicWriteTest, ShortWritesAndSignalsAreHandled) {
     _tree.makeFolder(folder);
     _calls->limitTransfer(777);
     _calls->fail(kind, EINTR);
-    EXPECT_EQ(_files.writeAtomically(path, pieces).code, 0) << kind;
-    EXPECT_EQ(_tree.read(path), "head" + text + "tail");
+    EXPECT_EQ(_files.writeAtomically(target, pieces).code, 0) << kind;
+    EXPECT_EQ(_tree.read(target), "head" + text + "tail");
   }
 }
 
 TEST_P(AtomicWriteTest, ALinkIsReplacedAndWhatItLedToStays) {
   _tree.write("/target", "target");
   _tree.setMode("/target", 0600);
-  _tree.link(path, "/target");
-  EXPECT_EQ(_files.writeAtomically(path, "new").code, 0);
+  _tree.link(target, "/target");
+  EXPECT_EQ(_files.writeAtomically(target, "new").code, 0);
   EXPECT_EQ(_tree.read("/target"), "target");
-  EXPECT_EQ(_tree.read(path), "new");
-  EXPECT_EQ(_files.attributesOfItem(path)->type, platform::FileType::regular);
-  EXPECT_EQ(modeOf(path), 0600U) << "what was private stays private";
+  EXPECT_EQ(_tree.read(target), "new");
+  EXPECT_EQ(_files.attributesOfItem(target)->type, platform::FileType::regular);
+  EXPECT_EQ(modeOf(target), 0600U) << "what was private stays private";
 }
 
 TEST_P(AtomicWriteTest, ADanglingLinkIsReplaced) {
-  _tree.link(path, "/nowhere");
-  EXPECT_EQ(_files.writeAtomically(path, "new").code, 0);
-  EXPECT_EQ(_tree.read(path), "new");
+  _tree.link(target, "/nowhere");
+  EXPECT_EQ(_files.writeAtomically(target, "new").code, 0);
+  EXPECT_EQ(_tree.read(target), "new");
   EXPECT_FALSE(_tree.exists("/nowhere"));
 }
 
 TEST_P(AtomicWriteTest, AFolderIsNotReplaced) {
-  _tree.makeFolder(path);
-  EXPECT_EQ(_files.writeAtomically(path, "new").code, EISDIR);
+  _tree.makeFolder(target);
+  EXPECT_EQ(_files.writeAtomically(target, "new").code, EISDIR);
   EXPECT_THAT(names(), ElementsAre("a.plist"));
-  EXPECT_THAT(_files.contentsOfDirectory(path), Optional(IsEmpty()));
+  EXPECT_THAT(_files.contentsOfDirectory(target), Optional(IsEmpty()));
 }
 
 TEST_P(AtomicWriteTest, AMissingFolderIsAnErrorThatSaysSo) {
@@ -137,20 +137,20 @@ TEST_P(AtomicWriteTest, AMissingFolderIsAnErrorThatSaysSo) {
 }
 
 TEST_P(AtomicWriteTest, AReadOnlyFolderLeavesTheOldFile) {
-  _tree.write(path, "old");
+  _tree.write(target, "old");
   _tree.setMode(folder, 0555);
   // The administrator may write there all the same.
   if (::geteuid() == 0) _calls->fail("openat", EACCES, FaultySystemCalls::always);
-  EXPECT_EQ(_files.writeAtomically(path, "new").code, EACCES);
+  EXPECT_EQ(_files.writeAtomically(target, "new").code, EACCES);
   _calls->clear();
-  EXPECT_EQ(_tree.read(path), "old");
+  EXPECT_EQ(_tree.read(target), "old");
   EXPECT_THAT(names(), ElementsAre("a.plist"));
 }
 
 TEST_P(AtomicWriteTest, BytesReachTheDiskBeforeTheFileIsReplaced) {
-  _tree.write(path, "old");
+  _tree.write(target, "old");
   _calls->clearCalls();
-  ASSERT_EQ(_files.writeAtomically(path, "new").code, 0);
+  ASSERT_EQ(_files.writeAtomically(target, "new").code, 0);
   const std::vector<std::string> calls = _calls->calls();
   const auto at = [&](const char* kind) { return std::find(calls.begin(), calls.end(), kind); };
   ASSERT_NE(at("fdatasync"), calls.end());
@@ -161,7 +161,7 @@ TEST_P(AtomicWriteTest, BytesReachTheDiskBeforeTheFileIsReplaced) {
 
 TEST_P(AtomicWriteTest, TheEntryOfANewFileReachesTheDiskAfterIt) {
   _calls->clearCalls();
-  ASSERT_EQ(_files.writeAtomically(path, "new").code, 0);
+  ASSERT_EQ(_files.writeAtomically(target, "new").code, 0);
   const std::vector<std::string> calls = _calls->calls();
   const auto at = [&](const char* kind) { return std::find(calls.begin(), calls.end(), kind); };
   ASSERT_NE(at("fsync"), calls.end());
@@ -170,8 +170,8 @@ TEST_P(AtomicWriteTest, TheEntryOfANewFileReachesTheDiskAfterIt) {
 
 TEST_P(AtomicWriteTest, AFileSystemThatCannotSyncFoldersIsNoFailure) {
   _calls->fail("fsync", EINVAL);
-  EXPECT_EQ(_files.writeAtomically(path, "new").code, 0);
-  EXPECT_EQ(_tree.read(path), "new");
+  EXPECT_EQ(_files.writeAtomically(target, "new").code, 0);
+  EXPECT_EQ(_tree.read(target), "new");
 }
 
 TEST_P(AtomicWriteTest, EachKindOfFailureIsToldAndLeavesTheOldFileWhole) {
@@ -183,30 +183,30 @@ TEST_P(AtomicWriteTest, EachKindOfFailureIsToldAndLeavesTheOldFileWhole) {
        {Case{"writev", ENOSPC}, Case{"writev", EDQUOT}, Case{"writev", EFBIG},
         Case{"fdatasync", EIO}, Case{"fdatasync", ENOSPC}, Case{"fchmod", EPERM},
         Case{"renameat", EROFS}, Case{"fstatat", EACCES}, Case{"openat", EROFS}}) {
-    _tree.write(path, "old");
+    _tree.write(target, "old");
     _calls->fail(each.kind, each.error);
-    EXPECT_EQ(_files.writeAtomically(path, "new").code, each.error) << each.kind;
+    EXPECT_EQ(_files.writeAtomically(target, "new").code, each.error) << each.kind;
     _calls->clear();
-    EXPECT_EQ(_tree.read(path), "old") << each.kind;
+    EXPECT_EQ(_tree.read(target), "old") << each.kind;
     EXPECT_THAT(names(), ElementsAre("a.plist")) << each.kind;
   }
 }
 
 // Lets each system call of a write fail in turn.
 TEST_P(AtomicWriteTest, WhateverCallFailsTheOldFileIsWholeAndNothingStays) {
-  _tree.write(path, "old");
+  _tree.write(target, "old");
   std::size_t failures = 0;
   for (std::size_t nth = 1;; ++nth) {
     _calls->failNthCall(nth, EIO);
-    const FileError error = _files.writeAtomically(path, "new");
+    const FileError error = _files.writeAtomically(target, "new");
     _calls->clear();
     EXPECT_THAT(names(), ElementsAre("a.plist")) << "call " << nth;
     if (error.code == 0) break;
     ++failures;
     EXPECT_EQ(error.code, EIO);
-    EXPECT_EQ(_tree.read(path), "old") << "call " << nth;
+    EXPECT_EQ(_tree.read(target), "old") << "call " << nth;
   }
-  EXPECT_EQ(_tree.read(path), "new");
+  EXPECT_EQ(_tree.read(target), "new");
   EXPECT_GE(failures, 6U);
 }
 
@@ -214,7 +214,7 @@ TEST_P(AtomicWriteTest, WhateverCallFailsANewFileIsThereOrNot) {
   std::size_t failures = 0;
   for (std::size_t nth = 1;; ++nth) {
     _calls->failNthCall(nth, EIO);
-    const FileError error = _files.writeAtomically(path, "new");
+    const FileError error = _files.writeAtomically(target, "new");
     _calls->clear();
     if (error.code == 0) break;
     ++failures;
@@ -225,12 +225,12 @@ TEST_P(AtomicWriteTest, WhateverCallFailsANewFileIsThereOrNot) {
 }
 
 TEST_P(AtomicWriteTest, AFailureAfterAShortWriteLeavesNothing) {
-  _tree.write(path, "old");
+  _tree.write(target, "old");
   _calls->limitTransfer(1);
   _calls->fail("writev", ENOSPC, 3);
-  EXPECT_EQ(_files.writeAtomically(path, "12345").code, ENOSPC);
+  EXPECT_EQ(_files.writeAtomically(target, "12345").code, ENOSPC);
   _calls->clear();
-  EXPECT_EQ(_tree.read(path), "old");
+  EXPECT_EQ(_tree.read(target), "old");
   EXPECT_THAT(names(), ElementsAre("a.plist"));
 }
 
@@ -249,7 +249,7 @@ class VanishingFolder final : public platform::SystemCalls {
 
 TEST_P(AtomicWriteTest, AFolderThatVanishesIsAnError) {
   DeviceFileSystem files(_tree.root(), std::make_shared<VanishingFolder>(_tree), GetParam());
-  EXPECT_EQ(files.writeAtomically(path, "new").code, ENOENT);
+  EXPECT_EQ(files.writeAtomically(target, "new").code, ENOENT);
   EXPECT_FALSE(_tree.exists(folder));
 }
 
@@ -261,7 +261,7 @@ class DeafDisk final : public platform::SystemCalls {
 
 TEST_P(AtomicWriteTest, ADiskThatTakesNothingIsAnError) {
   DeviceFileSystem files(_tree.root(), std::make_shared<DeafDisk>(), GetParam());
-  EXPECT_EQ(files.writeAtomically(path, "new").code, EIO);
+  EXPECT_EQ(files.writeAtomically(target, "new").code, EIO);
   EXPECT_THAT(names(), IsEmpty());
 }
 
@@ -276,8 +276,8 @@ TEST_P(AtomicWriteTest, WritersAtTheSameTimeNeverMixTheirBytes) {
     threads.emplace_back([&, index] {
       DeviceFileSystem& files = index < 2 ? _files : other;
       for (int round = 0; round < perWriter; ++round) {
-        if (files.writeAtomically(path, texts[index % 2]).code != 0) ++failures;
-        const auto contents = files.read(path);
+        if (files.writeAtomically(target, texts[index % 2]).code != 0) ++failures;
+        const auto contents = files.read(target);
         if (contents.bytes != texts[0] && contents.bytes != texts[1]) ++failures;
       }
     });
@@ -289,9 +289,9 @@ TEST_P(AtomicWriteTest, WritersAtTheSameTimeNeverMixTheirBytes) {
 
 TEST_P(AtomicWriteTest, ATemporaryNameThatIsTakenIsPassedOver) {
   _calls->fail("openat", EEXIST, GetParam() == PathResolution::automatic ? 2 : 4);
-  _tree.write(path, "old");
-  EXPECT_EQ(_files.writeAtomically(path, "new").code, 0);
-  EXPECT_EQ(_tree.read(path), "new");
+  _tree.write(target, "old");
+  EXPECT_EQ(_files.writeAtomically(target, "new").code, 0);
+  EXPECT_EQ(_tree.read(target), "new");
 }
 
 // A name as a writer would give that died, or lives.
@@ -304,7 +304,7 @@ TEST_P(AtomicWriteTest, StaleTemporariesOfDeadWritersAreRemoved) {
   const pid_t child = ::fork();
   if (child == 0) ::_exit(0);
   ASSERT_EQ(::waitpid(child, nullptr, 0), child);
-  _tree.write(path, "old");
+  _tree.write(target, "old");
   _tree.write(temporaryOf(std::to_string(child) + "-1"), "half");
   _tree.write(temporaryOf(std::to_string(::getpid()) + "-1"), "of an earlier owner of the id");
   _tree.write(temporaryOf("nonsense"), "half");
@@ -312,7 +312,7 @@ TEST_P(AtomicWriteTest, StaleTemporariesOfDeadWritersAreRemoved) {
   EXPECT_EQ(_files.removeStaleTemporaries(folder), 3U);
   EXPECT_EQ(names().size(), 2U);
   EXPECT_TRUE(_tree.exists(temporaryOf(platform::currentWriter())));
-  EXPECT_EQ(_tree.read(path), "old");
+  EXPECT_EQ(_tree.read(target), "old");
   EXPECT_EQ(_files.removeStaleTemporaries("/none"), 0U);
 }
 
@@ -323,17 +323,17 @@ class EndsBeforeRename final : public platform::SystemCalls {
 };
 
 TEST_P(AtomicWriteTest, WhatAKilledWriterLeavesIsRecognised) {
-  _tree.write(path, "old");
+  _tree.write(target, "old");
   const pid_t child = ::fork();
   if (child == 0) {
     DeviceFileSystem files(_tree.root(), std::make_shared<EndsBeforeRename>(), GetParam());
-    files.writeAtomically(path, "new");
+    files.writeAtomically(target, "new");
     ::_exit(1);
   }
   ASSERT_EQ(::waitpid(child, nullptr, 0), child);
   ASSERT_EQ(names().size(), 2U);
   EXPECT_THAT(names().front(), StartsWith(std::string(DeviceFileSystem::temporaryPrefix)));
-  EXPECT_EQ(_tree.read(path), "old");
+  EXPECT_EQ(_tree.read(target), "old");
   EXPECT_EQ(_files.removeStaleTemporaries(folder), 1U);
   EXPECT_THAT(names(), ElementsAre("a.plist"));
 }

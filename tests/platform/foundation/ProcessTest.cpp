@@ -106,16 +106,18 @@ TEST(Process, EachHasItsOwn) {
 
 TEST(Process, WaitingWorkGoesWhileTheProcessIsWhole) {
   bool found = false;
-  struct AtEnd {
+  struct SeesTheProcess {
     bool& found;
-    ~AtEnd() { found = Process::current().serviceOrNull<platform::DeviceTraits>() != nullptr; }
+    ~SeesTheProcess() {
+      found = Process::current().serviceOrNull<platform::DeviceTraits>() != nullptr;
+    }
   };
   {
     Process process;
     process.provide(std::make_shared<platform::DeviceTraits>());
     process.provide<platform::Scheduler>(std::make_shared<platform::VirtualScheduler>(&process));
     process.service<platform::Scheduler>().asyncMain(
-        [atEnd = std::make_shared<AtEnd>(found)] { FAIL() << "must not run"; });
+        [atEnd = std::make_shared<SeesTheProcess>(found)] { FAIL() << "must not run"; });
   }
   EXPECT_TRUE(found);
 }

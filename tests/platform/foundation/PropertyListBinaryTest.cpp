@@ -49,14 +49,14 @@ Value read(const BinaryFile& file) {
   return result.value;
 }
 
-std::string refusal(const std::string& bytes, const PropertyListLimits& limits = {}) {
+std::string binaryRefusal(const std::string& bytes, const PropertyListLimits& limits = {}) {
   const PropertyListResult result = readPropertyList(bytes, limits);
   EXPECT_EQ(result.value.isNone(), result.error.has_value());
   return result.error ? result.error->text() : "accepted";
 }
 
 std::string refusalOf(const BinaryFile& file, const PropertyListLimits& limits = {}) {
-  return refusal(file.bytes(), limits);
+  return binaryRefusal(file.bytes(), limits);
 }
 
 Value scalar(const std::string& object) {
@@ -231,27 +231,27 @@ TEST(PropertyListBinary, TheLimitOfDepthHoldsForSharedContainersToo) {
 
 TEST(PropertyListBinary, RefusesTrailersThatDoNotFit) {
   const std::string good = BinaryFile{{"\xA1\1"s, "\x09"s}}.bytes();
-  EXPECT_EQ(refusal(good), "accepted");
+  EXPECT_EQ(binaryRefusal(good), "accepted");
   const auto changed = [&good](std::size_t fromEnd, char byte) {
     std::string bytes = good;
     bytes[bytes.size() - fromEnd] = byte;
     return bytes;
   };
-  EXPECT_NE(refusal(changed(26, 0)).find("width of offsets"), std::string::npos);
-  EXPECT_NE(refusal(changed(26, 9)).find("width of offsets"), std::string::npos);
-  EXPECT_NE(refusal(changed(25, 0)).find("width of references"), std::string::npos);
-  EXPECT_NE(refusal(changed(25, 9)).find("width of references"), std::string::npos);
-  EXPECT_NE(refusal(changed(17, 0)).find("counts no objects"), std::string::npos);
-  EXPECT_NE(refusal(changed(17, 3)).find("does not fill"), std::string::npos);
-  EXPECT_NE(refusal(changed(24, '\x7F')).find("does not fill"), std::string::npos);
-  EXPECT_NE(refusal(changed(9, 2)).find("top object"), std::string::npos);
-  EXPECT_NE(refusal(changed(1, 0)).find("outside the file"), std::string::npos);
-  EXPECT_NE(refusal(changed(8, '\x7F')).find("outside the file"), std::string::npos);
-  EXPECT_NE(refusal(good + "x"), "accepted");
+  EXPECT_NE(binaryRefusal(changed(26, 0)).find("width of offsets"), std::string::npos);
+  EXPECT_NE(binaryRefusal(changed(26, 9)).find("width of offsets"), std::string::npos);
+  EXPECT_NE(binaryRefusal(changed(25, 0)).find("width of references"), std::string::npos);
+  EXPECT_NE(binaryRefusal(changed(25, 9)).find("width of references"), std::string::npos);
+  EXPECT_NE(binaryRefusal(changed(17, 0)).find("counts no objects"), std::string::npos);
+  EXPECT_NE(binaryRefusal(changed(17, 3)).find("does not fill"), std::string::npos);
+  EXPECT_NE(binaryRefusal(changed(24, '\x7F')).find("does not fill"), std::string::npos);
+  EXPECT_NE(binaryRefusal(changed(9, 2)).find("top object"), std::string::npos);
+  EXPECT_NE(binaryRefusal(changed(1, 0)).find("outside the file"), std::string::npos);
+  EXPECT_NE(binaryRefusal(changed(8, '\x7F')).find("outside the file"), std::string::npos);
+  EXPECT_NE(binaryRefusal(good + "x"), "accepted");
   for (std::size_t size = 0; size < good.size(); ++size) {
-    EXPECT_NE(refusal(good.substr(0, size)), "accepted") << size;
+    EXPECT_NE(binaryRefusal(good.substr(0, size)), "accepted") << size;
   }
-  EXPECT_NE(refusal("bplist15" + good.substr(8)).find("not supported"), std::string::npos);
+  EXPECT_NE(binaryRefusal("bplist15" + good.substr(8)).find("not supported"), std::string::npos);
 }
 
 TEST(PropertyListBinary, RefusesOffsetsOutsideTheObjects) {
@@ -259,7 +259,7 @@ TEST(PropertyListBinary, RefusesOffsetsOutsideTheObjects) {
   const std::size_t entry = bytes.size() - 33;
   for (const char offset : {'\0', '\7', '\x09', '\xFF'}) {
     bytes[entry] = offset;
-    EXPECT_NE(refusal(bytes).find("lies outside the objects"), std::string::npos);
+    EXPECT_NE(binaryRefusal(bytes).find("lies outside the objects"), std::string::npos);
   }
 }
 

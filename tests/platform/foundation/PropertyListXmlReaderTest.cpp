@@ -30,7 +30,7 @@ Value content(std::string_view text) {
 }
 
 // What is said of a text that is refused.
-std::string refusal(std::string_view text, const PropertyListLimits& limits = {}) {
+std::string xmlRefusal(std::string_view text, const PropertyListLimits& limits = {}) {
   const PropertyListResult result = readPropertyList(text, limits);
   EXPECT_EQ(result.value.isNone(), result.error.has_value());
   return result.error ? result.error->text() : "accepted";
@@ -79,10 +79,10 @@ TEST(PropertyListXml, TagsMayHaveSpaceAndAttributes) {
   EXPECT_EQ(content("<dict ><key id = 'a'>k</key ><integer a=\"1\" b='2'>3</integer\n></dict>"),
             Value(Dictionary{{"k", 3}}));
   EXPECT_EQ(content("<true />"), Value(true));
-  EXPECT_NE(refusal(document("<string a>x</string>")), "accepted");
-  EXPECT_NE(refusal(document("<string a=b>x</string>")), "accepted");
-  EXPECT_NE(refusal(document("<string a=\"<\">x</string>")), "accepted");
-  EXPECT_NE(refusal(document("<true/ >")), "accepted");
+  EXPECT_NE(xmlRefusal(document("<string a>x</string>")), "accepted");
+  EXPECT_NE(xmlRefusal(document("<string a=b>x</string>")), "accepted");
+  EXPECT_NE(xmlRefusal(document("<string a=\"<\">x</string>")), "accepted");
+  EXPECT_NE(xmlRefusal(document("<true/ >")), "accepted");
 }
 
 TEST(PropertyListXml, UnderstandsCommentsInstructionsAndCdata) {
@@ -90,10 +90,10 @@ TEST(PropertyListXml, UnderstandsCommentsInstructionsAndCdata) {
                     "<?x?><string>1 <![CDATA[<&>]]><?y?> 2</string></dict><!-- d -->"),
             Value(Dictionary{{"ab", "1 <&> 2"}}));
   EXPECT_EQ(read("<!-- before --><true/><!-- after --><?end?>"), Value(true));
-  EXPECT_NE(refusal(document("<!-- a -- b --><true/>")), "accepted");
-  EXPECT_NE(refusal(document("<!-- a <true/>")), "accepted");
-  EXPECT_NE(refusal(document("<string><![CDATA[a</string>")), "accepted");
-  EXPECT_NE(refusal(document("<?xml version=\"1.0\"?><true/>")), "accepted");
+  EXPECT_NE(xmlRefusal(document("<!-- a -- b --><true/>")), "accepted");
+  EXPECT_NE(xmlRefusal(document("<!-- a <true/>")), "accepted");
+  EXPECT_NE(xmlRefusal(document("<string><![CDATA[a</string>")), "accepted");
+  EXPECT_NE(xmlRefusal(document("<?xml version=\"1.0\"?><true/>")), "accepted");
 }
 
 TEST(PropertyListXml, ResolvesReferences) {
@@ -101,7 +101,7 @@ TEST(PropertyListXml, ResolvesReferences) {
             Value("<>&\"'AB\xF0\x9F\x98\x80\n"));
   for (const char* bad : {"&nbsp;", "&", "&lt", "&#;", "&#x;", "&#0;", "&#xD800;", "&#x110000;",
                           "&#xFFFF;", "&#1;", "&#99999999999999;", "&#-1;", "&#X41;"}) {
-    EXPECT_NE(refusal(document("<string>" + std::string(bad) + "</string>")), "accepted") << bad;
+    EXPECT_NE(xmlRefusal(document("<string>" + std::string(bad) + "</string>")), "accepted") << bad;
   }
 }
 
@@ -130,7 +130,7 @@ TEST(PropertyListXml, ReadsIntegersAsThePlatformDoes) {
 TEST(PropertyListXml, RefusesIntegersOutsideTheirRange) {
   for (const char* bad : {"18446744073709551616", "-9223372036854775809", "0x10000000000000000",
                           "-0x8000000000000001", "999999999999999999999999"}) {
-    EXPECT_NE(refusal(document("<integer>" + std::string(bad) + "</integer>"))
+    EXPECT_NE(xmlRefusal(document("<integer>" + std::string(bad) + "</integer>"))
                   .find("outside -2^63 to 2^64-1"),
               std::string::npos)
         << bad;
@@ -139,12 +139,12 @@ TEST(PropertyListXml, RefusesIntegersOutsideTheirRange) {
 
 TEST(PropertyListXml, RefusesWhatIsNoInteger) {
   for (const char* bad : {"", " ", "a", "1.5", "1 2", "0x", "--1", "+-1", "1_0", "12a", "- 1"}) {
-    EXPECT_NE(
-        refusal(document("<integer>" + std::string(bad) + "</integer>")).find("holds no integer"),
-        std::string::npos)
+    EXPECT_NE(xmlRefusal(document("<integer>" + std::string(bad) + "</integer>"))
+                  .find("holds no integer"),
+              std::string::npos)
         << bad;
   }
-  EXPECT_NE(refusal(document("<integer/>")), "accepted");
+  EXPECT_NE(xmlRefusal(document("<integer/>")), "accepted");
 }
 
 TEST(PropertyListXml, ReadsReals) {
@@ -166,7 +166,7 @@ TEST(PropertyListXml, ReadsReals) {
 
 TEST(PropertyListXml, RefusesWhatIsNoReal) {
   for (const char* bad : {"", "x", "1,5", "1.5 2", "0x1p3", "nan(1)", ".", "e5", "1e", "--1"}) {
-    EXPECT_NE(refusal(document("<real>" + std::string(bad) + "</real>")), "accepted") << bad;
+    EXPECT_NE(xmlRefusal(document("<real>" + std::string(bad) + "</real>")), "accepted") << bad;
   }
 }
 
@@ -181,15 +181,15 @@ TEST(PropertyListXml, ReadsDates) {
         "2023-01-32T00:00:00Z", "2023-01-01T24:00:00Z", "2023-01-01T00:60:00Z",
         "2023-01-01T00:00:61Z", "2023-01-01T00:00:00", "2023-01-01", "2023-1-1T00:00:00Z",
         "0000-01-01T00:00:00Z", "20230101T000000Z", "x023-01-01T00:00:00Z"}) {
-    EXPECT_NE(refusal(document("<date>" + std::string(bad) + "</date>")), "accepted") << bad;
+    EXPECT_NE(xmlRefusal(document("<date>" + std::string(bad) + "</date>")), "accepted") << bad;
   }
 }
 
 TEST(PropertyListXml, RefusesDataThatIsNoBase64) {
-  EXPECT_EQ(refusal("<plist><data>AQ*D</data></plist>"),
+  EXPECT_EQ(xmlRefusal("<plist><data>AQ*D</data></plist>"),
             "line 1, column 16: only base64 text may stand in <data>");
   for (const char* bad : {"AQI", "A", "AQ=D", "=", "AQID=", "&#65;QID", "<!-- -->AQID"}) {
-    EXPECT_NE(refusal(document("<data>" + std::string(bad) + "</data>")), "accepted") << bad;
+    EXPECT_NE(xmlRefusal(document("<data>" + std::string(bad) + "</data>")), "accepted") << bad;
   }
 }
 
@@ -256,7 +256,7 @@ TEST(PropertyListXml, RefusesBrokenStructureWithLineAndColumn) {
            Case{"<dict><key>\xC3\xA9</key>x</dict>",
                 "line 1, column 19: text stands where only a tag may stand"},
        }) {
-    EXPECT_EQ(refusal(bad.text), bad.says) << bad.text;
+    EXPECT_EQ(xmlRefusal(bad.text), bad.says) << bad.text;
   }
 }
 
@@ -289,10 +289,10 @@ TEST(PropertyListXml, EntityDeclarationsAreRefused) {
   const std::string bomb =
       "<!DOCTYPE plist [\n<!ENTITY a \"ha\">\n<!ENTITY b \"&a;&a;\">\n]>"
       "<plist><string>&b;</string></plist>";
-  EXPECT_EQ(refusal(bomb), "line 2, column 1: entity declarations are refused");
-  EXPECT_NE(refusal("<!DOCTYPE plist [<!ENTITY % p SYSTEM \"file:///etc/passwd\"> %p;]><true/>"),
+  EXPECT_EQ(xmlRefusal(bomb), "line 2, column 1: entity declarations are refused");
+  EXPECT_NE(xmlRefusal("<!DOCTYPE plist [<!ENTITY % p SYSTEM \"file:///etc/passwd\"> %p;]><true/>"),
             "accepted");
-  EXPECT_NE(refusal("<!DOCTYPE plist [%p;]><true/>"), "accepted");
+  EXPECT_NE(xmlRefusal("<!DOCTYPE plist [%p;]><true/>"), "accepted");
 }
 
 TEST(PropertyListXml, OtherDeclarationsArePassedOver) {
@@ -300,10 +300,10 @@ TEST(PropertyListXml, OtherDeclarationsArePassedOver) {
                  "<!ATTLIST plist version CDATA \"1.0>\"> ]>\n<plist><true/></plist>"),
             Value(true));
   EXPECT_EQ(read("<!DOCTYPE plist SYSTEM \"a>b\"><true/>"), Value(true));
-  EXPECT_NE(refusal("<!DOCTYPE plist"), "accepted");
-  EXPECT_NE(refusal("<!DOCTYPE plist [<!ELEMENT"), "accepted");
-  EXPECT_NE(refusal("<!DOCTYPE plist ["), "accepted");
-  EXPECT_NE(refusal("<true/><!DOCTYPE plist>"), "accepted");
+  EXPECT_NE(xmlRefusal("<!DOCTYPE plist"), "accepted");
+  EXPECT_NE(xmlRefusal("<!DOCTYPE plist [<!ELEMENT"), "accepted");
+  EXPECT_NE(xmlRefusal("<!DOCTYPE plist ["), "accepted");
+  EXPECT_NE(xmlRefusal("<true/><!DOCTYPE plist>"), "accepted");
 }
 
 TEST(PropertyListXml, Encodings) {
@@ -312,7 +312,7 @@ TEST(PropertyListXml, Encodings) {
   EXPECT_EQ(read("\xEF\xBB\xBF" + text), expected);
   EXPECT_EQ(read("<?xml version='1.0' encoding='utf-8'?>" + text), expected);
   EXPECT_EQ(read("<?xml version=\"1.0\"?>" + text), expected);
-  EXPECT_NE(refusal("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + text)
+  EXPECT_NE(xmlRefusal("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + text)
                 .find("the encoding ISO-8859-1 is not supported"),
             std::string::npos);
 }
@@ -333,9 +333,9 @@ TEST(PropertyListXml, ReadsUtf16WithAMark) {
       u"<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n<string>caf\u00E9 \U0001F600</string>";
   for (const bool bigEndian : {false, true}) {
     EXPECT_EQ(read(utf16(text, bigEndian)), Value("caf\xC3\xA9 \xF0\x9F\x98\x80"));
-    EXPECT_NE(refusal(utf16(u"<string>\xD83D</string>", bigEndian)).find("unpaired surrogate"),
+    EXPECT_NE(xmlRefusal(utf16(u"<string>\xD83D</string>", bigEndian)).find("unpaired surrogate"),
               std::string::npos);
-    EXPECT_NE(refusal(utf16(u"<true/>", bigEndian) + "x"), "accepted");
+    EXPECT_NE(xmlRefusal(utf16(u"<true/>", bigEndian) + "x"), "accepted");
   }
 }
 
@@ -362,13 +362,13 @@ TEST(PropertyListXml, RefusesForbiddenCharacters) {
     for (const std::string& before : {""s, "0123456789abcdef"s}) {
       const std::string where =
           "line 1, column " + std::to_string(9 + before.size()) + ": " + bad.says;
-      EXPECT_EQ(refusal("<string>" + before + bad.bytes + "</string>"), where);
+      EXPECT_EQ(xmlRefusal("<string>" + before + bad.bytes + "</string>"), where);
     }
-    EXPECT_NE(refusal("<!-- " + bad.bytes + " --><true/>"), "accepted");
-    EXPECT_NE(refusal("<?a " + bad.bytes + " ?><true/>"), "accepted");
-    EXPECT_NE(refusal("<true a=\"" + bad.bytes + "\"/>"), "accepted");
-    EXPECT_NE(refusal("<string><![CDATA[" + bad.bytes + "]]></string>"), "accepted");
-    EXPECT_NE(refusal("<!DOCTYPE plist \"" + bad.bytes + "\"><true/>"), "accepted");
+    EXPECT_NE(xmlRefusal("<!-- " + bad.bytes + " --><true/>"), "accepted");
+    EXPECT_NE(xmlRefusal("<?a " + bad.bytes + " ?><true/>"), "accepted");
+    EXPECT_NE(xmlRefusal("<true a=\"" + bad.bytes + "\"/>"), "accepted");
+    EXPECT_NE(xmlRefusal("<string><![CDATA[" + bad.bytes + "]]></string>"), "accepted");
+    EXPECT_NE(xmlRefusal("<!DOCTYPE plist \"" + bad.bytes + "\"><true/>"), "accepted");
   }
 }
 
@@ -379,28 +379,28 @@ TEST(PropertyListXml, TheLimitOfDepthIsToldAndKept) {
     for (std::size_t i = 0; i < depth; ++i) text += "</array>";
     return text;
   };
-  EXPECT_EQ(refusal(nested(512)), "accepted");
-  EXPECT_EQ(refusal(nested(513)),
+  EXPECT_EQ(xmlRefusal(nested(512)), "accepted");
+  EXPECT_EQ(xmlRefusal(nested(513)),
             "line 1, column 3585: containers are nested more than 512 deep, which is the limit");
-  EXPECT_NE(refusal(nested(100000)), "accepted");
+  EXPECT_NE(xmlRefusal(nested(100000)), "accepted");
   std::string empty = nested(512);
   empty.insert(empty.size() / 2 - 4, "<dict/>");
-  EXPECT_NE(refusal(empty), "accepted");
+  EXPECT_NE(xmlRefusal(empty), "accepted");
 }
 
 TEST(PropertyListXml, TheLimitOfObjectsIsToldAndKept) {
   PropertyListLimits limits;
   limits.objects = 3;
-  EXPECT_EQ(refusal("<array><true/><true/></array>", limits), "accepted");
-  EXPECT_EQ(refusal("<array><true/><true/><true/></array>", limits),
+  EXPECT_EQ(xmlRefusal("<array><true/><true/></array>", limits), "accepted");
+  EXPECT_EQ(xmlRefusal("<array><true/><true/><true/></array>", limits),
             "line 1, column 22: more than 3 values, which is the limit");
 }
 
 TEST(PropertyListXml, TheLimitOfBytesIsToldAndKept) {
   PropertyListLimits limits;
   limits.bytes = 7;
-  EXPECT_EQ(refusal("<true/>", limits), "accepted");
-  EXPECT_EQ(refusal("<false/>", limits), "byte 7: more than 7 bytes, which is the limit");
+  EXPECT_EQ(xmlRefusal("<true/>", limits), "accepted");
+  EXPECT_EQ(xmlRefusal("<false/>", limits), "byte 7: more than 7 bytes, which is the limit");
 }
 
 TEST(PropertyListXml, DataSharesTheTextThatItWasReadFrom) {

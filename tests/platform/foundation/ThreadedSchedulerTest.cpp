@@ -10,7 +10,7 @@ namespace {
 
 using platform::ThreadedScheduler;
 
-constexpr double patience = 20.0;
+constexpr double threadedPatience = 20.0;
 
 TEST(ThreadedScheduler, RunGoesOnUntilItIsStopped) {
   ThreadedScheduler scheduler;
@@ -41,7 +41,7 @@ TEST(ThreadedScheduler, RunOnceTellsWhetherThereWasWork) {
   EXPECT_FALSE(scheduler.runOnce(0.001));
   int count = 0;
   scheduler.mainAfter(0.002, [&] { ++count; });
-  EXPECT_TRUE(scheduler.runOnce(patience));
+  EXPECT_TRUE(scheduler.runOnce(threadedPatience));
   EXPECT_EQ(count, 1);
 }
 
@@ -50,7 +50,7 @@ TEST(ThreadedScheduler, DelayedWorkWakesARunLoopThatWaitsAlready) {
   scheduler.mainAfter(1000, [] { FAIL() << "far too early"; });
   bool ran = false;
   scheduler.asyncGlobal([&] { scheduler.mainAfter(0.001, [&] { ran = true; }); });
-  EXPECT_TRUE(scheduler.runOnce(patience));
+  EXPECT_TRUE(scheduler.runOnce(threadedPatience));
   EXPECT_TRUE(ran);
 }
 
@@ -70,7 +70,7 @@ TEST(ThreadedScheduler, GlobalWorkRunsSideBySide) {
     first.get_future().wait();
     ++met;
   });
-  EXPECT_TRUE(scheduler.runMainUntil([&] { return met == 2; }, patience));
+  EXPECT_TRUE(scheduler.runMainUntil([&] { return met == 2; }, threadedPatience));
 }
 
 TEST(ThreadedScheduler, DestructionWaitsForRunningWork) {
