@@ -34,10 +34,11 @@ class Child {
     int messages = -1;
   };
 
-  // `environment` is added to the test's own.
+  // `environment` is added to the test's own. `program` is a path, or a name to be searched for.
   Child(std::vector<std::string> arguments, const Streams& streams,
-        const std::vector<std::string>& environment = {}) {
-    arguments.insert(arguments.begin(), builtProgram());
+        const std::vector<std::string>& environment = {},
+        const std::string& program = builtProgram()) {
+    arguments.insert(arguments.begin(), program);
     posix_spawn_file_actions_t actions;
     ::posix_spawn_file_actions_init(&actions);
     const std::array<int, 3> descriptors = {streams.input, streams.output, streams.messages};
@@ -55,8 +56,8 @@ class Child {
         variables.emplace_back(*variable);
       }
     }
-    if (::posix_spawn(&_id, arguments[0].c_str(), &actions, nullptr, pointers(arguments).data(),
-                      pointers(variables).data()) != 0) {
+    if (::posix_spawnp(&_id, arguments[0].c_str(), &actions, nullptr, pointers(arguments).data(),
+                       pointers(variables).data()) != 0) {
       _id = -1;
     }
     ::posix_spawn_file_actions_destroy(&actions);
@@ -99,6 +100,7 @@ struct ProgramResult {
 };
 
 struct ProgramRun {
+  std::string program = builtProgram();
   std::string input;
   std::vector<std::string> environment;
   std::string outputFile;  // where standard output goes; empty: it is captured
@@ -116,7 +118,7 @@ inline ProgramResult runProgramWith(std::vector<std::string> arguments,
                                ::open(outputFile.c_str(), writeOnly, 0600),
                                ::open(folder.in("messages").c_str(), writeOnly, 0600)};
   ProgramResult result;
-  result.status = Child(std::move(arguments), streams, run.environment).wait();
+  result.status = Child(std::move(arguments), streams, run.environment, run.program).wait();
   for (const int descriptor : {streams.input, streams.output, streams.messages}) {
     ::close(descriptor);
   }
