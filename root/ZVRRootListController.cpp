@@ -104,7 +104,10 @@ void ZVRRootListController::registerClass(platform::ClassRegistry& registry) {
   using Page = ZVRRootListController;
   platform::ClassBuilder<Page> builder("HBRootListController");
   builder.operation("setPreferenceValue:specifier:", &Page::setPreferenceValue)
+      .operation("viewDidLoad", &Page::viewDidLoad)
       .operation("viewDidAppear:", &Page::viewDidAppear)
+      .operation("viewDidLayoutSubviews", &Page::viewDidLayoutSubviews)
+      .operation("scrollViewDidScroll:", &Page::scrollViewDidScroll)
       .operation("respring", &Page::respring)
       .operation("showFavoriteModulesViewController", &Page::showFavoriteModulesViewController)
       .operation("showModuleArrangeViewController", &Page::showModuleArrangeViewController)

@@ -16,11 +16,16 @@ namespace zentrova {
 // the list "Root"; it adds two switches below the presentation style while that is 1, leaves the
 // presentation and gesture rows out on a tablet, and locks the gesture row while the sibling
 // product Kestrelle is in charge of gestures.
+//
+// A banner stands above the rows. The title in the navigation bar is hidden at first and while the
+// page is pulled down, and fades in as it is scrolled.
 // Threads: main.
 class ZVRRootListController : public HBRootListController {
   PLATFORM_CLASS(ZVRRootListController)
 
  public:
+  using Page = std::shared_ptr<platform::UIViewController>;
+
   static void registerClass(platform::ClassRegistry& registry);
 
   // The rows, built on the first call and then kept.
@@ -33,6 +38,18 @@ class ZVRRootListController : public HBRootListController {
   // Looks at Kestrelle's settings on every appearance; a lock stays for the life of the page.
   // A "gesturesConfig" that is no text raises NSInvalidArgumentException.
   void viewDidAppear(bool animated) override;
+  // Builds the header, asks the application to load what is behind its own row "ControlCenter",
+  // and hides the title of the outer navigation bar. What the application raises is swallowed.
+  void viewDidLoad() override;
+  // Hides the title of the inner navigation bar, that of the page's own navigation controller.
+  void viewDidLayoutSubviews() override;
+  // Fades the outer title in where the offset is 0 or more, and out where it is below.
+  void scrollViewDidScroll(const std::shared_ptr<platform::UIScrollView>& scrollView) override;
+  // Gives the maker's profile its picture, which lies on the device.
+  std::shared_ptr<platform::UITableViewCell> cellForRowAtIndexPath(
+      const std::shared_ptr<platform::UITableView>& tableView,
+      platform::IndexPath indexPath) override;
+
   // Restarts the home screen, so that it reads the settings anew.
   void respring();
 
@@ -45,7 +62,6 @@ class ZVRRootListController : public HBRootListController {
   void showCustomizeViewController();
 
   // The kept pages; empty before their first opening.
-  using Page = std::shared_ptr<platform::UIViewController>;
   const std::shared_ptr<ZVRFavoriteModules>& favoriteModulesViewController() const noexcept {
     return _favoriteModulesViewController;
   }
@@ -65,6 +81,9 @@ class ZVRRootListController : public HBRootListController {
   void lockGesturesSoon();
   void dissolveToLockedGestures();
   void lockGestureCell();
+  void addHeader();
+  void loadControlCenterBundle();
+  void followScrolling();
   void push(const Page& page);
 
   std::shared_ptr<ZVRFavoriteModules> _favoriteModulesViewController;
