@@ -109,6 +109,8 @@ void ZVRRootListController::registerClass(platform::ClassRegistry& registry) {
       .operation("viewDidLayoutSubviews", &Page::viewDidLayoutSubviews)
       .operation("scrollViewDidScroll:", &Page::scrollViewDidScroll)
       .operation("respring", &Page::respring)
+      .operation("getCurrentVersion", &Page::getCurrentVersion)
+      .property("_versionLabel", &Page::versionLabel, &Page::setVersionLabel)
       .operation("showFavoriteModulesViewController", &Page::showFavoriteModulesViewController)
       .operation("showModuleArrangeViewController", &Page::showModuleArrangeViewController)
       .operation("showCustomizeViewController", &Page::showCustomizeViewController)

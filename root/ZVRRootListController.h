@@ -4,11 +4,13 @@
 
 #include "modules/ZVRFavoriteModules.h"
 #include "platform/preferences/PSListController.h"
+#include "platform/uikit/UILabel.h"
 #include "prefs/HBRootListController.h"
 
 namespace platform {
 class ClassRegistry;
-}
+class NSFileHandle;
+}  // namespace platform
 
 namespace zentrova {
 
@@ -53,6 +55,15 @@ class ZVRRootListController : public HBRootListController {
   // Restarts the home screen, so that it reads the settings anew.
   void respring();
 
+  // Asks the package manager for the product's record and shows it in the version label, without
+  // the words "Version: ". Only the first chunk of the answer is shown, and one that is no UTF-8
+  // clears the label. Blocks until the program has ended, while the main queue goes on. Where
+  // nothing can be read from the program, "NoDataException" is raised.
+  void getCurrentVersion();
+  // Where the version is shown; set from outside. Empty: nowhere.
+  const std::shared_ptr<platform::UILabel>& versionLabel() const noexcept { return _versionLabel; }
+  void setVersionLabel(std::shared_ptr<platform::UILabel> label);
+
   // The pages behind the rows: each is made on its first opening and kept as long as this page
   // lives, so that it keeps its state. Opening one that is open raises
   // NSInvalidArgumentException. Where the class of a page that is looked up by name is not there,
@@ -86,6 +97,9 @@ class ZVRRootListController : public HBRootListController {
   void followScrolling();
   void push(const Page& page);
 
+  void showVersion(platform::NSFileHandle& output);
+
+  std::shared_ptr<platform::UILabel> _versionLabel;
   std::shared_ptr<ZVRFavoriteModules> _favoriteModulesViewController;
   Page _arrangeModulesViewController;
   Page _customizeViewController;

@@ -31,7 +31,9 @@ class RootTest : public testing::Test {
   static constexpr std::string_view kestrellePath =
       "/var/jb/var/mobile/Library/Preferences/com.hollowmere.kestrelleprefs.plist";
 
-  RootTest() {
+  explicit RootTest(test_support::TestProcess::RunPrograms programs =
+                        test_support::TestProcess::RunPrograms::recorded)
+      : process(programs) {
     platform::registerUIKitClasses(process.classes());
     platform::registerPreferencesClasses(process.classes());
     EXPECT_EQ(zentrova_bundle_register(&process.classes(), platform::bundleInterfaceVersion),
