@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <set>
 
+#include "platform/uikit/UIImageView.h"
 #include "tests/root/RootFixture.h"
 
 namespace zentrova::tests {
@@ -179,6 +180,19 @@ TEST_F(Resources, NoGroupIsEmptyOnATablet) {
     groupIsEmpty = group;
   }
   EXPECT_FALSE(groupIsEmpty);
+}
+
+// Sharp on every device: three pixels a point of the drawing beside it.
+TEST_F(Resources, BannerIsAPictureOfItsDrawing) {
+  process.tree().write(std::string(bundle) + "/Banner.png", source("Banner.png"));
+  showPage();
+  const auto banner = std::dynamic_pointer_cast<platform::UIImageView>(
+      page->table()->tableHeaderView()->subviews().at(0));
+  ASSERT_TRUE(banner->image());
+  const auto width = std::to_string(banner->image()->pixelWidth() / 3);
+  const auto height = std::to_string(banner->image()->pixelHeight() / 3);
+  EXPECT_NE(source("Banner.svg").find("width=\"" + width + "\" height=\"" + height + "\""),
+            std::string::npos);
 }
 
 TEST_F(Resources, VibrationPageOpensFromItsRow) {
