@@ -40,6 +40,10 @@ void Application::State::wake() {
   if (wakeHandler) wakeHandler();
 }
 
+void Application::State::beginTurn() {
+  if (process) process->process().once<ModuleIndex>().forget();
+}
+
 void Application::State::keepCrash(const platform::Exception& exception, const std::string& where) {
   crash = CrashReport{exception.name(), exception.reason(), where};
   crashToken = platform::UIKitState::current().makeNodeIdentifier();
@@ -52,6 +56,7 @@ ActionResult Application::State::runAtEdge(const std::string& where,
   if (crash)
     return {false, "the page has crashed (" + crash->name + "): continue or restart first"};
   const platform::ProcessScope scope(process->process());
+  beginTurn();
   const auto before = platform::UIKitState::current().changeCount();
   ActionResult result;
   try {
@@ -115,6 +120,7 @@ void Application::State::open() {
 
 void Application::State::refresh() {
   if (!std::exchange(treeIsStale, false) && revision > 0) return;
+  beginTurn();
   SnapshotRequest request{process.get(), crash ? &*crash : nullptr, crashToken, true, identityBase};
   std::optional<platform::ProcessScope> scope;
   if (process) scope.emplace(process->process());

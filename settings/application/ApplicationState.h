@@ -18,6 +18,7 @@
 #include "settings/application/StageWatch.h"
 #include "settings/application/TreeSnapshot.h"
 #include "settings/application/UserHand.h"
+#include "settings/neighbours/ModuleNeighbours.h"
 #include "settings/neighbours/NeighbourRegistry.h"
 
 namespace settings {
@@ -36,6 +37,8 @@ struct Application::State {
   void refresh();
   // Drops the process and starts another.
   void open();
+  // What the pages ask the device's folders for is looked at anew from here on.
+  void beginTurn();
   void tellObservers();
   // Restarts of the home screen that have ended well since the last look.
   void announceRestarts();
@@ -47,7 +50,7 @@ struct Application::State {
 
   ApplicationOptions options;
   std::shared_ptr<platform::DeviceFileSystem> device;
-  NeighbourRegistry neighbours;
+  NeighbourRegistry neighbours{moduleNeighbours()};
   DeviceServices services;
   RecordLog<platform::LogEntry> logEntries{10000};
   RecordLog<platform::FileWrite> writes{10000};

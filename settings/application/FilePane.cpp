@@ -7,6 +7,7 @@
 
 #include "platform/foundation/PropertyList.h"
 #include "settings/application/ScriptValues.h"
+#include "settings/device/DeviceTree.h"
 
 namespace settings {
 namespace {
@@ -92,7 +93,7 @@ void FilePane::parse() {
 }
 
 void FilePane::read() {
-  platform::FileContents contents = _files.read(preferenceFilePath);
+  platform::FileContents contents = _files.read(productPreferencesPath);
   if (!contents.error) {
     if (_state != State::missing && contents.bytes == _bytes && !_bytes.empty()) return;
     _bytes = std::move(contents.bytes);
@@ -102,7 +103,7 @@ void FilePane::read() {
   _bytes.clear();
   _entries = {};
   const bool missing =
-      contents.error.code == ENOENT && !_files.attributesOfItem(preferenceFilePath);
+      contents.error.code == ENOENT && !_files.attributesOfItem(productPreferencesPath);
   _state = missing ? State::missing : State::problem;
   _problem = missing ? "" : contents.error.message + ". The settings start empty.";
 }
@@ -114,7 +115,7 @@ void FilePane::beginAction() {
 
 nlohmann::json FilePane::json() {
   read();
-  nlohmann::json pane{{"path", preferenceFilePath}, {"entries", nlohmann::json::object()}};
+  nlohmann::json pane{{"path", productPreferencesPath}, {"entries", nlohmann::json::object()}};
   switch (_state) {
     case State::ok:
       pane["state"] = "ok";

@@ -2,16 +2,11 @@
 
 #include <nlohmann/json_fwd.hpp>
 #include <string>
-#include <string_view>
 
 #include "platform/foundation/Collections.h"
 #include "platform/foundation/FileSystem.h"
 
 namespace settings {
-
-// The product's preference file, on the device.
-inline constexpr std::string_view preferenceFilePath =
-    "/var/jb/var/mobile/Library/Preferences/com.hollowmere.zentrovaprefs.plist";
 
 // A property list's value for people to see: as in JSON everywhere, but of data only the size,
 // {"data": bytes}.

@@ -7,6 +7,7 @@
 #include "platform/foundation/PropertyList.h"
 #include "settings/application/FilePane.h"
 #include "settings/application/ScriptValues.h"
+#include "settings/device/DeviceTree.h"
 
 namespace settings {
 
@@ -47,7 +48,7 @@ json normalized(std::string_view type, const json& wanted) {
 }  // namespace
 
 PreferenceLookup lookUpPreference(platform::FileSystem& files, std::string_view key) {
-  const platform::FileContents contents = files.read(preferenceFilePath);
+  const platform::FileContents contents = files.read(productPreferencesPath);
   if (contents.error) return {{}, contents.error.message};
   const platform::PropertyListResult list = platform::readPropertyList(contents.bytes);
   if (!list) return {{}, "the preference file is no property list: " + list.error->text()};

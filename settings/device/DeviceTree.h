@@ -78,10 +78,16 @@ inline constexpr std::string_view bundlePath =
     "/var/jb/Library/PreferenceBundles/ZentrovaPrefs.bundle";
 inline constexpr std::string_view supportPath = "/var/jb/Library/Application Support/Zentrova";
 inline constexpr std::string_view preferencesPath = "/var/jb/var/mobile/Library/Preferences";
+// The product's settings.
+inline constexpr std::string_view productPreferencesPath =
+    "/var/jb/var/mobile/Library/Preferences/com.hollowmere.zentrovaprefs.plist";
 inline constexpr std::string_view moduleConfigurationPath =
     "/var/jb/var/mobile/Library/ControlCenter/ModuleConfiguration_CCSupport.plist";
 inline constexpr std::string_view systemModulesPath = "/System/Library/ControlCenter/Bundles";
 inline constexpr std::string_view addedModulesPath = "/var/jb/Library/ControlCenter/Bundles";
+// A property list whose root is an array: the modules that cannot be favourites.
+inline constexpr std::string_view forbiddenModulesPath =
+    "/var/jb/Library/ControlCenter/ForbiddenModules.plist";
 inline constexpr std::string_view photosPath = "/var/mobile/Media/DCIM/100APPLE";
 // Every start of a stand-in, one line: its path on the device and its arguments, tabs between.
 inline constexpr std::string_view programLogPath = "/var/log/zentrova-programs.log";

@@ -1,5 +1,7 @@
 #include "settings/device/InstalledModules.h"
 
+#include <array>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -23,6 +25,26 @@ constexpr Paint orange{255, 149, 0};
 constexpr Paint pink{255, 45, 85};
 constexpr Paint red{255, 59, 48};
 constexpr Paint yellow{240, 180, 0};
+
+// What the product's own modules take the place of cannot be a favourite too.
+constexpr std::array forbidden{
+    "com.apple.control-center.ConnectivityModule",
+    "com.apple.control-center.DisplayModule",
+    "com.apple.control-center.AudioModule",
+    "com.apple.mediaremote.controlcenter.nowplaying",
+};
+
+// What the main component stores when it runs for the first time.
+constexpr std::array favourites{
+    "com.apple.control-center.FlashlightModule",
+    "com.apple.mobiletimer.controlcenter.timer",
+    "com.apple.control-center.CalculatorModule",
+    "com.apple.control-center.CameraModule",
+};
+
+Array arrayOf(std::span<const char* const> identifiers) {
+  return Array(std::vector<Value>(identifiers.begin(), identifiers.end()));
+}
 
 // An icon of 29 points at the scale of three pixels a point.
 constexpr int iconSide = 87;
@@ -104,6 +126,9 @@ void addInstalledModules(TreeWriter& writer) {
   writer.propertyList(moduleConfigurationPath,
                       Dictionary{{"module-identifiers", Array(std::move(enabled))},
                                  {"version", Value::integer(1)}});
+  writer.propertyList(forbiddenModulesPath, arrayOf(forbidden));
+  writer.propertyList(productPreferencesPath,
+                      Dictionary{{"groupedIdentifiers", arrayOf(favourites)}});
 }
 
 }  // namespace settings

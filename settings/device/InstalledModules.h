@@ -21,7 +21,9 @@ struct InstalledModule {
 
 const std::vector<InstalledModule>& installedModules();
 
-// Adds a folder for each module, with Info.plist and icon.png, and the module configuration.
+// Adds a folder for each module, with Info.plist and icon.png, the module configuration, the list
+// of those that cannot be favourites, and the settings with four favourites. (Without a stored list
+// of favourites the page that chooses them takes none.)
 void addInstalledModules(TreeWriter& writer);
 
 }  // namespace settings

@@ -47,10 +47,10 @@ TEST_F(DeviceTreeCreate, VarJbIsALinkInsideTheTree) {
   EXPECT_TRUE(target.starts_with(fs::canonical(treePath()).string() + "/")) << target;
 }
 
-TEST_F(DeviceTreeCreate, PreferenceFolderIsThereWithoutAnyFile) {
+TEST_F(DeviceTreeCreate, PreferenceFolderHoldsTheProductsSettingsOnly) {
   ASSERT_TRUE(create());
   EXPECT_TRUE(fs::is_directory(host(preferencesPath)));
-  EXPECT_THAT(namesIn(host(preferencesPath)), IsEmpty());
+  EXPECT_THAT(namesIn(host(preferencesPath)), ElementsAre("com.hollowmere.zentrovaprefs.plist"));
 }
 
 TEST_F(DeviceTreeCreate, BundleIsInstalled) {
@@ -104,6 +104,24 @@ TEST_F(DeviceTreeCreate, ModuleConfigurationNamesInstalledModules) {
         << identifier.description();
   }
   EXPECT_LT(enabled.asArray()->size(), modules.size());
+}
+
+// Without a stored list the page that chooses favourites would take none.
+TEST_F(DeviceTreeCreate, FavouritesAreFourInstalledModulesThatMayBe) {
+  ASSERT_TRUE(create());
+  const auto favourites = propertyList(productPreferencesPath).valueForKey("groupedIdentifiers");
+  ASSERT_NE(favourites.asArray(), nullptr);
+  EXPECT_EQ(favourites.asArray()->size(), 4U);
+  const auto modules = DeviceTree::open(treePath()).tree->describe().modules;
+  const auto forbidden = platform::readPropertyList(read(host(forbiddenModulesPath))).value;
+  ASSERT_NE(forbidden.asArray(), nullptr);
+  for (const auto& identifier : *forbidden.asArray()) {
+    EXPECT_THAT(modules, testing::Contains(*identifier.text()));
+  }
+  for (const auto& identifier : *favourites.asArray()) {
+    EXPECT_THAT(modules, testing::Contains(*identifier.text()));
+    EXPECT_FALSE(forbidden.asArray()->contains(identifier)) << identifier.description();
+  }
 }
 
 TEST_F(DeviceTreeCreate, EmptyFolderIsTaken) {
@@ -248,7 +266,8 @@ TEST_F(DeviceTreeOpen, DescribesWhatTheTreeHolds) {
   EXPECT_EQ(description.jailbreakFolder, "../private/preboot/hollowmere/jb");
   EXPECT_EQ(description.bundlePath, bundlePath);
   EXPECT_EQ(description.bundleVersion, "1.2.3");
-  EXPECT_THAT(description.preferenceFiles, ElementsAre("com.example.plist"));
+  EXPECT_THAT(description.preferenceFiles,
+              ElementsAre("com.example.plist", "com.hollowmere.zentrovaprefs.plist"));
   EXPECT_GE(description.modules.size(), 24U);
   EXPECT_EQ(description.photos.size(), 5U);
   EXPECT_THAT(description.programs,
@@ -281,7 +300,8 @@ TEST_F(DeviceTreeReset, MakesTheTreeAsNew) {
   write(host(preferencesPath) / "com.hollowmere.zentrovaprefs.plist", "changed");
   fs::remove_all(host(photosPath));
   EXPECT_EQ(created.tree->reset({bundle()}), std::nullopt);
-  EXPECT_THAT(namesIn(host(preferencesPath)), IsEmpty());
+  EXPECT_NE(read(host(productPreferencesPath)), "changed");
+  EXPECT_THAT(namesIn(host(preferencesPath)), ElementsAre("com.hollowmere.zentrovaprefs.plist"));
   EXPECT_EQ(namesIn(host(photosPath)).size(), 5U);
   EXPECT_THAT(namesIn(folder), ElementsAre("built", "device"));
 }
