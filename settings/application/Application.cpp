@@ -74,8 +74,7 @@ ActionResult Application::perform(const json& action) {
   _state->refresh();
   // A look further down the page is no tap: what the last one changed stays marked.
   if (!_state->crash && name != "scroll") _state->pane.beginAction();
-  return _state->runAtEdge(_state->placeOf(action),
-                           [&] { return _state->hand->perform(action, _state->snapshot.targets); });
+  return _state->runAtEdge(_state->placeOf(action), [&] { return _state->useHand(action); });
 }
 
 ActionResult Application::answerCrash(const json& action, bool restart) {

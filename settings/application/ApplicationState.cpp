@@ -9,6 +9,7 @@
 #include "platform/foundation/ObservedFileSystem.h"
 #include "platform/uikit/UIKitState.h"
 #include "settings/application/ActionMembers.h"
+#include "settings/application/EditWatch.h"
 #include "settings/application/SidePanes.h"
 
 namespace settings {
@@ -67,6 +68,15 @@ ActionResult Application::State::runAtEdge(const std::string& where,
   }
   if (crash || platform::UIKitState::current().changeCount() != before) treeIsStale = true;
   tellObservers();
+  return result;
+}
+
+ActionResult Application::State::useHand(const json& action) {
+  const EditWatch edit(action, target(stringMember(action, "node").value_or("")));
+  const ActionResult result = hand->perform(action, snapshot.targets);
+  const auto outcome = result ? edit.outcome() : std::nullopt;
+  if (!outcome) return result;
+  for (auto* observer : observers) observer->announced(*outcome);
   return result;
 }
 

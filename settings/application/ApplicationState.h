@@ -37,6 +37,8 @@ struct Application::State {
   void refresh();
   // Drops the process and starts another.
   void open();
+  // The user's hand does the action; what has become of a row that was edited is announced.
+  ActionResult useHand(const nlohmann::json& action);
   // What the pages ask the device's folders for is looked at anew from here on.
   void beginTurn();
   void tellObservers();

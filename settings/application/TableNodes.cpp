@@ -158,6 +158,16 @@ void addSpecifierMembers(const platform::PSSpecifier& specifier, json& node) {
   if (const auto problem = specifier.problem()) node["problem"] = *problem;
 }
 
+// A specifier's, or the text that the data source knows the row by.
+void addIdentifier(const Table& table, IndexPath path, json& node) {
+  if (const auto specifier = specifierOfRow(table, path)) {
+    addSpecifierMembers(*specifier, node);
+  } else if (const auto source = table->dataSource()) {
+    const auto text = source->identityForRowAtIndexPath(table, path).text();
+    if (text) node["identifier"] = *text;
+  }
+}
+
 std::string addRow(NodeWriter& writer, const Table& table, IndexPath path) {
   const auto cell = table->cellForRowAtIndexPath(path);
   json node{{"kind", "row"},
@@ -167,7 +177,7 @@ std::string addRow(NodeWriter& writer, const Table& table, IndexPath path) {
             {"title", titleOfRow(table, path)},
             {"visible", cell != nullptr},
             {"selectable", table->canUserSelectRow(path)}};
-  if (const auto specifier = specifierOfRow(table, path)) addSpecifierMembers(*specifier, node);
+  addIdentifier(table, path, node);
   if (table->isEditing()) {
     node["editing"] = {{"style", editingStyleName(table->editingStyleForRow(path))},
                        {"movable", table->canMoveRow(path)}};
