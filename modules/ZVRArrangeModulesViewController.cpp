@@ -130,7 +130,7 @@ std::int64_t ZVRArrangeModulesViewController::numberOfRowsInSection(const Table&
 
 std::shared_ptr<UITableViewCell> ZVRArrangeModulesViewController::cellForRowAtIndexPath(
     const Table& tableView, IndexPath indexPath) {
-  const auto cell = tableView->dequeueReusableCellWithIdentifier(moduleCellIdentifier, indexPath);
+  auto cell = tableView->dequeueReusableCellWithIdentifier(moduleCellIdentifier, indexPath);
   const auto& entry = elementAt(list(indexPath.section), indexPath.row);
   cell->textLabel()->setText(moduleDisplayNameForIdentifier(entry));
   showChevron(*cell, moduleHasSettingsWithID(entry));

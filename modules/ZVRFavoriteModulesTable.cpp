@@ -37,7 +37,7 @@ Value ZVRFavoriteModules::elementOf(IndexPath indexPath) {
 
 std::shared_ptr<UITableViewCell> ZVRFavoriteModules::cellForRowAtIndexPath(const Table& tableView,
                                                                            IndexPath indexPath) {
-  const auto cell = tableView->dequeueReusableCellWithIdentifier(moduleCellIdentifier, indexPath);
+  auto cell = tableView->dequeueReusableCellWithIdentifier(moduleCellIdentifier, indexPath);
   const Value identifier = elementOf(indexPath);
   const Value description = descriptionOf(identifier);
   if (description) {

@@ -50,7 +50,7 @@ Class requestClass() {
       .build();
 }
 
-Class taskClass() {
+Class dataTaskClass() {
   return ClassBuilder<NSURLSessionDataTask>("NSObject")
       .operation("resume", &NSURLSessionDataTask::resume)
       .operation("suspend", &NSURLSessionDataTask::suspend)
@@ -89,7 +89,7 @@ void registerURLClasses(ClassRegistry& registry) {
                    .key("code", &NSError::code)
                    .key("localizedDescription", &NSError::localizedDescription)
                    .build());
-  registry.add(taskClass());
+  registry.add(dataTaskClass());
   registry.add(ClassBuilder<NSURLSession>("NSObject")
                    .classOperation("sharedSession", &NSURLSession::sharedSession)
                    .build());

@@ -96,7 +96,7 @@ void FilePane::read() {
   platform::FileContents contents = _files.read(productPreferencesPath);
   if (!contents.error) {
     if (_state != State::missing && contents.bytes == _bytes && !_bytes.empty()) return;
-    _bytes = std::move(contents.bytes);
+    _bytes = contents.bytes;
     parse();
     return;
   }

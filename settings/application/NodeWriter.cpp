@@ -65,9 +65,9 @@ std::string NodeWriter::identity(std::uint64_t token) {
 }
 
 std::string NodeWriter::add(std::uint64_t token, NodeTarget target, json node,
-                            std::vector<std::string> children) {
+                            const std::vector<std::string>& children) {
   std::string id = identity(token);
-  node["children"] = std::move(children);
+  node["children"] = children;
   _nodes[id] = std::move(node);
   _targets.nodes.insert_or_assign(id, std::move(target));
   return id;

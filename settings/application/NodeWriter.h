@@ -27,7 +27,7 @@ class NodeWriter {
   std::string identity(std::uint64_t token);
   // Adds the node, whose children are added already.
   std::string add(std::uint64_t token, NodeTarget target, nlohmann::json node,
-                  std::vector<std::string> children);
+                  const std::vector<std::string>& children);
   // The view with everything below it. `role` says what it is to its cell; may be empty.
   std::string addView(const std::shared_ptr<platform::UIView>& view, const char* role = "");
   // The members that every view has.

@@ -52,7 +52,7 @@ StepOutcome ScriptContext::withRow(
 StepOutcome ScriptContext::onRow(const RowAddress& address,
                                  const std::function<StepOutcome(const std::string&)>& work) {
   std::string id;
-  const StepOutcome found = withRow(address, [&](const TreeQuery&, const FoundNode& row) {
+  StepOutcome found = withRow(address, [&](const TreeQuery&, const FoundNode& row) {
     id = row.id;
     return StepOutcome{};
   });

@@ -24,7 +24,7 @@ Control controlOf(ScriptContext& context, const std::string& row, std::string_vi
 
 StepOutcome slideTo(ScriptContext& context, const std::string& slider, double value) {
   json action{{"action", "slide"}, {"node", slider}, {"value", value}, {"phase", "move"}};
-  const StepOutcome moved = context.act(action);
+  StepOutcome moved = context.act(action);
   if (!moved.ok) return moved;
   action["phase"] = "end";
   return context.act(action);
@@ -32,7 +32,7 @@ StepOutcome slideTo(ScriptContext& context, const std::string& slider, double va
 
 StepOutcome typeText(ScriptContext& context, const std::string& field, const std::string& text) {
   for (const char* phase : {"begin", "change", "end"}) {
-    const StepOutcome outcome =
+    StepOutcome outcome =
         context.act({{"action", "edit"}, {"node", field}, {"phase", phase}, {"string", text}});
     if (!outcome.ok || context.application().crash()) return outcome;
   }
@@ -75,11 +75,10 @@ StepOutcome setSegment(ScriptContext& context, const std::string& row, const Con
 }
 
 StepOutcome setSwitch(ScriptContext& context, const Control& control, const json& value) {
-  static const json names = {{"on", true},     {"off", false}, {"true", true},
-                             {"false", false}, {"yes", true},  {"no", false}};
-  json state = value;
-  if (value.is_string()) state = names.value(value.get<std::string>(), json());
-  if (value == 0 || value == 1) state = value == 1;
+  static const json names = {{"on", true},  {"off", false}, {"true", true}, {"false", false},
+                             {"yes", true}, {"no", false},  {"1", true},    {"0", false}};
+  const json state =
+      names.value(value.is_string() ? value.get<std::string>() : value.dump(), json());
   if (!state.is_boolean()) {
     return StepOutcome::failed(value.dump() + " is no state of a switch; allowed are on and off");
   }
@@ -97,10 +96,10 @@ StepOutcome setByList(ScriptContext& context, const std::string& row, const json
     return StepOutcome::failed("the row has no control that a value can be set with, and " +
                                value.dump() + " is none of its choices " + titles.dump());
   }
-  const StepOutcome opened = context.act({{"action", "tap"}, {"node", row}});
+  StepOutcome opened = context.act({{"action", "tap"}, {"node", row}});
   if (!opened.ok || context.application().crash()) return opened;
   const RowAddress choice{RowAddress::By::label, titles[static_cast<std::size_t>(index)], 1, 0, 0};
-  const StepOutcome chosen = context.onRow(choice, [&](const std::string& id) {
+  StepOutcome chosen = context.onRow(choice, [&](const std::string& id) {
     return context.act({{"action", "tap"}, {"node", id}});
   });
   if (!chosen.ok || context.application().crash()) return chosen;
@@ -132,7 +131,8 @@ Step parseSet(LineReader& reader) {
 
 // Works the row's control of that kind.
 template <class Work>
-Step controlStep(const RowAddress& address, std::string_view kind, std::string what, Work work) {
+Step controlStep(const RowAddress& address, std::string_view kind, const std::string& what,
+                 Work work) {
   return [=](ScriptContext& context) {
     return context.onRow(address, [&](const std::string& row) {
       const Control control = controlOf(context, row, kind);

@@ -54,7 +54,7 @@ FoundNode TreeQuery::firstOfKind(const FoundNode& node,
   if (!node) return {};
   if (std::ranges::find(kinds, std::string_view(kindOf(node))) != kinds.end()) return node;
   for (const FoundNode& child : children(node)) {
-    if (const FoundNode found = firstOfKind(child, kinds)) return found;
+    if (FoundNode found = firstOfKind(child, kinds)) return found;
   }
   return {};
 }

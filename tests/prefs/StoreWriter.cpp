@@ -1,0 +1,56 @@
+// Writes with the store until it is ended from outside; kill_writer.py and full_disk.py start it.
+//
+//   store-writer TREE count          sets "counter" to one more, again and again
+//   store-writer TREE fill BYTES     sets "filling" to that many bytes of data, once
+//
+// TREE is a device tree. What earlier writers left behind is cleared away before "ready" is
+// printed; nothing is written before that.
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/foundation/DeviceFileSystem.h"
+#include "platform/foundation/FoundationClasses.h"
+#include "platform/foundation/MemoryLog.h"
+#include "platform/foundation/Process.h"
+#include "prefs/HBPreferences.h"
+
+namespace {
+
+using zentrova::HBPreferences;
+
+constexpr std::string_view folder = "/var/jb/var/mobile/Library/Preferences";
+
+void count(HBPreferences& store) {
+  for (auto counter = store.integerForKey("counter");; ++counter) {
+    store.setObject(counter + 1, "counter");
+  }
+}
+
+void fill(HBPreferences& store, std::size_t size) {
+  store.setObject(platform::Data(std::string(size, 'z')), "filling");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 3) {
+    std::fputs("usage: store-writer TREE count | fill BYTES\n", stderr);
+    return 2;
+  }
+  platform::Process process;
+  const platform::ProcessScope scope(process);
+  platform::registerFoundationClasses(process.classes());
+  const auto files = std::make_shared<platform::DeviceFileSystem>(argv[1]);
+  process.provide<platform::FileSystem>(files);
+  process.provide<platform::Log>(std::make_shared<platform::MemoryLog>());
+  files->removeStaleTemporaries(folder);
+  const auto store =
+      HBPreferences::preferencesForIdentifier(std::string(zentrova::preferencesDomain));
+  std::puts("ready");
+  std::fflush(stdout);
+  if (std::string_view(argv[2]) == "count") count(*store);
+  if (std::string_view(argv[2]) == "fill" && argc == 4) fill(*store, std::stoul(argv[3]));
+}
