@@ -12,26 +12,33 @@ using platform::Value;
 
 bool HBRootListController::init() {
   if (!PSListController::init()) return false;
-  _preferences = HBPreferences::preferencesForIdentifier(std::string(preferencesDomain));
+  setPreferences(HBPreferences::preferencesForIdentifier(std::string(preferencesDomain)));
   return true;
 }
 
+std::shared_ptr<HBPreferences> HBRootListController::preferences() const {
+  const std::lock_guard lock(_mutex);
+  return _preferences;
+}
+
 void HBRootListController::setPreferences(std::shared_ptr<HBPreferences> preferences) {
-  _preferences = std::move(preferences);
+  const std::lock_guard lock(_mutex);
+  _preferences.swap(preferences);  // the old store goes outside of the lock
 }
 
 Value HBRootListController::readPreferenceValue(const std::shared_ptr<PSSpecifier>& specifier) {
   if (!specifier) return {};
   Value defaultValue = specifier->propertyForKey("default");
-  if (!_preferences) return defaultValue;
-  const Value stored = _preferences->objectForKey(specifier->propertyForKey("key"));
+  const auto store = preferences();
+  if (!store) return defaultValue;
+  const Value stored = store->objectForKey(specifier->propertyForKey("key"));
   return stored ? stored : defaultValue;
 }
 
 void HBRootListController::setPreferenceValue(const Value& value,
                                               const std::shared_ptr<PSSpecifier>& specifier) {
   const Value key = specifier ? specifier->propertyForKey("key") : Value();
-  if (_preferences) _preferences->setObject(value, key);
+  if (const auto store = preferences()) store->setObject(value, key);
 }
 
 void HBRootListController::registerClass(platform::ClassRegistry& registry) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
 
 #include "platform/foundation/Value.h"
 #include "platform/preferences/PSListController.h"
@@ -15,7 +16,7 @@ namespace zentrova {
 
 // The base of the product's list pages: every row's value is read from and written to a store for
 // the product's domain, which the page makes for itself. Nothing is announced when a row changes.
-// Threads: main.
+// Threads: main, but for preferences() and setPreferences, which any thread may call.
 class HBRootListController : public platform::PSListController {
   PLATFORM_CLASS(HBRootListController)
 
@@ -24,7 +25,7 @@ class HBRootListController : public platform::PSListController {
 
   bool init() override;
 
-  const std::shared_ptr<HBPreferences>& preferences() const noexcept { return _preferences; }
+  std::shared_ptr<HBPreferences> preferences() const;
   void setPreferences(std::shared_ptr<HBPreferences> preferences);
 
   // What is stored under the row's "key", of whatever type it is; else the row's "default", which
@@ -37,6 +38,7 @@ class HBRootListController : public platform::PSListController {
                           const std::shared_ptr<platform::PSSpecifier>& specifier) override;
 
  private:
+  mutable std::mutex _mutex;  // guards _preferences, held for one look or exchange
   std::shared_ptr<HBPreferences> _preferences;
 };
 
