@@ -7,6 +7,7 @@
 namespace platform {
 namespace {
 
+constexpr double newCellWidth = 320;   // points, until the table places the cell
 constexpr double accessoryWidth = 20;  // points, of the accessories that a type names
 constexpr double editingControlWidth = 40;
 constexpr double gap = 8;
@@ -30,6 +31,7 @@ bool UITableViewCell::initWithStyle(UITableViewCellStyle style,
                                     std::optional<std::string> reuseIdentifier) {
   _style = style;
   _reuseIdentifier = std::move(reuseIdentifier);
+  if (frame() == Rect{}) setFrame({0, 0, newCellWidth, standardHeight});
   if (style != UITableViewCellStyle::standard && !_detailTextLabel) {
     _detailTextLabel = make<UILabel>();
     _detailTextLabel->setTextColor(UIColor::secondaryLabelColor());

@@ -45,6 +45,7 @@ class UITableViewCell : public UIView {
   // The plain initialiser makes a cell of the standard style without a reuse identifier.
   bool init() override;
   bool initWithFrame(Rect frame) override;
+  // A cell without a frame gets one of 320 by 44 points, which it has until the table places it.
   virtual bool initWithStyle(UITableViewCellStyle style,
                              std::optional<std::string> reuseIdentifier);
 

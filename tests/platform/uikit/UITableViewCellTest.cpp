@@ -33,6 +33,13 @@ TEST_F(UITableViewCellTest, TheOtherStylesHaveOne) {
   }
 }
 
+// What asks for the size of a cell that is in no table yet does not meet a cell of no height.
+TEST_F(UITableViewCellTest, ANewCellHasTheStandardHeight) {
+  EXPECT_EQ(make<UITableViewCell>()->frame(), (Rect{0, 0, 320, 44}));
+  EXPECT_EQ(makeCell(UITableViewCellStyle::subtitle)->frame(), (Rect{0, 0, 320, 44}));
+  EXPECT_EQ(makeWithFrame<UITableViewCell>({0, 0, 100, 60})->frame(), (Rect{0, 0, 100, 60}));
+}
+
 TEST_F(UITableViewCellTest, AnAccessoryViewJoinsTheCellAndTheOneBeforeLeaves) {
   const auto cell = make<UITableViewCell>();
   const auto first = make<UIView>();
