@@ -254,8 +254,9 @@ TEST_F(CliServe, APortInUseIsAFailureThatSaysSo) {
 }
 
 TEST_F(CliServe, AFolderWithoutAPageIsAFailureThatSaysSo) {
+  const TemporaryFolder empty;
   const ProgramResult result =
-      runProgramWith({"serve", "--device", device, "--port", "0", "--page", device});
+      runProgramWith({"serve", "--device", device, "--port", "0", "--page", empty.path()});
   EXPECT_EQ(result.status, 1);
   EXPECT_THAT(result.messages, HasSubstr("holds no index.html"));
 }
