@@ -36,10 +36,11 @@ MutableList elementsOf(const Value& collection) {
 
 }  // namespace
 
-MutableList usableModuleIdentifiers() {
+std::optional<MutableList> usableModuleIdentifiers() {
+  if (!systemIsAtLeast(15)) return std::nullopt;
   const auto* const repositories = classNamed("CCSModuleRepository");
   const auto* const owner = classNamed("ZVModuleRepository");
-  if (!systemIsAtLeast(15) || !repositories || !owner) return {};
+  if (!repositories || !owner) return MutableList();
   auto identifiers = elementsOf(
       send(repositories->perform("repositoryWithDefaults"), "loadableModuleIdentifiers"));
   const Membership forbidden(elementsOf(owner->perform("forbiddenCCIdentifiers")));

@@ -14,8 +14,8 @@ namespace zentrova {
 // name at every call, so that the bundle works, with empty answers, whether or not they are there.
 
 // The identifiers of all loadable modules but the forbidden ones, in the repository's order. Empty
-// before system version 15.0, and where either class is absent.
-MutableList usableModuleIdentifiers();
+// where either class is absent; nothing before system version 15.0.
+std::optional<MutableList> usableModuleIdentifiers();
 
 // The system's map from module identifier to description; none where there is no such class. The
 // class has another name before system version 14.0.

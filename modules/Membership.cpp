@@ -17,7 +17,7 @@ void Membership::add(const platform::Value& member) {
 }
 
 bool Membership::contains(const platform::Value& value) const {
-  if (const auto text = value.asString()) return _texts.contains(std::string(*text));
+  if (const auto text = value.asString()) return _texts.contains(*text);
   return std::ranges::find(_others, value) != _others.end();
 }
 

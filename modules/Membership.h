@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -18,7 +21,14 @@ class Membership {
   bool contains(const platform::Value& value) const;
 
  private:
-  std::unordered_set<std::string> _texts;
+  struct TextHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const noexcept {
+      return std::hash<std::string_view>()(text);
+    }
+  };
+
+  std::unordered_set<std::string, TextHash, std::equal_to<>> _texts;
   std::vector<platform::Value> _others;  // what is no text, which a damaged file may hold
 };
 

@@ -58,4 +58,8 @@ std::optional<MutableList> mutableListOf(const Value& stored) {
   return array->mutableCopy();
 }
 
+Value valueOf(const std::optional<MutableList>& list) {
+  return list ? Value(platform::Array(*list)) : Value();
+}
+
 }  // namespace zentrova

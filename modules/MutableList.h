@@ -22,5 +22,7 @@ bool containsElement(const MutableList& list, const platform::Value& element);
 
 // A mutable copy of a stored list; nothing where the value is no list.
 std::optional<MutableList> mutableListOf(const platform::Value& stored);
+// The list as a value; none where there is no list.
+platform::Value valueOf(const std::optional<MutableList>& list);
 
 }  // namespace zentrova

@@ -60,33 +60,38 @@ void ZVRArrangeModulesViewController::setPreferences(std::shared_ptr<HBPreferenc
   _preferences = std::move(preferences);
 }
 
-MutableList& ZVRArrangeModulesViewController::enabled() {
-  if (_enabledModuleIdentifiers) return *_enabledModuleIdentifiers;
-  const Value stored =
-      _preferences ? _preferences->objectForKey(moduleConfigKey, defaultModules()) : Value();
-  // A stored value that is no list counts as none.
-  auto& list = _enabledModuleIdentifiers.emplace(
-      mutableListOf(stored).value_or(defaultModules().mutableCopy()));
-  if (!containsElement(list, connectivityEntry)) list.insert(list.begin(), connectivityEntry);
-  return list;
+MutableList* ZVRArrangeModulesViewController::enabled() {
+  if (!_enabledModuleIdentifiers && _preferences) {
+    const Value stored = _preferences->objectForKey(moduleConfigKey, defaultModules());
+    // A stored value that is no list counts as none.
+    auto& list = _enabledModuleIdentifiers.emplace(
+        mutableListOf(stored).value_or(defaultModules().mutableCopy()));
+    if (!containsElement(list, connectivityEntry)) list.insert(list.begin(), connectivityEntry);
+  }
+  return _enabledModuleIdentifiers ? &*_enabledModuleIdentifiers : nullptr;
 }
 
 MutableList& ZVRArrangeModulesViewController::disabled() {
   if (_disabledModuleIdentifiers) return *_disabledModuleIdentifiers;
   auto& list = _disabledModuleIdentifiers.emplace();
+  const auto* const present = enabled();
   for (const auto& entry : moduleCatalogue()) {
-    if (!containsElement(enabled(), entry.identifier)) list.emplace_back(entry.identifier);
+    if (!present || !containsElement(*present, entry.identifier)) {
+      list.emplace_back(entry.identifier);
+    }
   }
   return list;
 }
 
-// The lists are not built before there is a store to build them from.
-bool ZVRArrangeModulesViewController::hasLists() const noexcept {
-  return _preferences || _enabledModuleIdentifiers;
+const Value& ZVRArrangeModulesViewController::entryAt(IndexPath indexPath) {
+  static const MutableList nothing;
+  const auto* const entries = list(indexPath.section);
+  return elementAt(entries ? *entries : nothing, indexPath.row);
 }
 
 Value ZVRArrangeModulesViewController::enabledModuleIdentifiers() {
-  return hasLists() ? Value(Array(enabled())) : Value();
+  enabled();
+  return valueOf(_enabledModuleIdentifiers);
 }
 
 void ZVRArrangeModulesViewController::setEnabledModuleIdentifiers(const Value& identifiers) {
@@ -94,7 +99,7 @@ void ZVRArrangeModulesViewController::setEnabledModuleIdentifiers(const Value& i
 }
 
 Value ZVRArrangeModulesViewController::disabledModuleIdentifiers() {
-  return hasLists() || _disabledModuleIdentifiers ? Value(Array(disabled())) : Value();
+  return Array(disabled());
 }
 
 void ZVRArrangeModulesViewController::setDisabledModuleIdentifiers(const Value& identifiers) {
@@ -102,7 +107,7 @@ void ZVRArrangeModulesViewController::setDisabledModuleIdentifiers(const Value& 
 }
 
 void ZVRArrangeModulesViewController::saveSettings() {
-  if (_preferences) _preferences->_setObject(Array(enabled()), moduleConfigKey);
+  if (_preferences) _preferences->_setObject(enabledModuleIdentifiers(), moduleConfigKey);
 }
 
 void ZVRArrangeModulesViewController::viewDidLoad() {
@@ -125,13 +130,14 @@ std::int64_t ZVRArrangeModulesViewController::numberOfSectionsInTableView(const 
 
 std::int64_t ZVRArrangeModulesViewController::numberOfRowsInSection(const Table&,
                                                                     std::int64_t section) {
-  return static_cast<std::int64_t>(list(section).size());
+  const auto* const entries = list(section);
+  return entries ? static_cast<std::int64_t>(entries->size()) : 0;
 }
 
 std::shared_ptr<UITableViewCell> ZVRArrangeModulesViewController::cellForRowAtIndexPath(
     const Table& tableView, IndexPath indexPath) {
   auto cell = tableView->dequeueReusableCellWithIdentifier(moduleCellIdentifier, indexPath);
-  const auto& entry = elementAt(list(indexPath.section), indexPath.row);
+  const auto& entry = entryAt(indexPath);
   cell->textLabel()->setText(moduleDisplayNameForIdentifier(entry));
   showChevron(*cell, moduleHasSettingsWithID(entry));
   return cell;
@@ -160,42 +166,46 @@ bool ZVRArrangeModulesViewController::canMoveRowAtIndexPath(const Table&, IndexP
 void ZVRArrangeModulesViewController::didSelectRowAtIndexPath(const Table& tableView,
                                                               IndexPath indexPath) {
   tableView->deselectRowAtIndexPath(indexPath, true);
-  const auto& entry = elementAt(list(indexPath.section), indexPath.row);
+  const auto& entry = entryAt(indexPath);
   const auto navigation = navigationController();
   if (!moduleHasSettingsWithID(entry) || !navigation) return;
   navigation->pushViewController(
       platform::make(&ZVRManageModuleViewController::initWithIdentifier, entry), true);
 }
 
-void ZVRArrangeModulesViewController::enableAtEnd(std::int64_t row) {
-  enabled().push_back(takeElementAt(disabled(), row));
-}
-
-void ZVRArrangeModulesViewController::disableAtEnd(std::int64_t row) {
-  disabled().push_back(takeElementAt(enabled(), row));
+// Every style but delete inserts. The pinned entry is never disabled.
+bool ZVRArrangeModulesViewController::changeList(UITableViewCellEditingStyle style,
+                                                 std::int64_t row) {
+  auto* const present = enabled();
+  if (!present) return false;
+  if (style != UITableViewCellEditingStyle::deletion) {
+    present->push_back(takeElementAt(disabled(), row));
+    return true;
+  }
+  if (isPinnedEntry(elementAt(*present, row))) return false;
+  auto& absent = disabled();
+  absent.push_back(takeElementAt(*present, row));
+  return true;
 }
 
 void ZVRArrangeModulesViewController::commitEditingStyle(const Table&,
                                                          UITableViewCellEditingStyle style,
                                                          IndexPath indexPath) {
-  if (style != UITableViewCellEditingStyle::deletion) {
-    enableAtEnd(indexPath.row);
-    saveSettings();
-  } else if (!isPinnedEntry(elementAt(enabled(), indexPath.row))) {
-    disableAtEnd(indexPath.row);
-    saveSettings();
-  }
+  if (changeList(style, indexPath.row)) saveSettings();
   reload();
 }
 
-// Whether the lists have changed. The disabled list has no order of its own to change.
+// The disabled list has no order of its own to change.
 bool ZVRArrangeModulesViewController::moveEntry(IndexPath from, IndexPath to) {
   if (from.section == 1 && to.section == 1) return false;
-  const Value entry = elementAt(list(from.section), from.row);
+  auto* const source = list(from.section);
+  auto* const target = list(to.section);
+  if (!source || !target) return false;
+  const Value entry = elementAt(*source, from.row);
   if (to.section == 1 && isPinnedEntry(entry)) return false;
-  if (from.section == to.section) takeElementAt(enabled(), from.row);
-  insertElementAt(list(to.section), to.row, entry);
-  if (from.section != to.section) takeElementAt(list(from.section), from.row);
+  if (source == target) takeElementAt(*source, from.row);
+  insertElementAt(*target, to.row, entry);
+  if (source != target) takeElementAt(*source, from.row);
   return true;
 }
 
@@ -210,7 +220,7 @@ void ZVRArrangeModulesViewController::moveRowAtIndexPath(const Table&, IndexPath
 
 Value ZVRArrangeModulesViewController::identityForRowAtIndexPath(const Table&,
                                                                  IndexPath indexPath) {
-  return elementAt(list(indexPath.section), indexPath.row);
+  return entryAt(indexPath);
 }
 
 void ZVRArrangeModulesViewController::registerClass(platform::ClassRegistry& registry) {

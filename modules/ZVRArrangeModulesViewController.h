@@ -22,7 +22,8 @@ namespace zentrova {
 // order. The disabled list is never stored. The pinned entry is never disabled.
 //
 // The two lists are built on their first use and kept for the life of the page; the store is not
-// read again. Before the page has a store they are none, unless they were set.
+// read again. Before the page has a store nothing is enabled: the enabled list is none, and the
+// disabled one holds the whole catalogue.
 //
 // Threads: main.
 class ZVRArrangeModulesViewController : public platform::UIViewController,
@@ -78,12 +79,12 @@ class ZVRArrangeModulesViewController : public platform::UIViewController,
   platform::Value identityForRowAtIndexPath(const Table& tableView, IndexPath indexPath) override;
 
  private:
-  bool hasLists() const noexcept;
-  MutableList& enabled();
+  MutableList* enabled();  // null where there is no list
   MutableList& disabled();
-  MutableList& list(std::int64_t section) { return section == 0 ? enabled() : disabled(); }
-  void enableAtEnd(std::int64_t row);
-  void disableAtEnd(std::int64_t row);
+  MutableList* list(std::int64_t section) { return section == 0 ? enabled() : &disabled(); }
+  const platform::Value& entryAt(IndexPath indexPath);
+  // Each answers whether the lists have changed.
+  bool changeList(platform::UITableViewCellEditingStyle style, std::int64_t row);
   bool moveEntry(IndexPath from, IndexPath to);
   void reload();
 

@@ -19,14 +19,10 @@ constexpr std::string_view groupedKey = "groupedIdentifiers";
 constexpr std::size_t fewestFavorites = 3;
 constexpr std::size_t mostFavorites = 4;
 
-Value valueOf(const std::optional<MutableList>& list) {
-  return list ? Value(Array(*list)) : Value();
-}
-
 }  // namespace
 
-MutableList ZVRFavoriteModules::all() const {
-  return _allIdentifiers ? *_allIdentifiers : usableModuleIdentifiers();
+std::optional<MutableList> ZVRFavoriteModules::all() const {
+  return _allIdentifiers ? _allIdentifiers : usableModuleIdentifiers();
 }
 
 MutableList* ZVRFavoriteModules::grouped() {
@@ -44,13 +40,13 @@ std::size_t ZVRFavoriteModules::groupedCount() {
 const MutableList& ZVRFavoriteModules::updateNonGrouped() {
   const auto* const favorites = grouped();
   const Membership active(favorites ? *favorites : MutableList());
-  _nonGroupedIdentifiers = all();
+  _nonGroupedIdentifiers = all().value_or(MutableList());
   std::erase_if(_nonGroupedIdentifiers, [&](const Value& each) { return active.contains(each); });
   return _nonGroupedIdentifiers;
 }
 
 Value ZVRFavoriteModules::allIdentifiers() {
-  return Array(all());
+  return valueOf(all());
 }
 
 void ZVRFavoriteModules::setAllIdentifiers(const Value& identifiers) {

@@ -42,7 +42,8 @@ class ZVRFavoriteModules : public platform::UIViewController,
 
   static void registerClass(platform::ClassRegistry& registry);
 
-  // The installed, usable modules: what was set, else asked for at each call.
+  // The installed, usable modules: what was set, else asked for at each call. None before system
+  // version 15.0.
   Value allIdentifiers();
   void setAllIdentifiers(const Value& identifiers);
   // The modules that Control Center loads, read once; none where the file does not say.
@@ -87,10 +88,11 @@ class ZVRFavoriteModules : public platform::UIViewController,
   Value identityForRowAtIndexPath(const Table& tableView, IndexPath indexPath) override;
 
  private:
-  MutableList all() const;
+  std::optional<MutableList> all() const;
   MutableList* grouped();  // null where there is no list
   const MutableList& updateNonGrouped();
   std::size_t groupedCount();
+  // None where the modules have become fewer since the table counted them.
   Value elementOf(IndexPath indexPath);
   Value descriptionOf(const Value& identifier);
   void reorder(std::int64_t from, std::int64_t to);

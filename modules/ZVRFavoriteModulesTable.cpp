@@ -12,6 +12,14 @@ using platform::UITableViewCell;
 using platform::UITableViewCellEditingStyle;
 using platform::Value;
 
+namespace {
+
+Value elementOrNone(const MutableList& list, std::int64_t index) {
+  return hasElementAt(list, index) ? elementAt(list, index) : Value();
+}
+
+}  // namespace
+
 void ZVRFavoriteModules::viewDidLoad() {
   UIViewController::viewDidLoad();
   _preferences = platform::make(&HBPreferences::initWithIdentifier, std::string(preferencesDomain));
@@ -30,9 +38,9 @@ std::int64_t ZVRFavoriteModules::numberOfRowsInSection(const Table&, std::int64_
 }
 
 Value ZVRFavoriteModules::elementOf(IndexPath indexPath) {
-  if (indexPath.section != 0) return elementAt(updateNonGrouped(), indexPath.row);
+  if (indexPath.section != 0) return elementOrNone(updateNonGrouped(), indexPath.row);
   const auto* const favorites = grouped();
-  return favorites ? elementAt(*favorites, indexPath.row) : Value();
+  return favorites ? elementOrNone(*favorites, indexPath.row) : Value();
 }
 
 std::shared_ptr<UITableViewCell> ZVRFavoriteModules::cellForRowAtIndexPath(const Table& tableView,
@@ -105,9 +113,7 @@ void ZVRFavoriteModules::moveRowAtIndexPath(const Table&, IndexPath from, IndexP
 // By the list of the last count, since a table asks this of every row.
 Value ZVRFavoriteModules::identityForRowAtIndexPath(const Table&, IndexPath indexPath) {
   if (indexPath.section == 0) return elementOf(indexPath);
-  return hasElementAt(_nonGroupedIdentifiers, indexPath.row)
-             ? elementAt(_nonGroupedIdentifiers, indexPath.row)
-             : Value();
+  return elementOrNone(_nonGroupedIdentifiers, indexPath.row);
 }
 
 }  // namespace zentrova

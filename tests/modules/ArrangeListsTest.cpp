@@ -159,15 +159,29 @@ TEST_F(ArrangeLists, ListsAreKeptForTheLifeOfThePage) {
   EXPECT_EQ(enabled(), (Texts{pinned, brightness, audio, media}));
 }
 
-TEST_F(ArrangeLists, AreNoneBeforeThePageHasAStore) {
+// No store answers none: there is no enabled list, and nothing is kept of it.
+TEST_F(ArrangeLists, NothingIsEnabledBeforeThePageHasAStore) {
   store("moduleConfig", arrayOf({pinned, power}));
   page = platform::make<ZVRArrangeModulesViewController>();
   EXPECT_TRUE(page->valueForKey("enabledModuleIdentifiers").isNone());
-  EXPECT_TRUE(page->valueForKey("disabledModuleIdentifiers").isNone());
+  EXPECT_EQ(page->numberOfRowsInSection(nullptr, 0), 0);
   page->perform("saveSettings", {});
   EXPECT_EQ(stored("moduleConfig"), Value(arrayOf({pinned, power})));
   page->view();
   EXPECT_EQ(enabled(), (Texts{pinned, power}));
+}
+
+// The disabled list is kept from its first use on, even where that is before the store is there.
+TEST_F(ArrangeLists, DisabledListOfAPageWithoutAStoreIsTheCatalogueAndStays) {
+  page = platform::make<ZVRArrangeModulesViewController>();
+  const Texts catalogue{pinned, brightness, audio, media, power};
+  EXPECT_EQ(disabled(), catalogue);
+  page->commitEditingStyle(nullptr, platform::UITableViewCellEditingStyle::insertion, {1, 0});
+  page->moveRowAtIndexPath(nullptr, {1, 0}, {0, 0});
+  EXPECT_EQ(disabled(), catalogue);
+  page->view();
+  EXPECT_EQ(disabled(), catalogue);
+  EXPECT_EQ(enabled(), (Texts{pinned, brightness, audio, media}));
 }
 
 TEST_F(ArrangeLists, CanBeSetByName) {

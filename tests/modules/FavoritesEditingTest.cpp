@@ -1,3 +1,5 @@
+#include <functional>
+
 #include "tests/modules/FavoritesFixture.h"
 
 namespace zentrova::tests {
@@ -110,6 +112,28 @@ TEST_F(FavoritesEditing, AvailableModuleIsAddedWhereItIsDropped) {
   EXPECT_EQ(active(), (Texts{"A", "E", "B", "C"}));
   expectStored({"a", "e", "b", "c"});
   EXPECT_EQ(writes(), savedFiles);
+}
+
+// Accepted or not: what is refused goes back when the table is loaded again.
+TEST_F(FavoritesEditing, TableIsReloadedAfterEveryEdit) {
+  openWith(arrayOf({"a", "b", "c", "d"}));
+  const auto reloads = [&](const std::function<void()>& edit) {
+    const auto queries = neighbours->queries;
+    edit();
+    return neighbours->queries > queries;
+  };
+  const auto move = [&](platform::IndexPath from, platform::IndexPath to) {
+    return reloads([&] { page->moveRowAtIndexPath(table, from, to); });
+  };
+  const auto commit = [&](platform::IndexPath row) {
+    return reloads([&] { page->commitEditingStyle(table, table->editingStyleForRow(row), row); });
+  };
+  EXPECT_TRUE(commit({1, 0}));
+  EXPECT_TRUE(move({1, 0}, {0, 0}));
+  EXPECT_TRUE(move({1, 0}, {1, 1}));
+  EXPECT_TRUE(move({0, 0}, {0, 1}));
+  EXPECT_TRUE(move({0, 0}, {1, 1}));
+  EXPECT_TRUE(commit({0, 0}));
 }
 
 TEST_F(FavoritesEditing, AvailableModulesKeepTheirOrder) {

@@ -121,6 +121,8 @@ TEST_F(FavoritesPage, NothingIsInstalledBeforeSystem15) {
   EXPECT_EQ(active(), (Texts{"A", "B", "C"}));
   EXPECT_EQ(available(), Texts());
   EXPECT_EQ(table->footerTitle(1), nothingHere);
+  EXPECT_TRUE(page->allIdentifiers().isNone());
+  EXPECT_EQ(page->nonGroupedIdentifiers(), Value(Array{}));
   process.traits().systemVersion = {15, 0, 0};
   table->reloadData();
   EXPECT_EQ(available(), (Texts{"F", "E", "D"}));
@@ -171,6 +173,54 @@ TEST_F(FavoritesPage, OddElementsAreRowsThatCanBeRemoved) {
   table->userCommitRow({0, 2});
   EXPECT_EQ(stored("groupedIdentifiers"), Value(Array{7, "a", "a"}));
   EXPECT_EQ(configured(), Value(Array{"b", 7, "a"}));
+}
+
+// The favourites alone can be thousands, by other means than the page.
+TEST_F(FavoritesPage, ThousandsOfFavoritesStayUsable) {
+  Texts many{"a"};
+  for (int index = 0; index < 5000; ++index) many.push_back("gone" + std::to_string(index));
+  openWith(arrayOf(many));
+  EXPECT_EQ(table->numberOfRowsInSection(0), 5001);
+  EXPECT_TRUE(table->userMoveRow({0, 5000}, {0, 0}));
+  EXPECT_EQ(cellAt(table, 0, 0)->textLabel()->text(), "gone4999 (not installed)");
+  EXPECT_EQ(configured().asArray()->size(), 5002U);
+  EXPECT_EQ(stored("groupedIdentifiers"), Value(arrayOf(many)));
+}
+
+TEST_F(FavoritesPage, FavoriteThatIsThereTwiceIsTwoRows) {
+  openWith(arrayOf({"a", "b", "a"}));
+  EXPECT_EQ(active(), (Texts{"A", "B", "A"}));
+  EXPECT_NE(table->rowToken({0, 0}), table->rowToken({0, 2}));
+  table->userCommitRow({0, 2});
+  EXPECT_EQ(active(), (Texts{"A", "B"}));
+  EXPECT_EQ(available(), (Texts{"F", "E", "D", "C"}));
+}
+
+// The modules have become fewer since the table counted its rows.
+TEST_F(FavoritesPage, RowOfAModuleThatVanishedHasNoTextAndStays) {
+  openWith(arrayOf({"a", "b", "c"}));
+  neighbours->loadable = arrayOf({"a", "b", "c", "f"});
+  const auto cell = page->cellForRowAtIndexPath(table, {1, 2});
+  EXPECT_EQ(cell->textLabel()->text(), std::nullopt);
+  EXPECT_EQ(cell->imageView()->image(), nullptr);
+  EXPECT_EQ(table->numberOfRowsInSection(1), 3);
+}
+
+TEST_F(FavoritesPage, IsReleasedWhenItIsLeft) {
+  const auto leave = [this] {
+    page = nullptr;
+    table = nullptr;
+    navigation = nullptr;
+    window = nullptr;
+    process.scheduler().advance(10);
+  };
+  openWith(arrayOf({"a", "b", "c"}));
+  leave();
+  const auto before = platform::Object::liveCount();
+  openWith(arrayOf({"a", "b", "c"}));
+  table->userMoveRow({1, 0}, {0, 0});
+  leave();
+  EXPECT_EQ(platform::Object::liveCount(), before);
 }
 
 TEST_F(FavoritesPage, LongAndRightToLeftNamesAreShownWhole) {

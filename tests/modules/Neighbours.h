@@ -16,6 +16,7 @@ struct Neighbours {
   platform::Array loadable;
   platform::Array forbidden;
   platform::Dictionary descriptions;
+  int queries = 0;  // how often the loadable modules were asked for
 
   static Neighbours& current() { return platform::Process::current().service<Neighbours>(); }
 };
@@ -24,7 +25,10 @@ class IdentifierSet final : public platform::Object {
   PLATFORM_CLASS(IdentifierSet)
 
  public:
-  platform::Value allObjects() const { return Neighbours::current().loadable; }
+  platform::Value allObjects() const {
+    ++Neighbours::current().queries;
+    return Neighbours::current().loadable;
+  }
 };
 
 class CCSModuleRepository final : public platform::Object {
