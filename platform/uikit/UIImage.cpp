@@ -1,9 +1,14 @@
 #include "platform/uikit/UIImage.h"
 
 #include "platform/foundation/FileSystem.h"
+#include "platform/foundation/Log.h"
 #include "platform/foundation/Process.h"
+#include "platform/uikit/CGContext.h"
+#include "platform/uikit/ImageCodecs.h"
 #include "platform/uikit/ImageHeader.h"
+#include "platform/uikit/ImageShapes.h"
 #include "platform/uikit/Sha256.h"
+#include "platform/uikit/UIColor.h"
 
 namespace platform {
 namespace {
@@ -21,6 +26,11 @@ double scaleOfFileName(std::string_view path) {
 std::shared_ptr<UIImage> UIImage::imageWithData(const Data& data, double scale) {
   const auto header = readImageHeader(data.bytes());
   if (!header) return nullptr;
+  if (const auto refusal = refusalOfImageSize(header->width, header->height)) {
+    NSLog("An image is refused: %@", {*refusal});
+    return nullptr;
+  }
+  if (!isWholePicture(data.bytes())) return nullptr;
   auto image = std::make_shared<UIImage>();
   image->_pixelWidth = header->width;
   image->_pixelHeight = header->height;
@@ -46,7 +56,6 @@ std::shared_ptr<UIImage> UIImage::systemImageNamed(std::string_view name) {
 }
 
 std::shared_ptr<UIImage> UIImage::imageWithPixels(ImagePixels pixels, double scale) {
-  constexpr std::uint64_t bytesPerPixel = 4;
   const std::uint64_t count = static_cast<std::uint64_t>(pixels.width) * pixels.height;
   if (count == 0 || count > pixels.rgba.size() / bytesPerPixel ||
       pixels.rgba.size() != count * bytesPerPixel) {
@@ -57,6 +66,65 @@ std::shared_ptr<UIImage> UIImage::imageWithPixels(ImagePixels pixels, double sca
   image->_pixelHeight = pixels.height;
   image->_scale = scale > 0 ? scale : 1;
   image->_pixels = std::make_shared<const ImagePixels>(std::move(pixels));
+  return image;
+}
+
+std::shared_ptr<const ImagePixels> UIImage::decodedPixels() const {
+  if (_pixels || !_encoded) return _pixels;
+  DecodedPicture picture = imageCodecs().decode(_encoded->bytes());
+  if (!picture.pixels) NSLog("An image cannot be decoded: %@", {picture.problem});
+  return std::move(picture.pixels);
+}
+
+std::shared_ptr<UIImage> UIImage::imageByPreparingForDisplay() const {
+  auto pixels = decodedPixels();
+  if (!pixels) return nullptr;
+  auto image = copy();
+  image->_encoded.reset();
+  image->_pixels = std::move(pixels);
+  return image;
+}
+
+std::shared_ptr<UIImage> UIImage::imageWithRenderingMode(UIImageRenderingMode mode) const {
+  auto image = copy();
+  image->_renderingMode = mode;
+  return image;
+}
+
+std::shared_ptr<UIImage> UIImage::imageWithTintColor(const std::shared_ptr<UIColor>& color) const {
+  if (!color) return nullptr;
+  if (_symbolName) return copy();
+  const auto shape = decodedPixels();
+  if (!shape) return nullptr;
+  ImagePixels pixels = *shape;
+  tintPixels(pixels, color->components());
+  auto image = imageWithPixels(std::move(pixels), _scale);
+  image->_renderingMode = UIImageRenderingMode::alwaysOriginal;
+  return image;
+}
+
+std::shared_ptr<UIImage> UIImage::applicationIconImageForFormat(std::int64_t format,
+                                                                bool /*precomposed*/,
+                                                                double scale) const {
+  constexpr double smallSide = 29;
+  constexpr double largeSide = 40;
+  const double side = format == 0 ? smallSide : largeSide;
+  auto context = CGContext::create({side, side}, scale, false);
+  if (!context || !context->drawImage(*this, {0, 0, side, side})) return nullptr;
+  ImagePixels pixels = context->takePixels();
+  cutOutIconShape(pixels);
+  return imageWithPixels(std::move(pixels), scale);
+}
+
+std::shared_ptr<UIImage> UIImage::copy() const {
+  auto image = std::make_shared<UIImage>();
+  image->_pixelWidth = _pixelWidth;
+  image->_pixelHeight = _pixelHeight;
+  image->_scale = _scale;
+  image->_encoded = _encoded;
+  image->_pixels = _pixels;
+  image->_symbolName = _symbolName;
+  image->_renderingMode = _renderingMode;
   return image;
 }
 

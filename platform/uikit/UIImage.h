@@ -6,21 +6,18 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/foundation/Collections.h"
 #include "platform/foundation/Object.h"
 #include "platform/uikit/Geometry.h"
+#include "platform/uikit/ImagePixels.h"
 
 namespace platform {
 
-// Pixels of an image: rows from the top, four bytes (red, green, blue, alpha, not premultiplied)
-// a pixel.
-struct ImagePixels {
-  std::uint32_t width = 0;
-  std::uint32_t height = 0;
-  std::vector<std::uint8_t> rgba;
-};
+class UIColor;
+
+// How a view shows an image: as it is, or as a stencil in the view's tint.
+enum class UIImageRenderingMode : std::uint8_t { automatic, alwaysOriginal, alwaysTemplate };
 
 // An image: encoded bytes as they came, or pixels, or a symbol of the system by its name.
 // Immutable. Threads: any.
@@ -30,7 +27,9 @@ class UIImage : public Object {
  public:
   UIImage() = default;
 
-  // PNG or JPEG, recognised by the header; the bytes are kept as they are. Empty for anything else.
+  // A PNG or JPEG, recognised by its header; the bytes are kept as they are and decoded when the
+  // pixels are asked for. Empty for anything else, for a file that ends too early, and, with a line
+  // in the log, for a picture above the limits of ImagePixels.h.
   static std::shared_ptr<UIImage> imageWithData(const Data& data, double scale = 1);
   // A file of the device. A name that ends in "@2x" or "@3x" before its extension gives the scale.
   // Empty where the file cannot be read or holds no image.
@@ -41,6 +40,7 @@ class UIImage : public Object {
   static std::shared_ptr<UIImage> imageWithPixels(ImagePixels pixels, double scale);
 
   Size size() const noexcept;  // points
+  // Pixels as shown: turned as the Exif orientation says.
   std::uint32_t pixelWidth() const noexcept { return _pixelWidth; }
   std::uint32_t pixelHeight() const noexcept { return _pixelHeight; }
   double scale() const noexcept { return _scale; }  // pixels per point
@@ -51,12 +51,32 @@ class UIImage : public Object {
   // The pixels of an image that was made of pixels, else null. Owned by the image.
   const ImagePixels* pixels() const noexcept { return _pixels.get(); }
 
+  // The pixels, upright; an encoded image is decoded at every call. Empty for a symbol and, with a
+  // line in the log, for what does not decode. Does not read the traits; threads: any.
+  std::shared_ptr<const ImagePixels> decodedPixels() const;
+  // The same image with its pixels at hand, for who draws or encodes it more than once. Empty where
+  // decodedPixels is.
+  std::shared_ptr<UIImage> imageByPreparingForDisplay() const;
+
+  UIImageRenderingMode renderingMode() const noexcept { return _renderingMode; }
+  std::shared_ptr<UIImage> imageWithRenderingMode(UIImageRenderingMode mode) const;
+  // What is visible of the image in one colour, the image's alpha kept. A symbol gives itself: it
+  // takes the tint of the view that shows it. Empty where the pixels do not decode, or for no
+  // colour. A colour of the system is resolved by the traits of the moment (main thread).
+  std::shared_ptr<UIImage> imageWithTintColor(const std::shared_ptr<UIColor>& color) const;
+  // The image in the square of an application's icon, cut out in the icons' shape: 29 points for
+  // format 0, 40 for every other. No gloss is laid over it, precomposed or not. Empty where the
+  // pixels do not decode or the scale is not positive.
+  std::shared_ptr<UIImage> applicationIconImageForFormat(std::int64_t format, bool precomposed,
+                                                         double scale) const;
+
   // SHA-256 of what the image shows, in lower-case hexadecimal; computed on the first call. Images
   // of equal content (bytes, or size and pixels, or symbol) have equal hashes.
   const std::string& contentHash() const;
 
  private:
   std::string computeHash() const;
+  std::shared_ptr<UIImage> copy() const;
 
   std::uint32_t _pixelWidth = 0;
   std::uint32_t _pixelHeight = 0;
@@ -64,6 +84,7 @@ class UIImage : public Object {
   std::optional<Data> _encoded;
   std::shared_ptr<const ImagePixels> _pixels;
   std::optional<std::string> _symbolName;
+  UIImageRenderingMode _renderingMode = UIImageRenderingMode::automatic;
   mutable std::once_flag _hashOnce;
   mutable std::string _hash;
 };

@@ -1,5 +1,7 @@
 #include "platform/foundation/Class.h"
 #include "platform/uikit/UIAlertController.h"
+#include "platform/uikit/UIColorPickerViewController.h"
+#include "platform/uikit/UIImagePickerController.h"
 #include "platform/uikit/UIKitClassTables.h"
 #include "platform/uikit/UINavigationBar.h"
 #include "platform/uikit/UINavigationController.h"
@@ -43,6 +45,26 @@ Class navigationControllerClass() {
   return builder.build();
 }
 
+Class colorPickerClass() {
+  ClassBuilder<UIColorPickerViewController> builder("UIViewController");
+  builder
+      .property("selectedColor", &UIColorPickerViewController::selectedColor,
+                &UIColorPickerViewController::setSelectedColor)
+      .property("supportsAlpha", &UIColorPickerViewController::supportsAlpha,
+                &UIColorPickerViewController::setSupportsAlpha)
+      .operation("setDelegate:", &UIColorPickerViewController::setDelegateObject);
+  return builder.build();
+}
+
+Class imagePickerClass() {
+  ClassBuilder<UIImagePickerController> builder("UINavigationController");
+  builder
+      .property("sourceType", &UIImagePickerController::sourceType,
+                &UIImagePickerController::setSourceType)
+      .operation("setDelegate:", &UIImagePickerController::setDelegateObject);
+  return builder.build();
+}
+
 }  // namespace
 
 void registerControllerClasses(ClassRegistry& registry) {
@@ -59,6 +81,8 @@ void registerControllerClasses(ClassRegistry& registry) {
                    .build());
   registry.add(controllerClass());
   registry.add(navigationControllerClass());
+  registry.add(colorPickerClass());
+  registry.add(imagePickerClass());
   registry.add(ClassBuilder<UIAlertAction>("NSObject")
                    .key("title", &UIAlertAction::title)
                    .key("style", &UIAlertAction::style)

@@ -50,8 +50,27 @@ std::shared_ptr<UIImage> imageWithContentsOfFile(const std::string& path) {
   return UIImage::imageWithContentsOfFile(path);
 }
 
+std::shared_ptr<UIImage> imageWithData(const Data& data) {
+  return UIImage::imageWithData(data);
+}
+
 std::shared_ptr<UIImage> systemImageNamed(const std::string& name) {
   return UIImage::systemImageNamed(name);
+}
+
+Class imageClass() {
+  ClassBuilder<UIImage> builder("NSObject");
+  builder.classOperation("imageWithData:", &imageWithData)
+      .classOperation("imageWithContentsOfFile:", &imageWithContentsOfFile)
+      .classOperation("systemImageNamed:", &systemImageNamed)
+      .operation("imageByPreparingForDisplay", &UIImage::imageByPreparingForDisplay)
+      .operation("imageWithTintColor:", &UIImage::imageWithTintColor)
+      .operation("imageWithRenderingMode:", &UIImage::imageWithRenderingMode)
+      .operation("_applicationIconImageForFormat:precomposed:scale:",
+                 &UIImage::applicationIconImageForFormat)
+      .key("renderingMode", &UIImage::renderingMode)
+      .key("scale", &UIImage::scale);
+  return builder.build();
 }
 
 }  // namespace
@@ -63,11 +82,7 @@ void registerValueClasses(ClassRegistry& registry) {
                    .classOperation("boldSystemFontOfSize:", &UIFont::boldSystemFontOfSize)
                    .key("pointSize", &UIFont::pointSize)
                    .build());
-  registry.add(ClassBuilder<UIImage>("NSObject")
-                   .classOperation("imageWithContentsOfFile:", &imageWithContentsOfFile)
-                   .classOperation("systemImageNamed:", &systemImageNamed)
-                   .key("scale", &UIImage::scale)
-                   .build());
+  registry.add(imageClass());
   registry.add(ClassBuilder<CALayer>("NSObject")
                    .property("cornerRadius", &CALayer::cornerRadius, &CALayer::setCornerRadius)
                    .property("borderWidth", &CALayer::borderWidth, &CALayer::setBorderWidth)

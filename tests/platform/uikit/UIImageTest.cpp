@@ -1,8 +1,6 @@
-#include <array>
-
-#include "platform/uikit/ImageHeader.h"
 #include "platform/uikit/Sha256.h"
 #include "platform/uikit/UIImage.h"
+#include "tests/platform/uikit/SamplePictures.h"
 #include "tests/platform/uikit/UIKitFixture.h"
 
 namespace uikit_test {
@@ -10,24 +8,21 @@ namespace {
 
 using namespace platform;
 
-std::string bytesOf(std::initializer_list<int> bytes) {
-  std::string text;
-  for (const int byte : bytes) text += static_cast<char>(byte);
-  return text;
-}
-
-// The beginning of a PNG of 640 x 200 pixels.
+// A PNG of 640 x 200 pixels.
 const std::string& png() {
-  static const std::string bytes =
-      bytesOf({0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n', 0,   0, 0, 13, 'I', 'H', 'D',
-               'R',  0,   0,   2,   0x80, 0,    0,    0,    200, 8, 6, 0,  0,   0});
+  static const std::string bytes = [] {
+    const Bytes file = makePng({PngColors::grey}, 640, 200, Bytes(640 * 200));
+    return std::string(file.begin(), file.end());
+  }();
   return bytes;
 }
 
-// The beginning of a JPEG of 300 x 150 pixels, with a segment before its frame.
+// A JPEG of 300 x 150 pixels, with a segment before its frame.
 const std::string& jpeg() {
-  static const std::string bytes =
-      bytesOf({0xFF, 0xD8, 0xFF, 0xE0, 0, 4, 'J', 'F', 0xFF, 0xC0, 0, 17, 8, 0, 150, 1, 44, 3});
+  static const std::string bytes = [] {
+    const Bytes file = makeJpeg({JpegColors::grey}, 300, 150, Bytes(300 * 150));
+    return std::string(file.begin(), file.end());
+  }();
   return bytes;
 }
 
@@ -53,21 +48,22 @@ TEST_F(UIImageTest, AJpegTellsTheSizeOfItsFrame) {
 TEST_F(UIImageTest, BytesThatAreNoImageGiveNone) {
   EXPECT_EQ(UIImage::imageWithData(Data()), nullptr);
   EXPECT_EQ(UIImage::imageWithData(Data(std::string_view("GIF89a"))), nullptr);
-  const std::string endless = bytesOf({0xFF, 0xD8, 0xFF, 0xE0, 0, 0, 0xFF, 0xE0, 0, 0});
+  const std::string endless("\xFF\xD8\xFF\xE0\0\0\xFF\xE0\0\0", 10);
   EXPECT_EQ(UIImage::imageWithData(Data(endless)), nullptr);
-  for (std::size_t length = 0; length < 24; ++length) {
-    EXPECT_EQ(UIImage::imageWithData(Data(png().substr(0, length))), nullptr) << length;
-  }
-  for (std::size_t length = 0; length < 17; ++length) {
-    EXPECT_EQ(UIImage::imageWithData(Data(jpeg().substr(0, length))), nullptr) << length;
+}
+
+TEST_F(UIImageTest, AFileThatEndsTooEarlyGivesNone) {
+  for (const std::string& file : {png(), jpeg()}) {
+    ASSERT_NE(UIImage::imageWithData(Data(file)), nullptr);
+    for (std::size_t length = 0; length < file.size(); ++length) {
+      EXPECT_EQ(UIImage::imageWithData(Data(file.substr(0, length))), nullptr) << length;
+    }
   }
 }
 
 TEST_F(UIImageTest, AnEmptyPictureIsNone) {
-  std::string bytes = png();
-  bytes[18] = 0;
-  bytes[19] = 0;
-  EXPECT_EQ(UIImage::imageWithData(Data(bytes)), nullptr);
+  EXPECT_EQ(UIImage::imageWithData(Data(pngThatPromises(0, 200))), nullptr);
+  EXPECT_EQ(UIImage::imageWithData(Data(pngThatPromises(200, 0))), nullptr);
 }
 
 TEST_F(UIImageTest, AFileOfTheDeviceIsReadWithTheScaleOfItsName) {
