@@ -38,6 +38,40 @@ XML = {
     "no-key": "<plist><dict><true/></dict></plist>", "no-value": "<plist><dict><key>a</key></dict>",
 }
 
+# Items of specifier lists; each becomes a list of its own, and all of them one.
+ITEMS = {
+    "group": {"cell": "PSGroupCell", "label": "Look", "footerText": "What it looks like.", "id": "look"},
+    "switch": {"cell": "PSSwitchCell", "label": "On", "key": "on", "default": True, "defaults": "com.sample"},
+    "slider": {"cell": "PSSliderCell", "key": "size", "min": 0.0, "max": 2.0, "default": 0.5,
+               "isSegmented": True, "segmentCount": 4, "showValue": True, "isContinuous": True},
+    "segment": {"cell": "PSSegmentCell", "key": "style", "default": 0, "validValues": [0, 1],
+                "validTitles": ["Plain", "Round"]},
+    "choice": {"cell": "PSLinkListCell", "label": "Order", "key": "order", "default": "a",
+               "detail": "PSListItemsController", "validValues": ["a", "b"], "validTitles": ["A", "B"]},
+    "text": {"cell": "PSEditTextCell", "label": "Name", "key": "name", "placeholder": "None",
+             "keyboard": "numbers", "height": 60},
+    "secure": {"cell": "PSSecureEditTextCell", "label": "Code", "key": "code"},
+    "value": {"cell": "PSTitleValueCell", "label": "Version", "get": "version:"},
+    "static": {"cell": "PSStaticTextCell", "label": "As it is."},
+    "button": {"cell": "PSButtonCell", "label": "Restart", "action": "restart",
+               "confirmation": {"prompt": "Sure?", "okTitle": "Yes", "cancelTitle": "No"}},
+    "link": {"cell": "PSLinkCell", "label": "More", "detail": "PSListController", "cellClass": "PSTableCell",
+             "icon": "more.png", "enabled": False},
+    "unknown": {"cell": "PSNoSuchCell", "label": 5, "key": [1]},
+}
+
+SCRIPTS = {
+    "device": "trait idiom pad\ntrait screen 390x844@3\nput /a/b.plist {\"k\": [1, 2.5, true]}\n"
+              "file /a/b.plist\nchmod 600 /a/b.plist\nlink /c /a/b.plist\nrm /c\n",
+    "hand": "open\ntap #style\nset \"Size\" 0.5\ntype 1 2 \"text\"\nslide #size~2 1\npress #a 1.5\n",
+    "tables": "open\ninsert 0 1\ndelete 1 0\nmove #a to 1 0\nscroll -0.5\nback\n",
+    "time": "open\nadvance 0.1\nbackground all\nbackground 2\n",
+    "names": "open\nsend page respring\nsend store setBool:forKey: true k\nget _table\nput-value a 1\n",
+    "expectations": "open\nexpect title \"T\"\nexpect no row #a\nexpect pref a integer 5\nexpect no writes\n"
+                    "expect row #a value 3 # a comment\nexpect footer #a \"text\"\nexpect log \"x\"\n",
+    "reports": "open\nshow\ntree\nrow 0 0\nlog\nwrites\nspawned\n",
+}
+
 
 def put(folder, name, content):
     path = os.path.join(HERE, "corpus", folder)
@@ -67,3 +101,10 @@ for item in objects:
     table, offset = table + bytes([offset]), offset + len(item)
 put("fuzz-plist-binary", "shared", b"bplist00" + b"".join(objects) + table + b"\0" * 6 + b"\1\1"
     + (3).to_bytes(8, "big") + (0).to_bytes(8, "big") + offset.to_bytes(8, "big"))
+for name, item in ITEMS.items():
+    put("fuzz-specifier-list", name, plistlib.dumps({"title": name, "items": [item]}))
+put("fuzz-specifier-list", "all", plistlib.dumps({"title": "All", "items": list(ITEMS.values())}))
+put("fuzz-specifier-list", "binary",
+    plistlib.dumps({"items": [ITEMS["group"], ITEMS["switch"]]}, fmt=plistlib.FMT_BINARY))
+for name, text in SCRIPTS.items():
+    put("fuzz-script", name, text.encode())
