@@ -18,7 +18,9 @@ std::string valueText(const TreeQuery& query, const FoundNode& row) {
 }
 
 std::string rowText(const TreeQuery& query, const FoundNode& row) {
-  std::string line = "  " + TreeQuery::text(*row.node, "title");
+  const std::string title = TreeQuery::text(*row.node, "title");
+  // What is out of sight has no cell to tell its text.
+  std::string line = "  " + (title.empty() ? TreeQuery::rowName(*row.node) : title);
   const std::string value = valueText(query, row);
   if (!value.empty()) line += "  [" + value + "]";
   const FoundNode cell = query.firstOfKind(row, {"cell"});

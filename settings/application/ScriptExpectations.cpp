@@ -1,5 +1,6 @@
 // What follows "expect".
 
+#include <algorithm>
 #include <cmath>
 #include <nlohmann/json.hpp>
 #include <utility>
@@ -64,6 +65,49 @@ Step parseRow(LineReader& reader) {
       return compare(showsValue(shown, *wanted), "value " + wanted->dump(),
                      "value " + shown.dump());
     });
+  };
+}
+
+bool areNamed(const std::vector<FoundNode>& rows, const std::vector<RowAddress>& names) {
+  return std::ranges::equal(rows, names, [](const FoundNode& row, const RowAddress& name) {
+    return TreeQuery::isNamed(*row.node, name);
+  });
+}
+
+std::string listText(const std::vector<std::string>& names) {
+  std::string text;
+  for (const std::string& name : names) text += " " + name;
+  return text.empty() ? " none" : text;
+}
+
+// "title" and "#identifier" of a row, as far as it has them.
+std::string namesOfRow(const json& row) {
+  const std::string title = TreeQuery::text(row, "title");
+  const std::string name = TreeQuery::rowName(row);
+  return title.empty() || name == quote(title) ? name : quote(title) + " (" + name + ")";
+}
+
+Step parseRows(LineReader& reader) {
+  const std::size_t index = reader.index("SECTION");
+  std::vector<RowAddress> names;
+  while (!reader.atEnd() && !reader.error()) names.push_back(reader.row());
+  if (std::ranges::find(names, RowAddress::By::position, &RowAddress::by) != names.end()) {
+    reader.fail("the rows are named here, by #identifier or a label in quotes");
+  }
+  return [index, names](ScriptContext& context) {
+    if (!context.application().isOpen()) return StepOutcome::notOpen();
+    const TreeQuery query(context.application().tree());
+    const auto sections = query.sections();
+    if (index >= sections.size()) {
+      return StepOutcome::failed("the page has " + std::to_string(sections.size()) + " sections");
+    }
+    const auto rows = query.children(sections[index]);
+    std::vector<std::string> expected;
+    std::vector<std::string> actual;
+    for (const RowAddress& name : names) expected.push_back(name.text());
+    for (const FoundNode& row : rows) actual.push_back(namesOfRow(*row.node));
+    return compare(areNamed(rows, names), "the rows" + listText(expected),
+                   "the rows" + listText(actual));
   };
 }
 
@@ -211,6 +255,9 @@ Step parseException(LineReader& reader) {
 ScriptCommands expectationCommands() {
   return {
       {"title", "title \"T\"", "the title of the page", &parseTitle},
+      {"rows", "rows SECTION ROW...",
+       "the rows of the section, all of them and in this order, by #identifier or label",
+       &parseRows},
       {"row", "row ROW [value V]", "there is the row, and it shows the value", &parseRow},
       {"no", "no row ROW | no pref KEY | no writes",
        "there is no such row, no such key in the preference file, or nothing was written since the "

@@ -48,7 +48,7 @@ Step parseWrites(LineReader&) {
                                        : ", the same bytes"));
       fresh.push_back(std::move(entry));
     }
-    context.print(fresh, linesOf(lines));
+    context.print(fresh, lines.empty() ? "nothing was written" : linesOf(lines));
     return StepOutcome{};
   };
 }

@@ -13,12 +13,6 @@ std::string kindOf(const FoundNode& found) {
   return found ? TreeQuery::text(*found.node, "kind") : std::string();
 }
 
-bool answersTo(const json& node, const RowAddress& address) {
-  const bool byIdentifier = address.by == RowAddress::By::identifier;
-  const char* member = byIdentifier ? "identifier" : "title";
-  return node.contains(member) && node[member] == address.name;
-}
-
 json segmentTitle(const json& segmented) {
   const auto selected = segmented.value("selected", -1);
   const json& titles = segmented["segments"];
@@ -105,6 +99,12 @@ std::vector<FoundNode> TreeQuery::rows() const {
   return result;
 }
 
+bool TreeQuery::isNamed(const json& row, const RowAddress& address) {
+  const bool byIdentifier = address.by == RowAddress::By::identifier;
+  const char* member = byIdentifier ? "identifier" : "title";
+  return row.contains(member) && row[member] == address.name;
+}
+
 FoundNode TreeQuery::row(const RowAddress& address) const {
   if (address.by == RowAddress::By::position) {
     const auto all = sections();
@@ -114,7 +114,7 @@ FoundNode TreeQuery::row(const RowAddress& address) const {
   }
   std::size_t left = address.occurrence;
   for (const FoundNode& row : rows()) {
-    if (answersTo(*row.node, address) && --left == 0) return row;
+    if (isNamed(*row.node, address) && --left == 0) return row;
   }
   return {};
 }
@@ -153,13 +153,15 @@ json TreeQuery::shownValue(const FoundNode& row) const {
   return (*cell.node)["detail"]["string"];
 }
 
+std::string TreeQuery::rowName(const json& row) {
+  const std::string identifier = text(row, "identifier");
+  return identifier.empty() ? "\"" + text(row, "title") + "\"" : "#" + identifier;
+}
+
 std::string TreeQuery::rowNames() const {
   std::string names;
   for (const FoundNode& row : rows()) {
-    const std::string identifier = text(*row.node, "identifier");
-    const std::string name =
-        identifier.empty() ? "\"" + text(*row.node, "title") + "\"" : "#" + identifier;
-    names += (names.empty() ? "" : ", ") + name;
+    names += (names.empty() ? "" : ", ") + rowName(*row.node);
   }
   return names.empty() ? "none" : names;
 }

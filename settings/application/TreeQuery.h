@@ -40,6 +40,8 @@ class TreeQuery {
   std::vector<FoundNode> sections() const;
   // The row that the address names; none where there is no such row.
   FoundNode row(const RowAddress& address) const;
+  // Whether the row has the identifier, or the label, of the address.
+  static bool isNamed(const nlohmann::json& row, const RowAddress& address);
   // The section of a group's identifier or header, or the section that the row stands in.
   FoundNode section(const RowAddress& address) const;
   // The control of a row that a hand can change: switch, segments, slider, text field.
@@ -51,6 +53,7 @@ class TreeQuery {
   nlohmann::json shownValue(const FoundNode& row) const;
   // The names of all rows, for messages: `#identifier` or label.
   std::string rowNames() const;
+  static std::string rowName(const nlohmann::json& row);
 
   static std::string text(const nlohmann::json& node, std::string_view member);
 

@@ -1,0 +1,13 @@
+"""The repaired list is stored, and the other key is as it was."""
+
+import device
+
+MODULE = "com.hollowmere.ZentrovaModule."
+device.expect(device.preferences(), {
+    "moduleConfig": [
+        MODULE + "ConnectivityModule," + MODULE + "GroupedTogglesModule",
+        MODULE + "PowerModule",
+        MODULE + "AudioSliderModule",
+    ],
+    "presentationStyle": 1,
+})
