@@ -1,0 +1,6 @@
+"""The folder is left as empty as it was."""
+
+import device
+
+folder = device.host("/var/jb/var/mobile/Library/ControlCenter")
+device.expect([path.name for path in folder.iterdir()], [])
