@@ -48,4 +48,17 @@ std::optional<double> numberMember(const json& action, const char* name) {
   return value;
 }
 
+std::optional<std::array<double, 4>> colorMember(const json& action, const char* name) {
+  const json* found = member(action, name);
+  std::array<double, 4> components{};
+  if (!found || !found->is_array() || found->size() != components.size()) return std::nullopt;
+  for (std::size_t i = 0; i < components.size(); ++i) {
+    const json& part = (*found)[i];
+    if (!part.is_number()) return std::nullopt;
+    components[i] = part.get<double>();
+    if (!(components[i] >= 0 && components[i] <= 1)) return std::nullopt;
+  }
+  return components;
+}
+
 }  // namespace settings

@@ -72,9 +72,17 @@ ActionResult Application::perform(const json& action) {
   if (name == "bounds") return setBounds(action);
   if (!UserHand::knows(name)) return refused("\"" + name + "\" is no action");
   _state->refresh();
+  const std::string place = _state->placeOf(action);
+  const auto work = [&] { return _state->useHand(action); };
   // A look further down the page is no tap: what the last one changed stays marked.
-  if (!_state->crash && name != "scroll") _state->pane.beginAction();
-  return _state->runAtEdge(_state->placeOf(action), [&] { return _state->useHand(action); });
+  return name == "scroll" ? _state->runAtEdge(place, work) : _state->runAction(place, work);
+}
+
+ActionResult Application::choosePhoto(std::string_view node, const PhotoResult& photo) {
+  _state->refresh();
+  return _state->runAction("a photo", [&] {
+    return _state->hand->choosePhoto(std::string(node), photo, _state->snapshot.targets);
+  });
 }
 
 ActionResult Application::answerCrash(const json& action, bool restart) {

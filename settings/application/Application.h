@@ -23,6 +23,7 @@ namespace settings {
 
 class ApplicationObserver;
 class SettingsProcess;
+struct PhotoResult;
 
 enum class Time {
   virtualClock,  // stands still until `advance`; background work runs where `background` says
@@ -87,6 +88,9 @@ class Application {
   std::uint64_t revision();
   // What the user did, as docs/tree.md says. Never raises, whatever the action holds.
   ActionResult perform(const nlohmann::json& action);
+  // Chooses a picture that the user brought, as `readPhoto` gives it (PhotoLibrary.h), in the photo
+  // picker of that node. Refused, with its problem as the message, where it is none.
+  ActionResult choosePhoto(std::string_view node, const PhotoResult& photo);
 
   // Scrolls so that the row comes into sight, as a hand does before it taps; nothing where it is
   // in sight already. Refused where the node is no row.

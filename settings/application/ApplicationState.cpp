@@ -18,7 +18,7 @@ using nlohmann::json;
 
 Application::State::State(ApplicationOptions given,
                           std::shared_ptr<platform::DeviceFileSystem> files)
-    : options(std::move(given)), device(std::move(files)), pane(*device) {
+    : options(std::move(given)), device(std::move(files)), pane(*device), photos(*device) {
   auto observed = std::make_shared<platform::ObservedFileSystem>(device);
   observed->addObserver([this](const platform::FileWrite& write) { writes.add(write); });
   auto log = std::make_shared<platform::MemoryLog>();
@@ -32,7 +32,13 @@ Application::State::State(ApplicationOptions given,
 }
 
 Application::State::~State() {
+  endProcess();
+}
+
+void Application::State::endProcess() {
   hand.reset();
+  // Even what only points to objects of the bundle needs the bundle's code to be let go of.
+  snapshot.targets = {};
   process.reset();
 }
 
@@ -80,6 +86,12 @@ ActionResult Application::State::useHand(const json& action) {
   return result;
 }
 
+ActionResult Application::State::runAction(const std::string& where,
+                                           const std::function<ActionResult()>& work) {
+  if (!crash) pane.beginAction();
+  return runAtEdge(where, work);
+}
+
 void Application::State::tellObservers() {
   stage.look(*process, [this](TransitionKind kind, double seconds) {
     for (auto* observer : observers) observer->transitioned(kind, seconds);
@@ -107,12 +119,11 @@ bool Application::State::anyProgramRuns() const {
 }
 
 void Application::State::open() {
-  hand.reset();
-  process.reset();
+  endProcess();
   crash.reset();
   identityBase = std::max(identityBase, snapshot.largestIdentity);
   process = std::make_unique<SettingsProcess>(services, options.time, [this] { wake(); });
-  hand = std::make_unique<UserHand>(*process);
+  hand = std::make_unique<UserHand>(*process, photos);
   pane.beginAction();
   const platform::ProcessScope scope(process->process());
   try {
@@ -131,7 +142,8 @@ void Application::State::open() {
 void Application::State::refresh() {
   if (!std::exchange(treeIsStale, false) && revision > 0) return;
   beginTurn();
-  SnapshotRequest request{process.get(), crash ? &*crash : nullptr, crashToken, true, identityBase};
+  SnapshotRequest request{process.get(), &photos, crash ? &*crash : nullptr,
+                          crashToken,    true,    identityBase};
   std::optional<platform::ProcessScope> scope;
   if (process) scope.emplace(process->process());
   try {

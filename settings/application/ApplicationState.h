@@ -13,6 +13,7 @@
 #include "platform/foundation/DeviceFileSystem.h"
 #include "settings/application/Application.h"
 #include "settings/application/FilePane.h"
+#include "settings/application/PhotoLibrary.h"
 #include "settings/application/RecordLog.h"
 #include "settings/application/SettingsProcess.h"
 #include "settings/application/StageWatch.h"
@@ -37,6 +38,7 @@ struct Application::State {
   void refresh();
   // Drops the process and starts another.
   void open();
+  void endProcess();
   // The user's hand does the action; what has become of a row that was edited is announced.
   ActionResult useHand(const nlohmann::json& action);
   // What the pages ask the device's folders for is looked at anew from here on.
@@ -49,6 +51,8 @@ struct Application::State {
   // What the user points at, for people: "tap on \"Respring\"".
   std::string placeOf(const nlohmann::json& action) const;
   const NodeTarget* target(std::string_view node);
+  // What the user does, with the file pane told of it before.
+  ActionResult runAction(const std::string& where, const std::function<ActionResult()>& work);
 
   ApplicationOptions options;
   std::shared_ptr<platform::DeviceFileSystem> device;
@@ -57,6 +61,7 @@ struct Application::State {
   RecordLog<platform::LogEntry> logEntries{10000};
   RecordLog<platform::FileWrite> writes{10000};
   FilePane pane;
+  PhotoLibrary photos;
   std::vector<ApplicationObserver*> observers;
 
   std::mutex wakeMutex;

@@ -23,6 +23,8 @@ enum class NodeKind : std::uint8_t {
   row,
   view,  // any other view: a control, a label, a picture
   alert,
+  colorPicker,
+  imagePicker,
   crash,
 };
 

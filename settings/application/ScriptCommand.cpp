@@ -20,6 +20,7 @@ ScriptCommands makeCommands() {
   append(all, deviceCommands());
   append(all, handCommands());
   append(all, controlCommands());
+  append(all, presentedCommands());
   append(all, timeCommands());
   append(all, messageCommands());
   append(all, reportCommands());

@@ -42,6 +42,7 @@ using ScriptCommands = std::vector<ScriptCommand>;
 
 ScriptCommands deviceCommands();       // the device and the process
 ScriptCommands handCommands();         // what a user's hand does
+ScriptCommands presentedCommands();    // sheets and pickers
 ScriptCommands controlCommands();      // switches, segments, sliders, texts
 ScriptCommands timeCommands();         // the clock and background work
 ScriptCommands messageCommands();      // operations and values by name

@@ -1,6 +1,8 @@
 #include "settings/application/ScriptContext.h"
 
+#include <fstream>
 #include <ostream>
+#include <sstream>
 #include <utility>
 
 namespace settings {
@@ -59,6 +61,15 @@ StepOutcome ScriptContext::onRow(const RowAddress& address,
   if (!found.ok) return found;
   if (const ActionResult shown = _application.reveal(id); !shown) return outcomeOf(shown);
   return work(id);
+}
+
+ScriptFile ScriptContext::readFile(const std::string& path) const {
+  const std::string full = path.starts_with("/") ? path : _options.folder + "/" + path;
+  std::ifstream input(full, std::ios::binary);
+  std::ostringstream bytes;
+  if (input) bytes << input.rdbuf();
+  if (!input || !bytes) return {{}, "cannot read the file " + full};
+  return {bytes.str(), {}};
 }
 
 }  // namespace settings

@@ -14,6 +14,12 @@
 
 namespace settings {
 
+// A file of this machine.
+struct ScriptFile {
+  std::string bytes;
+  std::string problem;  // for people; empty where it was read
+};
+
 // What the steps of a script work on: the application, where results go, and how far the records
 // have been read.
 class ScriptContext {
@@ -39,6 +45,9 @@ class ScriptContext {
   // Scrolls to the row, as a hand does, and hands its node's identity to the work.
   StepOutcome onRow(const RowAddress& address,
                     const std::function<StepOutcome(const std::string& row)>& work);
+
+  // A file beside the script, or at an absolute path.
+  ScriptFile readFile(const std::string& path) const;
 
   // Where the next `log`, `writes` and `spawned` start.
   std::uint64_t logCursor = 0;

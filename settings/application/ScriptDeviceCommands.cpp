@@ -1,7 +1,5 @@
 #include <charconv>
-#include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 #include "settings/application/ScriptCommand.h"
 #include "settings/application/ScriptContext.h"
@@ -52,12 +50,9 @@ StepOutcome putBytes(ScriptContext& context, const std::string& path, const std:
 
 Step putFile(std::string path, std::string file) {
   return [path = std::move(path), file = std::move(file)](ScriptContext& context) {
-    const std::string full = file.starts_with("/") ? file : context.options().folder + "/" + file;
-    std::ifstream input(full, std::ios::binary);
-    std::ostringstream bytes;
-    if (input) bytes << input.rdbuf();
-    if (!input || !bytes) return StepOutcome::failed("cannot read the file " + full);
-    return putBytes(context, path, bytes.str());
+    const ScriptFile contents = context.readFile(file);
+    if (!contents.problem.empty()) return StepOutcome::failed(contents.problem);
+    return putBytes(context, path, contents.bytes);
   };
 }
 

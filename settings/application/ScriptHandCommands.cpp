@@ -65,9 +65,7 @@ Step parseMove(LineReader& reader) {
 // An action on the node that `find` gives; `missing` says that it is not there.
 template <class Find>
 StepOutcome actOn(ScriptContext& context, json action, Find find, const std::string& missing) {
-  if (!context.application().isOpen()) {
-    return StepOutcome::failed("nothing is open; use `open` first");
-  }
+  if (!context.application().isOpen()) return StepOutcome::notOpen();
   const FoundNode node = find(TreeQuery(context.application().tree()));
   if (!node) return StepOutcome::failed(missing);
   action["node"] = node.id;
@@ -91,48 +89,6 @@ Step parseBack(LineReader&) {
   };
 }
 
-// A choice of the open sheet for which `fits` holds; `what` names it in the message.
-template <class Fits>
-StepOutcome chooseWhere(ScriptContext& context, Fits fits, const std::string& what) {
-  if (!context.application().isOpen()) return StepOutcome::failed("nothing is open");
-  const TreeQuery query(context.application().tree());
-  const FoundNode sheet = query.presented();
-  if (!sheet || !sheet.node->contains("actions")) {
-    return StepOutcome::failed("there is no open sheet to choose in");
-  }
-  std::string titles;
-  const json& actions = (*sheet.node)["actions"];
-  for (std::size_t i = 0; i < actions.size(); ++i) {
-    if (fits(actions[i])) {
-      return context.act({{"action", "choose"}, {"node", sheet.id}, {"index", i}});
-    }
-    titles += (titles.empty() ? "" : ", ") + actions[i]["title"].dump();
-  }
-  return StepOutcome::failed(what + " is no choice of the sheet; there are " + titles);
-}
-
-Step parseChoose(LineReader& reader) {
-  return [label = reader.quoted("\"label\"")](ScriptContext& context) {
-    return chooseWhere(
-        context, [&](const json& action) { return action["title"] == label; }, json(label).dump());
-  };
-}
-
-Step parseCancel(LineReader&) {
-  return [](ScriptContext& context) {
-    return chooseWhere(
-        context, [](const json& action) { return action["style"] == "cancel"; }, "cancelling");
-  };
-}
-
-Step parseClose(LineReader&) {
-  return [](ScriptContext& context) {
-    return actOn(
-        context, {{"action", "close"}}, [](const TreeQuery& query) { return query.presented(); },
-        "there is nothing open to close");
-  };
-}
-
 }  // namespace
 
 ScriptCommands handCommands() {
@@ -144,9 +100,6 @@ ScriptCommands handCommands() {
       {"move", "move ROW to SECTION INDEX",
        "drags a row of an editing table; INDEX as after the row has left its place", &parseMove},
       {"scroll", "scroll Y", "drags the table to the content offset Y", &parseScroll},
-      {"choose", "choose \"label\"", "a choice of the open sheet", &parseChoose},
-      {"close", "close", "closes what is open without a choice", &parseClose},
-      {"cancel", "cancel", "the cancelling choice of the open sheet", &parseCancel},
       {"back", "back", "goes back to the page before", &parseBack},
   };
 }

@@ -156,8 +156,7 @@ Step parseSend(LineReader& reader) {
   const std::string selector = reader.word("SELECTOR");
   const auto arguments = readArguments(reader);
   return [=](ScriptContext& context) {
-    if (!context.application().isOpen())
-      return StepOutcome::failed("nothing is open; use `open` first");
+    if (!context.application().isOpen()) return StepOutcome::notOpen();
     const Values values = valuesOf(context, arguments);
     if (!values.outcome.ok) return values.outcome;
     StepOutcome found;

@@ -217,6 +217,8 @@ std::shared_ptr<platform::PSSpecifier> specifierOfRow(const Table& table, IndexP
 std::string titleOfRow(const Table& table, IndexPath path) {
   if (const auto specifier = specifierOfRow(table, path)) {
     if (const auto name = specifier->name()) return *name;
+    // Some cells show the text of this property in place of a name.
+    if (const auto title = specifier->propertyForKey("title").text()) return *title;
   }
   const auto cell = table->cellForRowAtIndexPath(path);
   return cell && cell->textLabel() ? cell->textLabel()->text().value_or("") : std::string();

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "platform/preferences/PSListController.h"
-#include "platform/uikit/UIAlertController.h"
 #include "settings/application/Application.h"
 #include "settings/application/NodeWriter.h"
+#include "settings/application/PresentedNodes.h"
 #include "settings/application/ProblemPage.h"
 #include "settings/application/SettingsProcess.h"
 
@@ -105,38 +105,7 @@ std::string addNavigation(NodeWriter& writer, const Navigation& navigation) {
                     std::move(node), std::move(children));
 }
 
-std::string_view styleName(platform::UIAlertActionStyle style) {
-  switch (style) {
-    case platform::UIAlertActionStyle::standard:
-      return "default";
-    case platform::UIAlertActionStyle::cancel:
-      return "cancel";
-    case platform::UIAlertActionStyle::destructive:
-      return "destructive";
-  }
-  return "default";
-}
-
-std::string addAlert(NodeWriter& writer,
-                     const std::shared_ptr<platform::UIAlertController>& alert) {
-  const bool isSheet = alert->preferredStyle() == platform::UIAlertControllerStyle::actionSheet;
-  json node{{"kind", "alert"},
-            {"class", alert->className()},
-            {"style", isSheet ? "sheet" : "alert"},
-            {"title", alert->title().value_or("")},
-            {"message", alert->message().value_or("")},
-            {"actions", json::array()}};
-  for (const auto& action : alert->actions()) {
-    node["actions"].push_back(
-        {{"title", action->title().value_or("")}, {"style", styleName(action->style())}});
-  }
-  return writer.add(alert->nodeIdentifier(), {NodeKind::alert, alert, 0}, std::move(node), {});
-}
-
 std::string addController(NodeWriter& writer, const Page& controller) {
-  if (const auto alert = std::dynamic_pointer_cast<platform::UIAlertController>(controller)) {
-    return addAlert(writer, alert);
-  }
   if (const auto navigation = std::dynamic_pointer_cast<UINavigationController>(controller)) {
     return addNavigation(writer, navigation);
   }
@@ -144,10 +113,12 @@ std::string addController(NodeWriter& writer, const Page& controller) {
 }
 
 // The outermost navigation, then what is presented over it, one over the other.
-std::vector<std::string> addPages(NodeWriter& writer, const Navigation& outer) {
+std::vector<std::string> addPages(NodeWriter& writer, const Navigation& outer,
+                                  PhotoLibrary& library) {
   std::vector<std::string> children{addController(writer, outer)};
   for (auto next = outer->presentedViewController(); next;) {
-    children.push_back(addController(writer, next));
+    const auto presented = addPresented(writer, next, library);
+    children.push_back(presented ? *presented : addController(writer, next));
     const auto over = next->presentedViewController();
     next = over == next ? nullptr : over;
   }
@@ -177,7 +148,8 @@ json deviceJson(const platform::DeviceTraits& traits) {
 std::string addWindow(NodeWriter& writer, const SnapshotRequest& request) {
   const auto window = request.process ? request.process->window() : nullptr;
   std::vector<std::string> children;
-  if (window && request.withPages) children = addPages(writer, request.process->outer());
+  if (window && request.withPages)
+    children = addPages(writer, request.process->outer(), *request.photos);
   if (request.crash) children.push_back(addCrash(writer, *request.crash, request.crashToken));
   json node = window ? writer.viewMembers(*window, "window") : json{{"kind", "window"}};
   const std::uint64_t token = window ? window->nodeIdentifier() : 0;

@@ -9,6 +9,7 @@
 
 namespace settings {
 
+class PhotoLibrary;
 class SettingsProcess;
 struct CrashReport;
 
@@ -21,6 +22,7 @@ struct TreeSnapshot {
 
 struct SnapshotRequest {
   SettingsProcess* process = nullptr;  // null: there is an empty window
+  PhotoLibrary* photos = nullptr;      // not null where there is a process
   const CrashReport* crash = nullptr;  // shown over everything
   std::uint64_t crashToken = 0;
   bool withPages = true;  // false where asking the pages raises

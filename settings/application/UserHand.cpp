@@ -4,7 +4,6 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
-#include "platform/uikit/UIAlertController.h"
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UIGestureRecognizer.h"
 #include "platform/uikit/UINavigationController.h"
@@ -22,24 +21,25 @@ using nlohmann::json;
 
 namespace {
 
-ActionResult accepted(bool done, const char* otherwise) {
+constexpr const char* takesNoTouches = "the control is disabled or takes no touches just now";
+
+}  // namespace
+
+ActionResult UserHand::accepted(bool done, const char* otherwise) {
   return done ? ActionResult{} : refused(otherwise);
 }
 
-constexpr const char* takesNoTouches = "the control is disabled or takes no touches just now";
-
-ActionResult wrongNode(const char* wanted) {
+ActionResult UserHand::wrongNode(const char* wanted) {
   return refused(std::string("the node is no ") + wanted);
 }
-
-}  // namespace
 
 const std::vector<UserHand::Entry>& UserHand::entries() {
   static const std::vector<Entry> table = {
       {"tap", &UserHand::tap},     {"toggle", &UserHand::toggle}, {"segment", &UserHand::segment},
       {"slide", &UserHand::slide}, {"edit", &UserHand::edit},     {"scroll", &UserHand::scroll},
       {"press", &UserHand::press}, {"back", &UserHand::back},     {"commit", &UserHand::commit},
-      {"move", &UserHand::move},   {"choose", &UserHand::choose}, {"close", &UserHand::close},
+      {"move", &UserHand::move},   {"choose", &UserHand::choose}, {"pick", &UserHand::pick},
+      {"photo", &UserHand::photo}, {"close", &UserHand::close},
   };
   return table;
 }
@@ -51,14 +51,21 @@ bool UserHand::knows(const std::string& action) {
 ActionResult UserHand::perform(const json& action, const NodeTargets& targets) {
   const auto node = stringMember(action, "node");
   if (!node) return refused("the action names no node");
-  const auto found = targets.nodes.find(*node);
-  if (found == targets.nodes.end()) return refused("the node " + *node + " is gone");
+  return onNode(*node, targets, [&](const NodeTarget& target) {
+    const auto name = stringMember(action, "action").value_or("");
+    for (const Entry& entry : entries()) {
+      if (entry.name == name) return (this->*entry.action)(action, target);
+    }
+    return refused("\"" + name + "\" is no action");
+  });
+}
+
+ActionResult UserHand::onNode(const std::string& node, const NodeTargets& targets,
+                              const std::function<ActionResult(const NodeTarget&)>& work) const {
+  const auto found = targets.nodes.find(node);
+  if (found == targets.nodes.end()) return refused("the node " + node + " is gone");
   if (const auto over = covered(found->second)) return refused(*over);
-  const auto name = stringMember(action, "action").value_or("");
-  for (const Entry& entry : entries()) {
-    if (entry.name == name) return (this->*entry.action)(action, found->second);
-  }
-  return refused("\"" + name + "\" is no action");
+  return work(found->second);
 }
 
 std::optional<std::string> UserHand::covered(const NodeTarget& target) const {
@@ -233,20 +240,6 @@ ActionResult UserHand::move(const json& action, const NodeTarget& target) {
   if (!section || !index) return refused("\"section\" and \"index\" must be whole numbers");
   return accepted(row->table->userMoveRow(row->path, {*section, *index}),
                   "the row cannot be moved there");
-}
-
-ActionResult UserHand::choose(const json& action, const NodeTarget& target) {
-  const auto alert = target.as<platform::UIAlertController>();
-  if (!alert) return wrongNode("sheet");
-  const auto index = integerMember(action, "index");
-  if (!index) return refused("\"index\" must be a whole number");
-  return accepted(alert->userChoose(*index), "the sheet has no such choice");
-}
-
-ActionResult UserHand::close(const json& /*action*/, const NodeTarget& target) {
-  const auto alert = target.as<platform::UIAlertController>();
-  if (!alert) return wrongNode("sheet");
-  return accepted(alert->userCancel(), "the sheet wants a choice: it has none that cancels");
 }
 
 }  // namespace settings
