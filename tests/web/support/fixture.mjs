@@ -112,6 +112,52 @@ export function everyKind(device, bar) {
   return { builder: b, tree: b.tree(page), rows, sections, table: page.table };
 }
 
+/**
+ * Two lists between which rows are moved, and what the application does with "move" and "commit":
+ * the rows stay where `accepts` says no.
+ */
+export function movableRows(active, available, { device, accepts = () => true, style = 'grouped' } = {}) {
+  const b = new TreeBuilder(device);
+  const rowOf = (title, index, section) => {
+    const settings = title.endsWith('*') ? b.add({ kind: 'image', role: 'editingAccessoryView', image: { symbol: 'chevron.right' }, frame: [0, 0, 12, 18] }) : undefined;
+    const text = b.text(title.replace('*', ''));
+    const isShown = index < 40;
+    const cell = isShown ? b.cell({ text, style: 'default' }, [], settings) : undefined;
+    return b.row(undefined, text.string, cell, {
+      height: 44, visible: isShown, selectable: settings !== undefined,
+      editing: { style: section === 0 ? 'delete' : 'insert', movable: true },
+    });
+  };
+  const rows = [active, available].map((titles, section) => titles.map((title, index) => rowOf(title, index, section)));
+  const sections = [b.section('Enabled modules:', undefined, rows[0]), b.section('Disabled modules:', undefined, rows[1])];
+  const page = b.page('Arrage modules', sections, { largeTitle: true, back: 'Zentrova' });
+  Object.assign(b.nodes[page.table], { style, editing: true });
+  const tree = b.tree(page);
+  const lists = rows.map((each) => [...each]);
+
+  const replaced = () => [
+    ...sections.map((id, section) => ({ op: 'replace', path: `/nodes/${id}/children`, value: [...lists[section]] })),
+    ...lists.flatMap((list, section) => list.map((id) => ({ op: 'replace', path: `/nodes/${id}/editing/style`, value: section === 0 ? 'delete' : 'insert' }))),
+  ];
+  const spotOf = (row) => {
+    const section = lists.findIndex((list) => list.includes(row));
+    return { section, index: lists[section].indexOf(row) };
+  };
+  const put = (row, { section, index }) => {
+    const from = spotOf(row);
+    lists[from.section].splice(from.index, 1);
+    lists[section].splice(index, 0, row);
+  };
+  const answer = (message) => {
+    const { action, node, section, index } = message;
+    if (action === 'scroll') return [];
+    const to = action === 'move' ? { section, index } : { section: 1 - spotOf(node).section, index: lists[1 - spotOf(node).section].length };
+    if (accepts(node, to)) put(node, to);
+    return replaced();
+  };
+  return { builder: b, tree, table: page.table, sections, rows, lists, answer };
+}
+
 /** The first node of a kind at or below a node. */
 export function below(tree, id, kind) {
   if (tree.nodes[id].kind === kind) return id;

@@ -87,6 +87,7 @@ export class ZvApp extends LightElement {
     this._context = {
       tree,
       act: (action) => this._act(action),
+      say: (text) => this._say(text),
       inspect: (row) => this._inspect(row),
       inspected: this._inspected,
       transition: this._transition,
@@ -95,11 +96,16 @@ export class ZvApp extends LightElement {
   }
 
   private _happened(event: EventMessage): void {
-    if (event.event === 'announce') this._spoken = event.text ?? '';
+    if (event.event === 'announce') this._say(event.text ?? '');
     if (event.event === 'transition') this._transition = { kind: event.kind ?? 'push', duration: event.duration ?? 0 };
     if (event.event !== 'homeScreenRestarted') return;
     this._restarts += 1;
     this._notify('restarted', 'The home screen restarted. It reads the preference file anew.');
+  }
+
+  // The same text once more is said once more: it gets another ending that is not heard.
+  private _say(text: string): void {
+    this._spoken = text === this._spoken ? `${text}\u00a0` : text;
   }
 
   private _notify(kind: NoticeKind, text: string): void {
@@ -120,6 +126,14 @@ export class ZvApp extends LightElement {
     else if (action.action !== 'scroll' && action.action !== 'bounds') this._notify('refused', 'There is no connection: nothing was done.');
     // Whatever was held back until the answer is drawn as the tree says.
     this.requestUpdate();
+    await this.updateComplete;
+  }
+
+  /** Ends when the pages are drawn, too. */
+  protected override async getUpdateComplete(): Promise<boolean> {
+    const complete = await super.getUpdateComplete();
+    await this.querySelector<LightElement>('zv-navigation')?.updateComplete;
+    return complete;
   }
 
   private _inspect(row: string): void {

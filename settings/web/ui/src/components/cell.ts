@@ -1,7 +1,7 @@
 // What stands in a cell: picture, texts, controls, accessory.
 
 import { html, nothing, type TemplateResult } from 'lit';
-import type { CellNode, RowNode, Text } from '../protocol/tree.js';
+import type { CellNode, RowNode, Text, TreeNode } from '../protocol/tree.js';
 import { styled, type Styles } from '../directives/styled.js';
 import { cssTextColor, cssWeight } from './color.js';
 import { isDark, type Context } from './context.js';
@@ -12,8 +12,8 @@ import { lookOf, picture, placedView } from './views.js';
 const standardTextSize = 17;
 
 /** The names of the controls in a cell, those of its content first. */
-export function controlsOf(context: Context, id: string): string[] {
-  return partsOf(context, id).filter((part) => isControl(context, part));
+export function controlsOf(context: Context, id: string, row: RowNode): string[] {
+  return partsOf(context, id, row).filter((part) => isControl(context, part));
 }
 
 export function cellLook(cell: CellNode): Styles {
@@ -21,9 +21,9 @@ export function cellLook(cell: CellNode): Styles {
 }
 
 export function cellContent(context: Context, id: string, cell: CellNode, row: RowNode, enabled: boolean): TemplateResult {
-  const parts = partsOf(context, id);
+  const parts = partsOf(context, id, row);
   const name = row.title || cell.text?.string || '';
-  const accessory = accessoryViewOf(context, id);
+  const accessory = partOf(context, id, accessoryRole(row));
   return html`
     ${cell.image ? picture(cell.image, 'cell-image') : nothing}
     ${texts(context, cell)}
@@ -35,18 +35,24 @@ export function cellContent(context: Context, id: string, cell: CellNode, row: R
 }
 
 /** What was added to the content of a cell, then what was added to the cell itself. */
-function partsOf(context: Context, id: string): string[] {
+function partsOf(context: Context, id: string, row: RowNode): string[] {
   const { nodes } = context.tree;
+  const unused = row.editing ? 'accessoryView' : 'editingAccessoryView';
   return (nodes[id]?.children ?? []).flatMap((child) => {
     const role = nodes[child]?.role;
     if (role === 'content') return nodes[child]?.children ?? [];
-    return role === 'editingAccessoryView' ? [] : [child];
+    return role === unused ? [] : [child];
   });
 }
 
-function accessoryViewOf(context: Context, id: string): string | undefined {
+// A table that is being edited shows the accessories that are meant for that, and no others.
+function accessoryRole(row: RowNode): string {
+  return row.editing ? 'editingAccessoryView' : 'accessoryView';
+}
+
+function partOf(context: Context, id: string, role: string): string | undefined {
   const { nodes } = context.tree;
-  return nodes[id]?.children.find((child) => nodes[child]?.role === 'accessoryView');
+  return nodes[id]?.children.find((child) => nodes[child]?.role === role);
 }
 
 function isControl(context: Context, id: string): boolean {
@@ -56,10 +62,16 @@ function isControl(context: Context, id: string): boolean {
 
 function accessoryView(context: Context, id: string, name: string, enabled: boolean): TemplateResult {
   const node = context.tree.nodes[id];
+  if (isDisclosure(node)) return chevronRight();
   const [, , width = 0, height = 0] = node?.frame ?? [];
   const control = controlFor(context, id, name, enabled);
   if (control) return html`<span class="accessory-view control-${node?.kind}">${control}</span>`;
   return html`<span class="accessory-view" ${styled({ width: `${width}px`, height: `${height}px` })}>${placedView(context, id)}</span>`;
+}
+
+// The cell's own chevron, shown as a view: it looks as the accessory of that name does.
+function isDisclosure(node: TreeNode | undefined): boolean {
+  return node?.kind === 'image' && node.image !== undefined && 'symbol' in node.image && node.image.symbol === 'chevron.right';
 }
 
 function accessoryMark(cell: CellNode): TemplateResult | typeof nothing {

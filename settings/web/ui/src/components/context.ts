@@ -5,8 +5,10 @@ import type { Tree } from '../protocol/tree.js';
 
 export interface Context {
   tree: Tree;
-  /** Sends an action; ends when it is answered. Says aloud why it cannot be sent. */
+  /** Sends an action; ends when what it has changed is shown. Says aloud why it cannot be sent. */
   act(action: Action): Promise<void>;
+  /** Says something to a screen reader. */
+  say(text: string): void;
   /** Shows the specifier behind a row in its pane. */
   inspect(row: string): void;
   /** The row whose specifier is shown. */

@@ -1,6 +1,6 @@
 // The few pictures that the page draws by itself, as lines on a grid.
 
-import { html, svg, type TemplateResult } from 'lit';
+import { html, nothing, svg, type TemplateResult } from 'lit';
 
 function icon(name: string, viewBox: string, content: TemplateResult): TemplateResult {
   return html`<svg class="icon icon-${name}" viewBox=${viewBox} aria-hidden="true" focusable="false">${content}</svg>`;
@@ -14,21 +14,27 @@ export const info = (): TemplateResult =>
 export const minus = (): TemplateResult => icon('minus', '0 0 22 22', svg`<circle cx="11" cy="11" r="11"/><path d="M6 11h10"/>`);
 export const plus = (): TemplateResult =>
   icon('plus', '0 0 22 22', svg`<circle cx="11" cy="11" r="11"/><path d="M6 11h10M11 6v10"/>`);
+export const grip = (): TemplateResult => icon('grip', '0 0 22 12', svg`<path d="M0 1h22M0 6h22M0 11h22"/>`);
 export const warning = (): TemplateResult =>
   icon('warning', '0 0 22 22', svg`<path d="M11 2.5L1.5 19.5h19z"/><path d="M11 8.5v5.5M11 16.6v.2"/>`);
 export const restart = (): TemplateResult =>
   icon('restart', '0 0 20 20', svg`<path d="M16.5 10a6.5 6.5 0 1 1-2-4.7"/><path d="M15 1.8v4h-4"/>`);
 
 const symbols: Record<string, TemplateResult> = {
+  'chevron.right': svg`<path d="M8 4.5l6.5 6.5L8 17.5"/>`,
   safari: svg`<circle cx="11" cy="11" r="9"/><path d="M14.8 7.2l-2.4 5.2-5.2 2.4 2.4-5.2z"/>`,
   photo: svg`<rect x="2" y="4" width="18" height="14" rx="2.5"/><circle cx="7" cy="9" r="1.6"/><path d="M3 16l5-4 3.5 2.6L15 11l5 5"/>`,
   gear: svg`<circle cx="11" cy="11" r="3.2"/><circle cx="11" cy="11" r="7.6" stroke-dasharray="3 2.97"/>`,
   link: svg`<path d="M9 13l4-4M8 9.5L5.4 12a3.3 3.3 0 0 0 4.6 4.6l2.5-2.5M14 12.5l2.6-2.5A3.3 3.3 0 0 0 12 5.4L9.5 7.9"/>`,
 };
 
-/** A picture of the system by its name. One that is not drawn here is a plain tile with its name. */
-export function symbol(name: string): TemplateResult {
-  return html`<svg class="icon symbol" viewBox="0 0 22 22" role="img" aria-label=${name}>
+/**
+ * A picture of the system by its name. One that is not drawn here is a plain tile. `label` is what it
+ * says to a screen reader, where it says anything that is not said beside it.
+ */
+export function symbol(name: string, label = ''): TemplateResult {
+  return html`<svg class="icon symbol" viewBox="0 0 22 22" data-symbol=${name}
+    role=${label ? 'img' : nothing} aria-label=${label || nothing} aria-hidden=${label ? nothing : 'true'}>
     ${symbols[name] ?? svg`<rect x="2.5" y="2.5" width="17" height="17" rx="4"/><path d="M8 11h6"/>`}
   </svg>`;
 }

@@ -46,6 +46,13 @@ export class ZvNavigation extends LightElement {
   private _history: string[] = [];
   private _leaving: HTMLElement | undefined;
 
+  /** Ends when the page's table is drawn, too. */
+  protected override async getUpdateComplete(): Promise<boolean> {
+    const complete = await super.getUpdateComplete();
+    await this.querySelector<LightElement>('.page:not(.ghost) zv-table')?.updateComplete;
+    return complete;
+  }
+
   protected override render(): TemplateResult {
     const shown = shownBy(this.context.tree, this.nodeId);
     const page = shown.page === undefined ? undefined : nodeOf(this.context.tree, shown.page, 'page');

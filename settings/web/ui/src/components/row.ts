@@ -6,23 +6,33 @@ import { nodeOf, type CellNode, type RowNode } from '../protocol/tree.js';
 import { styled } from '../directives/styled.js';
 import { cellContent, cellLook, controlsOf } from './cell.js';
 import type { Context } from './context.js';
-import { info, minus, plus, warning } from './icons.js';
+import type { Editing } from './editing.js';
+import { grip, info, minus, plus, warning } from './icons.js';
+import { rowName } from './reorder.js';
 
 /** How rows of one section are used: a choice has a checkmark on one of them. */
 export type RowUse = 'plain' | 'choice';
 
-export function row(context: Context, id: string, use: RowUse): TemplateResult {
+/**
+ * A row. `editing` is given in a table that is being edited; `place` tells a row's place where not
+ * all rows of its section are in the document.
+ */
+export function row(
+  context: Context, id: string, use: RowUse, editing?: Editing, place?: { index: number; count: number },
+): TemplateResult {
   const node = nodeOf(context.tree, id, 'row');
   if (!node) return html``;
   const cellId = node.children.find((child) => context.tree.nodes[child]?.kind === 'cell');
   const cell = cellId === undefined ? undefined : nodeOf(context.tree, cellId, 'cell');
   return html`<div
-    class="row ${context.inspected === id ? 'inspected' : ''}"
+    class="row ${context.inspected === id ? 'inspected' : ''} ${editing ? `editable ${editing.lookOf(id)}` : ''}"
     role="listitem"
+    aria-posinset=${place ? place.index + 1 : nothing}
+    aria-setsize=${place ? place.count : nothing}
     data-node=${id}
     data-identifier=${node.identifier ?? nothing}
     ${styled({ '--row-height': `${node.height ?? 44}px` })}
-  >${cell && cellId !== undefined ? shownRow(context, id, node, cellId, cell, use) : hiddenRow(node)}</div>`;
+  >${cell && cellId !== undefined ? shownRow(context, id, node, cellId, cell, use, editing) : hiddenRow(node)}</div>`;
 }
 
 // Out of sight a row has no cell, but it keeps its height and its name.
@@ -31,15 +41,18 @@ function hiddenRow(node: RowNode): TemplateResult {
   return html`<span class="visually-hidden">${node.title ?? ''}</span>`;
 }
 
-function shownRow(context: Context, id: string, node: RowNode, cellId: string, cell: CellNode, use: RowUse): TemplateResult {
-  const controls = controlsOf(context, cellId);
+function shownRow(
+  context: Context, id: string, node: RowNode, cellId: string, cell: CellNode, use: RowUse, editing: Editing | undefined,
+): TemplateResult {
+  const controls = controlsOf(context, cellId, node);
   const enabled = cell.enabled !== false && cell.interactive !== false;
   const content = html`${cellContent(context, cellId, cell, node, enabled)}`;
-  return html`${editingControl(context, id, node)}
+  return html`${editing ? editingControl(context, id, node, editing) : nothing}
     ${node.selectable && controls.length === 0
       ? tappable(context, id, cell, enabled, use, content)
       : plainCell(context, id, node, cell, enabled, controls.length > 0, content)}
     ${cell.accessory === 'detail' ? detailButton(context, id, node) : nothing}
+    ${editing && node.editing?.movable ? handle(context, id, editing) : nothing}
     ${node.problem ? html`<p class="row-problem">${warning()}${node.problem}</p>` : nothing}`;
 }
 
@@ -82,10 +95,20 @@ function detailButton(context: Context, id: string, node: RowNode): TemplateResu
     @click=${() => void context.act({ action: 'tap', node: id })}>${info()}</button>`;
 }
 
-function editingControl(context: Context, id: string, node: RowNode): TemplateResult | typeof nothing {
+function editingControl(context: Context, id: string, node: RowNode, editing: Editing): TemplateResult | typeof nothing {
   const style = node.editing?.style ?? 'none';
   if (style === 'none') return nothing;
   return html`<button class="editing-control ${style}" type="button"
-    aria-label="${style === 'delete' ? 'Remove' : 'Insert'} ${node.title ?? ''}"
-    @click=${() => void context.act({ action: 'commit', node: id })}>${style === 'delete' ? minus() : plus()}</button>`;
+    aria-label="${style === 'delete' ? 'Remove' : 'Insert'} ${rowName(context.tree, id)}"
+    @click=${() => void editing.commit(id)}>${style === 'delete' ? minus() : plus()}</button>`;
+}
+
+/** By which a row is moved: dragged, lifted with Space, or through a menu on a click. */
+function handle(context: Context, id: string, editing: Editing): TemplateResult {
+  return html`<button class="reorder" type="button" aria-label="Move ${rowName(context.tree, id)}"
+    aria-haspopup="menu" aria-expanded=${editing.hasMenu(id)} aria-describedby=${editing.helpId}
+    @pointerdown=${(event: PointerEvent) => editing.grab(event, id)}
+    @keydown=${(event: KeyboardEvent) => editing.key(event, id)}
+    @keyup=${(event: KeyboardEvent) => event.key === ' ' && event.preventDefault()}
+    @click=${(event: MouseEvent) => editing.openMenu(event, id)}>${grip()}</button>`;
 }

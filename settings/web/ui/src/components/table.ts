@@ -1,22 +1,20 @@
 // A table: sections of rows in a scroller of its own. Rows are keyed by identity, so that one keeps
-// its focus, its caret and the finger on it when others come and go; those that stay glide to their
-// new place.
+// its focus, its caret and the finger on it when others come and go.
 
 import { html, nothing, type PropertyValues, type TemplateResult } from 'lit';
 import { repeat } from 'lit/directives/repeat.js';
-import { childrenOf, nodeOf, type SectionNode, type TableNode } from '../protocol/tree.js';
+import { nodeOf, type SectionNode, type TableNode } from '../protocol/tree.js';
 import { styled } from '../directives/styled.js';
 import type { Context } from './context.js';
-import { ghostOf } from './ghost.js';
+import { Editing } from './editing.js';
+import { RowGlide } from './glide.js';
 import { LightElement } from './light-element.js';
-import { animate, animateAway, motionAllowed, rowEasing } from './motion.js';
-import { row } from './row.js';
+import { orderOf, type Order, type SectionRows } from './reorder.js';
+import { row, type RowUse } from './row.js';
 import { lookOf, placedView } from './views.js';
+import { isLong, piecesOf, RowWindow, type Piece } from './window.js';
 
-const rowAnimationMs = 320;
-
-/** Where a row stood in its card, and what it looked like where it is to leave. */
-interface Place { top: number; height: number; card: HTMLElement; ghost?: HTMLElement }
+const standardRowHeight = 44;
 
 export class ZvTable extends LightElement {
   static override properties = {
@@ -33,31 +31,44 @@ export class ZvTable extends LightElement {
   /** What scrolls above the table's own content: the large title. */
   declare lead: TemplateResult | undefined;
 
-  private _shownRows: string[] = [];
-  private _places: Map<string, Place> | undefined;
+  readonly editing = new Editing(this);
+  private readonly _glide = new RowGlide(this);
+  private readonly _window = new RowWindow();
+  private _shown: Order = [];
   private _scrollFrame: number | undefined;
-  private _unanswered = 0;
+  private _telling = false;
+  private _toldOffset: number | undefined;
   private _knownOffset = 0;
 
   private get _node(): TableNode | undefined {
     return nodeOf(this.context.tree, this.nodeId, 'table');
   }
 
-  private get _scroller(): HTMLElement | null {
+  get scroller(): HTMLElement | null {
     return this.querySelector<HTMLElement>('.table-scroll');
+  }
+
+  /** What lies over the table. */
+  get layer(): HTMLElement | null {
+    return this.querySelector<HTMLElement>('.carry-layer');
   }
 
   protected override render(): TemplateResult {
     const node = this._node;
     if (!node) return html``;
-    const sections = childrenOf(this.context.tree, this.nodeId, 'section');
     return html`<div class="table-scroll table-${node.style ?? 'grouped'} ${node.editing ? 'editing' : ''}"
       ${styled({ ...lookOf(node), '--inset-top': `${this.insetTop}px` })} @scroll=${this._scrolled}>
       ${this.lead ?? nothing}
       ${this._edge('header')}
-      ${repeat(sections, (id) => id, (id) => this._section(id))}
+      ${repeat(this._order(), ({ id }) => id, (section) => this._section(section))}
       ${this._edge('footer')}
-    </div>`;
+    </div>
+    ${node.editing ? this.editing.layer() : nothing}`;
+  }
+
+  /** The rows as they are shown: those of the tree, but for one that is being moved. */
+  private _order(): Order {
+    return this._node?.editing ? this.editing.order : orderOf(this.context.tree, this.nodeId);
   }
 
   /** The view above the first section, or the one below the last. */
@@ -68,98 +79,98 @@ export class ZvTable extends LightElement {
     return html`<div class="table-edge" ${styled({ height: `${height}px` })}>${placedView(this.context, view)}</div>`;
   }
 
-  private _section(id: string): TemplateResult {
+  private _section({ id, rows }: SectionRows): TemplateResult {
     const { context } = this;
     const node = nodeOf(context.tree, id, 'section');
     if (!node) return html``;
-    const rows = childrenOf(context.tree, id, 'row');
     const use = rows.some((each) => hasCheckmark(context, each)) ? 'choice' : 'plain';
     const headed = node.header ? `section-${id}` : undefined;
     return html`<section class="section" data-section=${id} aria-labelledby=${headed ?? nothing}>
       ${heading(node, headed)}
       ${rows.length === 0 ? nothing : html`<div class="rows" role="list" aria-labelledby=${headed ?? nothing}>
-        ${repeat(rows, (each) => each, (each) => row(context, each, use))}
+        ${isLong(rows) ? this._longRows(id, rows, use) : repeat(rows, (each) => each, (each) => this._row(each, use))}
       </div>`}
       ${node.footer ? html`<p class="section-footer">${node.footer}</p>` : nothing}
     </section>`;
   }
 
-  // --- rows that come and go ---
+  private _longRows(section: string, rows: readonly string[], use: RowUse): unknown {
+    const pieces = piecesOf(rows, this._window.sliceOf(section), this._kept(), this._heightOf);
+    return repeat(pieces, ({ key }) => key, (piece) => this._piece(piece, rows.length, use));
+  }
 
-  private _rowIds(): string[] {
-    return childrenOf(this.context.tree, this.nodeId, 'section')
-      .flatMap((section) => childrenOf(this.context.tree, section, 'row'));
+  private _piece(piece: Piece, count: number, use: RowUse): TemplateResult {
+    if ('height' in piece) return html`<div class="row-space" aria-hidden="true" ${styled({ height: `${piece.height}px` })}></div>`;
+    return this._row(piece.row, use, { index: piece.index, count });
+  }
+
+  private _row(id: string, use: RowUse, place?: { index: number; count: number }): TemplateResult {
+    return row(this.context, id, use, this._node?.editing ? this.editing : undefined, place);
+  }
+
+  /** Rows that are in the document wherever they are. */
+  private _kept(): Set<string> {
+    const focused = document.activeElement?.closest<HTMLElement>('.row');
+    const kept = new Set(this.editing.kept());
+    if (focused?.dataset['node'] !== undefined && this.contains(focused)) kept.add(focused.dataset['node']);
+    return kept;
+  }
+
+  private readonly _heightOf = (id: string): number => nodeOf(this.context.tree, id, 'row')?.height ?? standardRowHeight;
+
+  // --- rows that come, go and move ---
+
+  override disconnectedCallback(): void {
+    super.disconnectedCallback();
+    this.editing.abandon();
   }
 
   protected override willUpdate(changed: PropertyValues): void {
     super.willUpdate(changed);
-    this._places = undefined;
-    if (!changed.has('context') || !this.hasUpdated) return;
-    const rows = this._rowIds();
-    const stay = new Set(rows);
-    const kept = this._shownRows.filter((id) => stay.has(id)).length;
-    const same = rows.length === this._shownRows.length && kept === rows.length;
+    if (!this.hasUpdated) return;
+    this.editing.followTree();
+    const order = this._order();
+    if (sameOrder(order, this._shown)) return;
+    const rows = new Set(order.flatMap((section) => section.rows));
+    const stays = this._shown.some((section) => section.rows.some((id) => rows.has(id)));
     // Where nothing stays there is no movement to show: the table was loaded anew.
-    if (!same && kept > 0 && motionAllowed()) this._places = this._measure(stay);
-  }
-
-  private _rowElements(): HTMLElement[] {
-    return [...this.querySelectorAll<HTMLElement>('.row')].filter((element) => !element.closest('.ghost'));
-  }
-
-  private _measure(stay: Set<string>): Map<string, Place> {
-    const places = new Map<string, Place>();
-    for (const element of this._rowElements()) {
-      const id = element.dataset['node'] ?? '';
-      places.set(id, {
-        top: element.offsetTop,
-        height: element.offsetHeight,
-        ghost: stay.has(id) ? undefined : ghostOf(element),
-        card: element.parentElement as HTMLElement,
-      });
-    }
-    return places;
+    if (stays) this._glide.measure(rows);
   }
 
   protected override updated(changed: PropertyValues): void {
     super.updated(changed);
-    this._shownRows = this._rowIds();
-    if (this._places) this._glide(this._places);
-    this._places = undefined;
+    const before = new Set(this._shown.flatMap((section) => section.rows));
+    this._shown = this._order();
+    this._glide.play((id) => !before.has(id), (id) => this.editing.lookOf(id) === 'away');
     this._followOffset();
+    this._followWindow();
+    this.editing.drawn();
   }
 
-  private _glide(places: Map<string, Place>): void {
-    for (const element of this._rowElements()) this._glideTo(element, places.get(element.dataset['node'] ?? ''));
-    for (const place of places.values()) {
-      if (place.ghost && place.card.isConnected) leave(place.ghost, place);
-    }
-    glideCards(places);
-  }
-
-  // Within its card: the card itself grows and shrinks, and what stands below moves along.
-  private _glideTo(element: HTMLElement, before: Place | undefined): void {
-    if (!before) {
-      animate(element, [{ opacity: 0, transform: 'translateY(-14px)' }, { opacity: 1, transform: 'none' }], rowAnimationMs, rowEasing);
-      return;
-    }
-    const way = before.top - element.offsetTop;
-    if (way !== 0) animate(element, [{ transform: `translateY(${way}px)` }, { transform: 'none' }], rowAnimationMs, rowEasing);
+  private _followWindow(): void {
+    const { scroller } = this;
+    if (scroller && this._window.follow(scroller, this._shown, this._heightOf)) this.requestUpdate();
   }
 
   // --- scrolling ---
 
   private _scrolled(): void {
+    this._followWindow();
     this._scrollFrame ??= requestAnimationFrame(() => void this._tellOffset());
   }
 
+  /** One message at a time; what was scrolled meanwhile is told with the next one. */
   private async _tellOffset(): Promise<void> {
     this._scrollFrame = undefined;
-    const scroller = this._scroller;
-    if (!scroller || !this.isConnected) return;
-    this._unanswered += 1;
-    await this.context.act({ action: 'scroll', node: this.nodeId, offset: scroller.scrollTop - this._contentTop(scroller) });
-    this._unanswered -= 1;
+    const { scroller } = this;
+    if (!scroller || !this.isConnected || this._telling) return;
+    const offset = scroller.scrollTop - this._contentTop(scroller);
+    if (offset === this._toldOffset) return;
+    this._telling = true;
+    this._toldOffset = offset;
+    await this.context.act({ action: 'scroll', node: this.nodeId, offset });
+    this._telling = false;
+    void this._tellOffset();
   }
 
   /** How far down the table's own content begins: below the bar and the large title. */
@@ -172,10 +183,16 @@ export class ZvTable extends LightElement {
     const offset = this._node?.offset ?? 0;
     const known = this._knownOffset;
     this._knownOffset = offset;
-    const scroller = this._scroller;
-    if (!scroller || offset === known || this._unanswered > 0 || this._scrollFrame !== undefined) return;
+    const { scroller } = this;
+    if (!scroller || offset === known || this._telling || this._scrollFrame !== undefined) return;
     scroller.scrollTop = offset + this._contentTop(scroller);
   }
+}
+
+function sameOrder(a: Order, b: Order): boolean {
+  const sameRows = (one: SectionRows, other: SectionRows | undefined): boolean =>
+    one.id === other?.id && one.rows.length === other.rows.length && one.rows.every((id, index) => id === other.rows[index]);
+  return a.length === b.length && a.every((section, index) => sameRows(section, b[index]));
 }
 
 function heading(node: SectionNode, id: string | undefined): TemplateResult | typeof nothing {
@@ -186,22 +203,6 @@ function heading(node: SectionNode, id: string | undefined): TemplateResult | ty
 function hasCheckmark(context: Context, row: string): boolean {
   const cell = context.tree.nodes[row]?.children.find((child) => context.tree.nodes[child]?.kind === 'cell');
   return cell !== undefined && nodeOf(context.tree, cell, 'cell')?.accessory === 'checkmark';
-}
-
-function leave(ghost: HTMLElement, place: Place): void {
-  ghost.style.setProperty('top', `${place.top}px`);
-  ghost.style.setProperty('height', `${place.height}px`);
-  place.card.append(ghost);
-  animateAway(ghost, [{ opacity: 1, transform: 'none' }, { opacity: 0, transform: 'translateY(-14px)' }], rowAnimationMs * 0.7, rowEasing);
-}
-
-function glideCards(places: Map<string, Place>): void {
-  const heights = new Map<HTMLElement, number>();
-  for (const { card, height } of places.values()) heights.set(card, (heights.get(card) ?? 0) + height);
-  for (const [card, height] of heights) {
-    if (!card.isConnected || Math.abs(height - card.offsetHeight) < 1) continue;
-    animate(card, [{ height: `${height}px` }, { height: `${card.offsetHeight}px` }], rowAnimationMs, rowEasing);
-  }
 }
 
 customElements.define('zv-table', ZvTable);

@@ -10,7 +10,7 @@ import { symbol } from './icons.js';
 
 /** A picture of the tree; its bytes are asked for by the hash of their content. */
 export function picture(image: Picture, className: string, name = ''): TemplateResult {
-  if ('symbol' in image) return symbol(image.symbol);
+  if ('symbol' in image) return symbol(image.symbol, name);
   return html`<img class=${className} src="images/${image.hash}" alt=${name} draggable="false"
     ${styled({ '--width': `${image.width}px`, '--height': `${image.height}px` })}>`;
 }

@@ -1,0 +1,129 @@
+// A row that is being moved: where it is now, the order that is shown meanwhile, and what becomes of
+// it when it is put down. The application decides: what it refuses goes back to its place.
+
+import type { Tree } from '../protocol/tree.js';
+import type { Context } from './context.js';
+import { moved, orderOf, rowName, sameSpot, spotOf, spotText, type Order, type Spot } from './reorder.js';
+
+/** The table in which rows are moved. */
+export interface CarryHost extends HTMLElement {
+  readonly context: Context;
+  readonly nodeId: string;
+  requestUpdate(): void;
+  readonly updateComplete: Promise<boolean>;
+}
+
+interface Carried {
+  row: string;
+  from: Spot;
+  spot: Spot;
+  by: 'finger' | 'keys';
+}
+
+export class Carrying {
+  private _carried: Carried | undefined;
+  /** A row that is on the way to its place and is not shown there yet. */
+  landing: string | undefined;
+
+  constructor(private readonly _host: CarryHost) {}
+
+  get carried(): Readonly<Carried> | undefined {
+    return this._carried;
+  }
+
+  /** The rows as they are to be shown. */
+  get order(): Order {
+    const order = this._treeOrder();
+    return this._carried ? moved(order, this._carried.row, this._carried.spot) : order;
+  }
+
+  begin(row: string, by: Carried['by']): void {
+    const from = spotOf(this._treeOrder(), row);
+    if (!from) return;
+    this._carried = { row, from, spot: from, by };
+    const help = by === 'keys' ? '. Arrow keys move it, Space puts it down, Escape takes it back.' : '';
+    this._say(`${this._name(row)} picked up, ${spotText(this._tree, this.order, from)}${help}`);
+    this._host.requestUpdate();
+  }
+
+  to(spot: Spot): void {
+    const carried = this._carried;
+    if (!carried || sameSpot(carried.spot, spot)) return;
+    const place = spotOf(moved(this._treeOrder(), carried.row, spot), carried.row) ?? spot;
+    carried.spot = place;
+    this._say(spotText(this._tree, this.order, place));
+    this._host.requestUpdate();
+  }
+
+  /** Puts the row down where it is. Ends when the application has answered. */
+  async drop(): Promise<void> {
+    const carried = this._carried;
+    if (!carried) return;
+    await this.place(carried.row, carried.spot);
+    this._end(carried);
+  }
+
+  /** Takes the row back to where it came from. */
+  cancel(): void {
+    const carried = this._carried;
+    if (!carried) return;
+    this._say(`${this._name(carried.row)} is back at ${spotText(this._tree, this._treeOrder(), carried.from)}`);
+    this._end(carried);
+  }
+
+  /** True, once, where the row that is carried has gone from the table. */
+  lost(): boolean {
+    const carried = this._carried;
+    if (!carried || spotOf(this._treeOrder(), carried.row)) return false;
+    this._carried = undefined;
+    this._say('The row that was being moved is gone');
+    return true;
+  }
+
+  /** Asks for a row to be moved, and says aloud what has come of it. */
+  async place(row: string, spot: Spot): Promise<void> {
+    const before = spotOf(this._treeOrder(), row);
+    if (sameSpot(before, spot)) return this._tell(row, before, false);
+    await this._host.context.act({ action: 'move', node: row, section: spot.section, index: spot.index });
+    this._tell(row, before, true);
+  }
+
+  /** The insert or delete control of a row. */
+  async commit(row: string): Promise<void> {
+    const before = spotOf(this._treeOrder(), row);
+    await this._host.context.act({ action: 'commit', node: row });
+    this._tell(row, before, false);
+  }
+
+  private _tell(row: string, before: Spot | undefined, wasMoved: boolean): void {
+    const order = this._treeOrder();
+    const now = spotOf(order, row);
+    const name = this._name(row);
+    if (!now) return this._say(`${name} is gone from this page`);
+    const stays = sameSpot(now, before);
+    const says = stays ? (wasMoved ? 'went back to' : 'stays at') : 'is now at';
+    this._say(`${name} ${says} ${spotText(this._tree, order, now)}`);
+  }
+
+  private _end(carried: Carried): void {
+    if (this._carried === carried) this._carried = undefined;
+    if (carried.by === 'finger') this.landing = carried.row;
+    this._host.requestUpdate();
+  }
+
+  private get _tree(): Tree {
+    return this._host.context.tree;
+  }
+
+  private _treeOrder(): Order {
+    return orderOf(this._tree, this._host.nodeId);
+  }
+
+  private _name(row: string): string {
+    return rowName(this._tree, row);
+  }
+
+  private _say(text: string): void {
+    this._host.context.say(text);
+  }
+}

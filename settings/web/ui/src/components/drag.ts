@@ -1,0 +1,270 @@
+// A row under a finger or the mouse: a picture of it follows, the others make room, and the table
+// scrolls while the finger is near its edges. When it is let go the picture moves to where the row
+// is then: its new place, or the old one where the move was refused.
+
+import type { Carrying, CarryHost } from './carry.js';
+import { ghostOf } from './ghost.js';
+import { motionAllowed, rowEasing } from './motion.js';
+import type { Order, Spot } from './reorder.js';
+
+const slackPoints = 4;
+const landingMs = 240;
+const edgePoints = 64;
+// Points a second: what the edge begins with, and the most. Each second at the edge it grows fourfold.
+const slowScroll = 400;
+const scrollGrowth = 4;
+const fastScroll = 12_000;
+const longestFrameMs = 250;
+
+/** Where things are on the table's own scale; the device may be shown smaller than it is. */
+interface Measures { top: number; height: number; scale: number }
+
+interface Finger {
+  row: string;
+  pointer: number;
+  x: number;
+  y: number;
+  startX: number;
+  startY: number;
+}
+
+interface Lifted {
+  ghost: HTMLElement;
+  /** How far below the row's top the finger took hold, in points. */
+  hold: number;
+  height: number;
+  left: number;
+}
+
+export interface DragHost extends CarryHost {
+  readonly scroller: HTMLElement | null;
+  /** What lies over the table's top and bottom, in points. */
+  readonly insetTop: number;
+  readonly layer: HTMLElement | null;
+}
+
+export class FingerDrag {
+  private _finger: Finger | undefined;
+  private _lifted: Lifted | undefined;
+  private _frame: number | undefined;
+  private _lastFrame = 0;
+  private _scrollSpeed = 0;
+
+  constructor(private readonly _host: DragHost, private readonly _carrying: Carrying) {}
+
+  get active(): boolean {
+    return this._lifted !== undefined;
+  }
+
+  /** A finger came down on a row's handle. */
+  down(event: PointerEvent, row: string): void {
+    if (event.button !== 0 || !event.isPrimary || this._finger || this._carrying.carried) return;
+    this._land();
+    const { pointerId, clientX, clientY } = event;
+    this._finger = { row, pointer: pointerId, x: clientX, y: clientY, startX: clientX, startY: clientY };
+    addEventListener('pointermove', this._moved);
+    addEventListener('pointerup', this._up);
+    addEventListener('pointercancel', this._cancelled);
+    addEventListener('keydown', this._key, true);
+    addEventListener('blur', this._cancelled);
+  }
+
+  /** The table goes, or the row that is carried has gone. */
+  abandon(): void {
+    this._release();
+    this._lifted?.ghost.remove();
+    this._lifted = undefined;
+    this._carrying.landing = undefined;
+  }
+
+  private readonly _moved = (event: PointerEvent): void => {
+    const finger = this._finger;
+    if (!finger || event.pointerId !== finger.pointer) return;
+    finger.x = event.clientX;
+    finger.y = event.clientY;
+    if (!this._lifted && Math.hypot(finger.x - finger.startX, finger.y - finger.startY) >= slackPoints) this._lift(finger);
+  };
+
+  private readonly _up = (event: PointerEvent): void => {
+    if (event.pointerId !== this._finger?.pointer) return;
+    this._moved(event);
+    this._follow();
+    this._release();
+    if (this._lifted) void this._carrying.drop().then(() => this._land());
+  };
+
+  private readonly _cancelled = (event: Event): void => {
+    if (event instanceof PointerEvent && event.pointerId !== this._finger?.pointer) return;
+    this._release();
+    if (!this._lifted) return;
+    this._carrying.cancel();
+    this._land();
+  };
+
+  private readonly _key = (event: KeyboardEvent): void => {
+    if (event.key !== 'Escape' || !this._lifted) return;
+    event.preventDefault();
+    event.stopPropagation();
+    this._cancelled(event);
+  };
+
+  private _release(): void {
+    if (this._frame !== undefined) cancelAnimationFrame(this._frame);
+    this._frame = undefined;
+    this._finger = undefined;
+    removeEventListener('pointermove', this._moved);
+    removeEventListener('pointerup', this._up);
+    removeEventListener('pointercancel', this._cancelled);
+    removeEventListener('keydown', this._key, true);
+    removeEventListener('blur', this._cancelled);
+  }
+
+  private _lift(finger: Finger): void {
+    const element = this._rowElement(finger.row);
+    const { layer } = this._host;
+    if (!element || !layer) return this._release();
+    // What changes below the finger must not take it from us.
+    this._host.setPointerCapture(finger.pointer);
+    const { top, scale } = this._measures();
+    const box = element.getBoundingClientRect();
+    const ghost = ghostOf(element);
+    ghost.dataset['row'] = finger.row;
+    const left = (box.left - this._host.getBoundingClientRect().left) / scale;
+    ghost.style.setProperty('left', `${left}px`);
+    ghost.style.setProperty('width', `${element.offsetWidth}px`);
+    ghost.style.setProperty('height', `${element.offsetHeight}px`);
+    layer.append(ghost);
+    this._lifted = { ghost, hold: (finger.startY - box.top) / scale, height: element.offsetHeight, left };
+    this._put((box.top - top) / scale);
+    this._carrying.begin(finger.row, 'finger');
+    this._lastFrame = performance.now();
+    this._frame = requestAnimationFrame(this._tick);
+  }
+
+  private readonly _tick = (now: number): void => {
+    this._frame = requestAnimationFrame(this._tick);
+    this._scrollNearEdge(Math.min(now - this._lastFrame, longestFrameMs) / 1000);
+    this._lastFrame = now;
+    this._follow();
+  };
+
+  private _follow(): void {
+    const { _finger: finger, _lifted: lifted } = this;
+    const { scroller } = this._host;
+    if (!finger || !lifted || !scroller) return;
+    const { top, scale } = this._measures();
+    const y = (finger.y - top) / scale - lifted.hold;
+    this._put(y);
+    const spot = this._spotAt(scroller, y + scroller.scrollTop, lifted.height);
+    if (spot) this._carrying.to(spot);
+  }
+
+  private _put(y: number): void {
+    this._lifted?.ghost.style.setProperty('transform', `translate3d(0, ${y}px, 0)`);
+  }
+
+  private _scrollNearEdge(seconds: number): void {
+    const { _finger: finger } = this;
+    const { scroller, insetTop } = this._host;
+    if (!finger || !scroller) return;
+    const { top, height, scale } = this._measures();
+    const y = (finger.y - top) / scale;
+    const up = insetTop + edgePoints - y;
+    const down = y - (height - edgePoints);
+    const depth = Math.max(up, down);
+    if (depth <= 0) {
+      this._scrollSpeed = 0;
+      return;
+    }
+    this._scrollSpeed = Math.min(fastScroll, Math.max(slowScroll, this._scrollSpeed) * scrollGrowth ** seconds);
+    const way = this._scrollSpeed * seconds * Math.min(1, 0.25 + depth / edgePoints);
+    scroller.scrollTop += up > down ? -way : way;
+  }
+
+  // --- where it would land ---
+
+  private _spotAt(scroller: HTMLElement, top: number, height: number): Spot | undefined {
+    const { carried, order } = this._carrying;
+    if (!carried) return undefined;
+    const section = this._sectionAt(scroller, order, top + height / 2);
+    const card = scroller.querySelector<HTMLElement>(`[data-section="${order[section]?.id}"] > .rows`);
+    const others = order[section]?.rows.filter((id) => id !== carried.row) ?? [];
+    const gap = carried.spot.section === section ? carried.spot.index : undefined;
+    return { section, index: card ? indexIn(card, others, gap, top, height) : 0 };
+  }
+
+  // The border between two sections is halfway between their rows.
+  private _sectionAt(scroller: HTMLElement, order: Order, middle: number): number {
+    let section = 0;
+    let above = 0;
+    for (const [index, { id }] of order.entries()) {
+      const element = scroller.querySelector<HTMLElement>(`[data-section="${id}"]`);
+      const card = element?.querySelector<HTMLElement>(':scope > .rows');
+      if (!element) continue;
+      const top = card ? card.offsetTop : element.offsetTop + element.offsetHeight;
+      if (index > 0 && middle > (above + top) / 2) section = index;
+      above = card ? card.offsetTop + card.offsetHeight : element.offsetTop + element.offsetHeight;
+    }
+    return section;
+  }
+
+  // --- back to a place in the table ---
+
+  private _land(): void {
+    const { _lifted: lifted } = this;
+    if (!lifted) return;
+    this._lifted = undefined;
+    void this._fly(lifted);
+  }
+
+  private async _fly({ ghost, left }: Lifted): Promise<void> {
+    const row = ghost.dataset['row'];
+    await this._host.updateComplete;
+    const animation = motionAllowed() ? this._flight(ghost, left, row) : undefined;
+    await animation?.finished.catch(() => undefined);
+    ghost.remove();
+    if (this._carrying.landing === row) this._carrying.landing = undefined;
+    this._host.requestUpdate();
+  }
+
+  private _flight(ghost: HTMLElement, left: number, row: string | undefined): Animation {
+    const element = row === undefined ? undefined : this._rowElement(row);
+    const { top, scale } = this._measures();
+    const from = ghost.style.getPropertyValue('transform');
+    const options = { duration: landingMs, easing: rowEasing, fill: 'forwards' } as const;
+    if (!element) return ghost.animate([{ opacity: 1 }, { opacity: 0 }], options);
+    const card = element.closest<HTMLElement>('.rows');
+    const boxTop = (card?.getBoundingClientRect().top ?? 0) + element.offsetTop * scale;
+    const x = ((card?.getBoundingClientRect().left ?? 0) - this._host.getBoundingClientRect().left) / scale - left;
+    ghost.classList.add('landing');
+    return ghost.animate([{ transform: from }, { transform: `translate3d(${x}px, ${(boxTop - top) / scale}px, 0)` }], options);
+  }
+
+  private _rowElement(row: string): HTMLElement | undefined {
+    return this._host.scroller?.querySelector<HTMLElement>(`.rows > .row[data-node="${row}"]:not(.ghost)`) ?? undefined;
+  }
+
+  private _measures(): Measures {
+    const { scroller } = this._host;
+    const box = (scroller ?? this._host).getBoundingClientRect();
+    const height = (scroller ?? this._host).clientHeight;
+    return { top: box.top, height, scale: height > 0 ? box.height / height : 1 };
+  }
+}
+
+// Rows above the gap stay there until the picture's top passes their middle, those below until its
+// bottom does.
+function indexIn(card: HTMLElement, others: readonly string[], gap: number | undefined, top: number, height: number): number {
+  const places = new Map(others.map((id, index) => [id, index]));
+  let result: number | undefined;
+  let first = others.length;
+  for (const element of card.querySelectorAll<HTMLElement>(':scope > .row:not(.ghost)')) {
+    const index = places.get(element.dataset['node'] ?? '');
+    if (index === undefined) continue;
+    first = Math.min(first, index);
+    const middle = card.offsetTop + element.offsetTop + element.offsetHeight / 2;
+    const edge = gap === undefined ? top + height / 2 : index < gap ? top : top + height;
+    if (edge > middle) result = Math.max(result ?? 0, index + 1);
+  }
+  return result ?? first;
+}

@@ -1,0 +1,80 @@
+// Rows that stay glide to their new places when others come, go or are moved; those that come and go
+// fade. Everything moves inside its card, and the card grows or shrinks along.
+
+import { ghostOf } from './ghost.js';
+import { animate, animateAway, motionAllowed, rowEasing } from './motion.js';
+
+const rowAnimationMs = 320;
+
+/** Where a row stood in its card, and what it looked like where it is to leave. */
+interface Place { top: number; height: number; card: HTMLElement; ghost?: HTMLElement }
+
+export class RowGlide {
+  private _places: Map<string, Place> | undefined;
+
+  constructor(private readonly _host: HTMLElement) {}
+
+  /** Before the document changes. `stay` are the rows that will be there afterwards. */
+  measure(stay: ReadonlySet<string>): void {
+    if (!motionAllowed()) return;
+    this._places = new Map();
+    for (const element of this._rowElements()) {
+      const card = element.parentElement as HTMLElement;
+      const id = element.dataset['node'] ?? '';
+      const ghost = stay.has(id) ? undefined : ghostOf(element);
+      this._places.set(id, { top: visibleTop(element, card), height: element.offsetHeight, card, ...(ghost && { ghost }) });
+    }
+  }
+
+  /** After it has changed. `came` tells the rows that were not there before, `away` those not seen. */
+  play(came: (row: string) => boolean, away: (row: string) => boolean): void {
+    const places = this._places;
+    this._places = undefined;
+    if (!places) return;
+    for (const element of this._rowElements()) {
+      const id = element.dataset['node'] ?? '';
+      if (!away(id)) glideTo(element, places.get(id), came(id));
+    }
+    for (const place of places.values()) {
+      if (place.ghost && place.card.isConnected) leave(place.ghost, place);
+    }
+    glideCards(places);
+  }
+
+  private _rowElements(): HTMLElement[] {
+    return [...this._host.querySelectorAll<HTMLElement>('.rows > .row:not(.ghost)')];
+  }
+}
+
+// Where a row is seen while it is on its way, in the points of its card.
+function visibleTop(element: HTMLElement, card: HTMLElement): number {
+  if (element.getAnimations().length === 0) return element.offsetTop;
+  const box = card.getBoundingClientRect();
+  const scale = card.offsetWidth > 0 ? box.width / card.offsetWidth : 1;
+  return (element.getBoundingClientRect().top - box.top) / scale;
+}
+
+function glideTo(element: HTMLElement, before: Place | undefined, came: boolean): void {
+  if (before?.card === element.parentElement) {
+    const way = before.top - element.offsetTop;
+    if (way !== 0) animate(element, [{ transform: `translateY(${way}px)` }, { transform: 'none' }], rowAnimationMs, rowEasing);
+  } else if (before || came) {
+    animate(element, [{ opacity: 0, transform: 'translateY(-14px)' }, { opacity: 1, transform: 'none' }], rowAnimationMs, rowEasing);
+  }
+}
+
+function leave(ghost: HTMLElement, place: Place): void {
+  ghost.style.setProperty('top', `${place.top}px`);
+  ghost.style.setProperty('height', `${place.height}px`);
+  place.card.append(ghost);
+  animateAway(ghost, [{ opacity: 1, transform: 'none' }, { opacity: 0, transform: 'translateY(-14px)' }], rowAnimationMs * 0.7, rowEasing);
+}
+
+function glideCards(places: Map<string, Place>): void {
+  const heights = new Map<HTMLElement, number>();
+  for (const { card, height } of places.values()) heights.set(card, (heights.get(card) ?? 0) + height);
+  for (const [card, height] of heights) {
+    if (!card.isConnected || card.querySelector('.row-space') || Math.abs(height - card.offsetHeight) < 1) continue;
+    animate(card, [{ height: `${height}px` }, { height: `${card.offsetHeight}px` }], rowAnimationMs, rowEasing);
+  }
+}
