@@ -80,29 +80,12 @@ export class Carrying {
     return true;
   }
 
-  /** Asks for a row to be moved, and says aloud what has come of it. */
+  /** Asks for a row to be moved. The application says what has come of it. */
   async place(row: string, spot: Spot): Promise<void> {
-    const before = spotOf(this._treeOrder(), row);
-    if (sameSpot(before, spot)) return this._tell(row, before, false);
-    await this._host.context.act({ action: 'move', node: row, section: spot.section, index: spot.index });
-    this._tell(row, before, true);
-  }
-
-  /** The insert or delete control of a row. */
-  async commit(row: string): Promise<void> {
-    const before = spotOf(this._treeOrder(), row);
-    await this._host.context.act({ action: 'commit', node: row });
-    this._tell(row, before, false);
-  }
-
-  private _tell(row: string, before: Spot | undefined, wasMoved: boolean): void {
     const order = this._treeOrder();
-    const now = spotOf(order, row);
-    const name = this._name(row);
-    if (!now) return this._say(`${name} is gone from this page`);
-    const stays = sameSpot(now, before);
-    const says = stays ? (wasMoved ? 'went back to' : 'stays at') : 'is now at';
-    this._say(`${name} ${says} ${spotText(this._tree, order, now)}`);
+    const before = spotOf(order, row);
+    if (before && sameSpot(before, spot)) return this._say(`${this._name(row)} stays at ${spotText(this._tree, order, before)}`);
+    await this._host.context.act({ action: 'move', node: row, section: spot.section, index: spot.index });
   }
 
   private _end(carried: Carried): void {

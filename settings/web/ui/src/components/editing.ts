@@ -62,7 +62,7 @@ export class Editing {
   async commit(row: string): Promise<void> {
     const spot = spotOf(this._treeOrder(), row);
     const hadFocus = document.activeElement?.closest<HTMLElement>('.row')?.dataset['node'] === row;
-    await this._carrying.commit(row);
+    await this._host.context.act({ action: 'commit', node: row });
     if (hadFocus && spot && !this._host.contains(document.activeElement)) this._focusNear(spot, row);
   }
 
