@@ -154,6 +154,8 @@ TEST_F(ColorCodec, WhiteSpaceCountsInTheLength) {
   EXPECT_EQ(parsed("  ABCD"), rgba(0, 0xAB, 0xCD, 0xFF));
   EXPECT_EQ(parsed(" ab"), rgba(0, 0xAA, 0xBB, 0xFF));
   EXPECT_EQ(parsed(" abc"), rgba(0, 0, 0x0A, 0xBC));
+  // Doubled, and "ff" behind it.
+  EXPECT_EQ(parsed("   "), rgba(0, 0, 0, 0xFF));
 }
 
 TEST_F(ColorCodec, PrefixIsAccepted) {
