@@ -5,6 +5,9 @@
 #include <exception>
 #include <string_view>
 
+#include "appearance/HBColorPickerTableCell.h"
+#include "appearance/ZVRCustomizeColorListViewController.h"
+#include "appearance/ZVRCustomizeListController.h"
 #include "modules/ZVRArrangeModulesViewController.h"
 #include "modules/ZVRFavoriteModules.h"
 #include "modules/ZVRManageModuleViewController.h"
@@ -37,6 +40,12 @@ constexpr std::array bundleClasses{
                 &zentrova::ZVRFavoriteModules::registerClass},
     BundleClass{zentrova::ZVRManageModuleViewController::staticClassName,
                 &zentrova::ZVRManageModuleViewController::registerClass},
+    BundleClass{zentrova::HBColorPickerTableCell::staticClassName,
+                &zentrova::HBColorPickerTableCell::registerClass},
+    BundleClass{zentrova::ZVRCustomizeListController::staticClassName,
+                &zentrova::ZVRCustomizeListController::registerClass},
+    BundleClass{zentrova::ZVRCustomizeColorListViewController::staticClassName,
+                &zentrova::ZVRCustomizeColorListViewController::registerClass},
 };
 
 // All classes or none: a registry that refuses one gives back those before it.

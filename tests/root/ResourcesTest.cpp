@@ -2,7 +2,7 @@
 #include <set>
 
 #include "platform/uikit/UIImageView.h"
-#include "tests/root/RootFixture.h"
+#include "tests/root/ResourcesFixture.h"
 
 namespace zentrova::tests {
 namespace {
@@ -10,43 +10,11 @@ namespace {
 using platform::Dictionary;
 using platform::Value;
 
-// The lists as the product ships them.
-class Resources : public RootTest {
- protected:
-  void SetUp() override {
-    for (const char* name : {"Info.plist", "Root.plist", "Vibration.plist"}) {
-      process.tree().write(std::string(bundle) + "/" + name, source(name));
-    }
-  }
-  static std::string source(const std::string& name) {
-    std::ifstream in(std::string(ZENTROVA_RESOURCES) + "/" + name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-  }
-  static Dictionary list(const std::string& name) {
-    const auto result = platform::readPropertyList(source(name));
-    EXPECT_FALSE(result.error) << name << ": " << result.error->text();
-    return *result.value.asDictionary();
-  }
-  static std::vector<Dictionary> items(const std::string& name) {
-    const Value entries = list(name).valueForKey("items");
-    std::vector<Dictionary> result;
-    for (const Value& entry : *entries.asArray()) result.push_back(*entry.asDictionary());
-    return result;
-  }
-  // The group above a row.
-  static Dictionary groupOf(const std::vector<Dictionary>& rows, std::string_view identifier) {
-    Dictionary group;
-    for (const auto& row : rows) {
-      if (row.valueForKey("cell") == Value("PSGroupCell")) group = row;
-      if (row.valueForKey("id") == Value(identifier)) return group;
-    }
-    ADD_FAILURE() << "no row " << identifier;
-    return {};
-  }
-};
+class Resources : public ResourcesTest {};
 
 TEST_F(Resources, ArePropertyListsInThePlatformsForm) {
-  for (const char* name : {"Info.plist", "Root.plist", "Vibration.plist"}) {
+  EXPECT_EQ(platform::writeXmlPropertyList(list("Info.plist")).bytes, source("Info.plist"));
+  for (const std::string& name : lists()) {
     EXPECT_EQ(platform::writeXmlPropertyList(list(name)).bytes, source(name)) << name;
   }
 }
@@ -89,7 +57,7 @@ TEST_F(Resources, RootUsesEveryKindOfRow) {
 TEST_F(Resources, IdentifiersAndKeysAreUnique) {
   std::set<std::string> identifiers;
   std::set<std::string> keys;
-  for (const char* name : {"Root.plist", "Vibration.plist"}) {
+  for (const std::string& name : lists()) {
     for (const auto& row : items(name)) {
       ASSERT_TRUE(row.valueForKey("id").isString());
       EXPECT_TRUE(identifiers.insert(*row.valueForKey("id").text()).second)
@@ -104,7 +72,7 @@ TEST_F(Resources, IdentifiersAndKeysAreUnique) {
 
 // A row without a default shows nothing until it is set; only texts may.
 TEST_F(Resources, EveryKeyButThoseOfTextsHasADefault) {
-  for (const char* name : {"Root.plist", "Vibration.plist"}) {
+  for (const std::string& name : lists()) {
     for (const auto& row : items(name)) {
       const auto cell = row.valueForKey("cell").text();
       if (!row.contains("key") || cell == "PSEditTextCell" || cell == "PSSecureEditTextCell") {
@@ -116,7 +84,7 @@ TEST_F(Resources, EveryKeyButThoseOfTextsHasADefault) {
 }
 
 TEST_F(Resources, DefaultOfEachChoiceIsOneOfItsValues) {
-  for (const char* name : {"Root.plist", "Vibration.plist"}) {
+  for (const std::string& name : lists()) {
     for (const auto& row : items(name)) {
       const Value values = row.valueForKey("validValues");
       if (values) {

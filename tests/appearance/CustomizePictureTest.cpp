@@ -1,0 +1,296 @@
+#include <cerrno>
+
+#include "platform/uikit/UIActivityIndicatorView.h"
+#include "platform/uikit/UIImagePickerController.h"
+#include "tests/appearance/CustomizeFixture.h"
+#include "tests/appearance/ImageCodecStandIn.h"
+#include "tests/appearance/Pictures.h"
+
+namespace zentrova::tests {
+namespace {
+
+using platform::Data;
+using platform::UIActivityIndicatorView;
+using platform::UIImage;
+using platform::UIImagePickerController;
+using platform::UIView;
+using platform::Value;
+
+// A picture is chosen: the main thread, the background and the clock go where the test says.
+class CustomizePicture : public CustomizeTest {
+ protected:
+  std::shared_ptr<UIImagePickerController> openPicker() {
+    page->backgroundViewButtonPressed();
+    if (sheet()) sheet()->userChoose(0);
+    auto picker = presented<UIImagePickerController>();
+    EXPECT_TRUE(picker);
+    process.scheduler().advance(1);
+    return picker;
+  }
+  std::shared_ptr<UIImagePickerController> choose(const std::shared_ptr<UIImage>& picture) {
+    auto picker = openPicker();
+    EXPECT_TRUE(picker->userChoose(picture));
+    return picker;
+  }
+  void finish() {
+    process.scheduler().runAllBackground();
+    process.scheduler().runMain();
+  }
+  static std::optional<Data> storedData() {
+    const Value stored = inFile("backgroundImage");
+    return stored.asData() ? std::optional(*stored.asData()) : std::nullopt;
+  }
+};
+
+TEST_F(CustomizePicture, PickerIsDimmedAndBusyAtOnce) {
+  showPage();
+  const auto picker = choose(plainPicture(8, 8));
+  const auto& view = picker->view();
+  EXPECT_FALSE(view->isUserInteractionEnabled());
+  ASSERT_GE(view->subviews().size(), 2U);
+  const auto& dimming = view->subviews().back();
+  const auto indicator = std::dynamic_pointer_cast<UIActivityIndicatorView>(
+      view->subviews()[view->subviews().size() - 2]);
+  ASSERT_TRUE(indicator) << "what dims lies above the indicator";
+  EXPECT_EQ(dimming->frame(), view->frame());
+  EXPECT_EQ(dimming->backgroundColor()->components(), (platform::ColorComponents{0, 0, 0, 1}));
+  EXPECT_EQ(dimming->alpha(), 0.5);
+  EXPECT_EQ(indicator->alpha(), 1.0);
+  EXPECT_EQ(indicator->style(), platform::UIActivityIndicatorViewStyle::large);
+  EXPECT_EQ(static_cast<int>(indicator->style()), 101);
+  EXPECT_TRUE(indicator->isAnimating());
+  EXPECT_EQ(indicator->center(), view->center());
+}
+
+TEST_F(CustomizePicture, DimmingIsAnAnimation) {
+  showPage();
+  const auto picker = choose(plainPicture(8, 8));
+  const auto& views = picker->view()->subviews();
+  const auto animation = views.back()->lastAnimation();
+  ASSERT_TRUE(animation);
+  EXPECT_EQ(animation->duration, 0.3);
+  EXPECT_EQ(views[views.size() - 2]->lastAnimation(), animation);
+}
+
+TEST_F(CustomizePicture, NothingIsStoredBeforeTheBackgroundRuns) {
+  showPage();
+  choose(plainPicture(8, 8));
+  process.scheduler().advance(60);
+  EXPECT_FALSE(process.tree().exists(preferences));
+  EXPECT_EQ(process.scheduler().pendingBackground(), 1U);
+  EXPECT_TRUE(presented<UIImagePickerController>());
+}
+
+// The store is written in the background; the table and the picker wait for the main queue.
+TEST_F(CustomizePicture, BackgroundStoresAndTheMainQueueShows) {
+  showPage();
+  const auto picker = choose(plainPicture(8, 8));
+  process.scheduler().runAllBackground();
+  ASSERT_TRUE(storedData());
+  EXPECT_TRUE(isPng(*storedData()));
+  EXPECT_EQ(buttonTitle(), "Change background image");
+  EXPECT_EQ(thumbnail(), nullptr);
+  EXPECT_EQ(presented<UIImagePickerController>(), picker);
+
+  process.scheduler().runMain();
+  ASSERT_TRUE(thumbnail());
+  EXPECT_EQ(thumbnail()->image()->pixelWidth(), 8U);
+  EXPECT_EQ(shownButtonTitle(), "Change background image");
+  EXPECT_EQ(page->presentedViewController(), nullptr);
+}
+
+TEST_F(CustomizePicture, LengthIsLogged) {
+  showPage();
+  choose(plainPicture(8, 8));
+  finish();
+  const std::string line = "zentrova imagedata: " + std::to_string(storedData()->size());
+  EXPECT_EQ(logLines(), std::vector<std::string>{line});
+}
+
+TEST_F(CustomizePicture, OneOfFiveMegabytesIsStoredAsJpeg) {
+  const auto codecs = std::make_shared<ImageCodecStandIn>();
+  codecs->pngSize = 5UL * 1024 * 1024;
+  codecs->jpegSizes = {3000};
+  process.process().provide<platform::ImageCodecs>(codecs);
+  showPage();
+  choose(plainPicture(8, 8));
+  finish();
+  EXPECT_EQ(storedData(), Data(std::string(3000, 'J')));
+  ASSERT_EQ(codecs->qualities().size(), 1U);
+  EXPECT_NEAR(codecs->qualities()[0], 0.8, 1e-6);
+  EXPECT_EQ(logLines(), std::vector<std::string>{"zentrova imagedata: 3000"});
+}
+
+TEST_F(CustomizePicture, AnotherPictureTakesThePlaceOfTheFirst) {
+  showPage();
+  choose(plainPicture(8, 8));
+  finish();
+  choose(plainPicture(5, 5));
+  finish();
+  EXPECT_EQ(thumbnail()->image()->pixelWidth(), 5U);
+  EXPECT_EQ(UIImage::imageWithData(*storedData())->pixelWidth(), 5U);
+}
+
+// What is stored stays, and the user gets the page back.
+TEST_F(CustomizePicture, PictureThatCannotBeEncodedLeavesWhatIsStored) {
+  writePreferences({{"backgroundImage", smallPicture()}});
+  showPage();
+  const auto picker = openPicker();
+  const auto symbol = UIImage::systemImageNamed("safari");
+  EXPECT_TRUE(picker->userChoose(symbol));
+  finish();
+  EXPECT_EQ(storedData(), smallPicture());
+  EXPECT_EQ(shownButtonTitle(), "Change background image");
+  EXPECT_EQ(page->presentedViewController(), nullptr);
+  EXPECT_EQ(logLines().back(), "zentrova imagedata: 0");
+}
+
+TEST_F(CustomizePicture, InfoWithoutAPictureStoresNothing) {
+  showPage();
+  const auto picker = openPicker();
+  for (const platform::Dictionary& info :
+       {platform::Dictionary(),
+        platform::Dictionary{{"UIImagePickerControllerOriginalImage", "text"}}}) {
+    page->didFinishPickingMediaWithInfo(picker, info);
+    finish();
+  }
+  EXPECT_FALSE(process.tree().exists(preferences));
+  EXPECT_EQ(buttonTitle(), "backgroundImageCell");
+}
+
+TEST_F(CustomizePicture, ChoiceWithoutAPickerIsStored) {
+  showPage();
+  page->perform("imagePickerController:didFinishPickingMediaWithInfo:",
+                {nullptr, platform::Dictionary{{"UIImagePickerControllerOriginalImage",
+                                                Value(plainPicture(8, 8))}}});
+  finish();
+  EXPECT_TRUE(storedData());
+}
+
+TEST_F(CustomizePicture, CancellingStoresNothing) {
+  showPage();
+  EXPECT_TRUE(openPicker()->userCancel());
+  finish();
+  EXPECT_EQ(page->presentedViewController(), nullptr);
+  EXPECT_FALSE(process.tree().exists(preferences));
+  EXPECT_EQ(process.scheduler().pendingBackground(), 0U);
+}
+
+// The picture was chosen: it is stored although nobody waits for it any more.
+TEST_F(CustomizePicture, PickerClosedInTheMiddleStoresThePicture) {
+  showPage();
+  const auto picker = choose(plainPicture(8, 8));
+  EXPECT_TRUE(picker->userCancel());
+  process.scheduler().advance(1);
+  finish();
+  EXPECT_TRUE(storedData());
+  EXPECT_TRUE(thumbnail());
+  EXPECT_EQ(page->presentedViewController(), nullptr);
+}
+
+// What else is presented meanwhile is not taken away.
+TEST_F(CustomizePicture, SheetOpenedMeanwhileStays) {
+  writePreferences({{"backgroundImage", smallPicture()}});
+  showPage();
+  const auto picker = choose(plainPicture(8, 8));
+  picker->userCancel();
+  page->backgroundViewButtonPressed();
+  ASSERT_TRUE(sheet());
+  finish();
+  EXPECT_TRUE(sheet());
+}
+
+TEST_F(CustomizePicture, BusyPickerTakesNoSecondChoice) {
+  showPage();
+  const auto picker = choose(plainPicture(8, 8));
+  EXPECT_FALSE(picker->userChoose(plainPicture(5, 5)));
+  EXPECT_EQ(process.scheduler().pendingBackground(), 1U);
+}
+
+// Two pictures one right after the other: the one that is stored last stays, whole.
+TEST_F(CustomizePicture, TwoPicturesAtOnceLeaveOneOfThem) {
+  showPage();
+  const auto first = choose(plainPicture(8, 8));
+  first->userCancel();
+  process.scheduler().advance(1);
+  choose(plainPicture(5, 5));
+  EXPECT_EQ(process.scheduler().pendingBackground(), 2U);
+  finish();
+  EXPECT_EQ(UIImage::imageWithData(*storedData())->pixelWidth(), 5U);
+  EXPECT_EQ(thumbnail()->image()->pixelWidth(), 5U);
+  EXPECT_EQ(page->presentedViewController(), nullptr);
+}
+
+TEST_F(CustomizePicture, PageThatWasLeftStillStoresThePicture) {
+  showPage();
+  choose(plainPicture(8, 8));
+  const std::weak_ptr<ZVRCustomizeListController> gone = page;
+  page = nullptr;
+  navigation = nullptr;
+  window = nullptr;
+  EXPECT_FALSE(gone.expired());
+  finish();
+  EXPECT_TRUE(storedData());
+  process.scheduler().advance(5);
+  EXPECT_TRUE(gone.expired());
+}
+
+// The old file is whole and without the picture; the page has it in memory, and its next write
+// that goes well stores it.
+TEST_F(CustomizePicture, FullDiskLeavesTheFileAndThePageGoesOn) {
+  writePreferences({{"other", 1}});
+  showPage();
+  const std::string before = *process.tree().read(preferences);
+  for (const char* call : {"writev", "fdatasync", "renameat"}) {
+    process.systemCalls().fail(call, ENOSPC, test_support::FaultySystemCalls::always);
+    choose(plainPicture(8, 8));
+    finish();
+    process.systemCalls().clear();
+    EXPECT_EQ(process.tree().read(preferences), before) << call;
+    EXPECT_EQ(page->presentedViewController(), nullptr) << call;
+    EXPECT_TRUE(thumbnail()) << call;
+  }
+  page->setPreferenceValue(true, page->specifierForID("insetStyle"));
+  EXPECT_TRUE(storedData());
+  EXPECT_EQ(inFile("other"), Value(1));
+}
+
+// The store is as old as the rows: a colour picked since is lost.
+TEST_F(CustomizePicture, StoringLosesAColorPickedSince) {
+  writePreferences({{"other", 1}});
+  showPage();
+  writePreferences({{"other", 1}, {"glyph", "FF0000FF"}});
+  choose(plainPicture(8, 8));
+  finish();
+  EXPECT_TRUE(inFile("glyph").isNone());
+  EXPECT_EQ(inFile("other"), Value(1));
+}
+
+// A row that changes while the picture is encoded is not lost, as both go through one store.
+TEST_F(CustomizePicture, RowChangedMeanwhileIsKept) {
+  showPage();
+  choose(plainPicture(8, 8));
+  page->setPreferenceValue(true, page->specifierForID("insetStyle"));
+  finish();
+  EXPECT_EQ(inFile("insetStyle"), Value(true));
+  EXPECT_TRUE(storedData());
+}
+
+TEST_F(CustomizePicture, RowsBuiltAnewMeanwhileHaveTheirOwnStore) {
+  showPage();
+  choose(plainPicture(8, 8));
+  page->reloadSpecifiers();
+  finish();
+  EXPECT_TRUE(page->preferences()->objectForKey("backgroundImage"));
+  EXPECT_EQ(shownButtonTitle(), "Change background image");
+}
+
+TEST_F(CustomizePicture, ListWithoutItsRowsStoresThePicture) {
+  showPage({plainRow("PSGroupCell", "group")});
+  choose(plainPicture(8, 8));
+  finish();
+  EXPECT_TRUE(storedData());
+}
+
+}  // namespace
+}  // namespace zentrova::tests

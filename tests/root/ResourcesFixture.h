@@ -1,0 +1,62 @@
+#pragma once
+
+#include <array>
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/root/RootFixture.h"
+
+namespace zentrova::tests {
+
+// The lists as the product ships them.
+class ResourcesTest : public RootTest {
+ protected:
+  using Dictionary = platform::Dictionary;
+  using Value = platform::Value;
+  static constexpr std::array rootLists{"Root.plist", "Vibration.plist"};
+  static constexpr std::array appearanceLists{"Customize.plist", "GlobalColors.plist",
+                                              "LightColors.plist", "DarkColors.plist"};
+  // All of them.
+  static std::vector<std::string> lists() {
+    std::vector<std::string> names(rootLists.begin(), rootLists.end());
+    names.insert(names.end(), appearanceLists.begin(), appearanceLists.end());
+    return names;
+  }
+
+  void SetUp() override {
+    writeSource("Info.plist");
+    for (const std::string& name : lists()) writeSource(name);
+  }
+  void writeSource(const std::string& name) {
+    process.tree().write(std::string(bundle) + "/" + name, source(name));
+  }
+  static std::string source(const std::string& name) {
+    std::ifstream in(std::string(ZENTROVA_RESOURCES) + "/" + name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  }
+  static Dictionary list(const std::string& name) {
+    const auto result = platform::readPropertyList(source(name));
+    EXPECT_FALSE(result.error) << name << ": " << result.error->text();
+    return *result.value.asDictionary();
+  }
+  static std::vector<Dictionary> items(const std::string& name) {
+    const Value entries = list(name).valueForKey("items");
+    std::vector<Dictionary> result;
+    for (const Value& entry : *entries.asArray()) result.push_back(*entry.asDictionary());
+    return result;
+  }
+  // The group above a row.
+  static Dictionary groupOf(const std::vector<Dictionary>& rows, std::string_view identifier) {
+    Dictionary group;
+    for (const auto& row : rows) {
+      if (row.valueForKey("cell") == Value("PSGroupCell")) group = row;
+      if (row.valueForKey("id") == Value(identifier)) return group;
+    }
+    ADD_FAILURE() << "no row " << identifier;
+    return {};
+  }
+};
+
+}  // namespace zentrova::tests
