@@ -25,6 +25,7 @@ void describe(CLI::App& program, CommandContext& context) {
   addScript(program, context);
   addPrefs(program, context);
   addPlist(program, context);
+  addColour(program, context);
   addDevice(program, context);
 }
 

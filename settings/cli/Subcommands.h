@@ -23,4 +23,6 @@ void addPlistConvert(CLI::App& plist, CommandContext& context);
 void addPlistLint(CLI::App& plist, CommandContext& context);
 void addPlistShow(CLI::App& plist, CommandContext& context);
 
+void addColour(CLI::App& program, CommandContext& context);
+
 }  // namespace settings

@@ -32,17 +32,17 @@ TEST_P(EverySubcommand, RefusesAnUnknownOptionAsAUsageError) {
   EXPECT_NE(result.messages, "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Cli, EverySubcommand,
-                         ::testing::Values(Arguments{}, Arguments{"serve"}, Arguments{"script"},
-                                           Arguments{"prefs"}, Arguments{"prefs", "get"},
-                                           Arguments{"prefs", "set"}, Arguments{"prefs", "remove"},
-                                           Arguments{"prefs", "show"}, Arguments{"prefs", "diff"},
-                                           Arguments{"prefs", "watch"}, Arguments{"plist"},
-                                           Arguments{"plist", "convert"},
-                                           Arguments{"plist", "lint"}, Arguments{"plist", "show"},
-                                           Arguments{"device"}, Arguments{"device", "create"},
-                                           Arguments{"device", "describe"},
-                                           Arguments{"device", "reset"}));
+INSTANTIATE_TEST_SUITE_P(
+    Cli, EverySubcommand,
+    ::testing::Values(Arguments{}, Arguments{"serve"}, Arguments{"script"}, Arguments{"prefs"},
+                      Arguments{"prefs", "get"}, Arguments{"prefs", "set"},
+                      Arguments{"prefs", "remove"}, Arguments{"prefs", "show"},
+                      Arguments{"prefs", "diff"}, Arguments{"prefs", "watch"}, Arguments{"plist"},
+                      Arguments{"plist", "convert"}, Arguments{"plist", "lint"},
+                      Arguments{"plist", "show"}, Arguments{"colour"}, Arguments{"colour", "parse"},
+                      Arguments{"colour", "format"}, Arguments{"device"},
+                      Arguments{"device", "create"}, Arguments{"device", "describe"},
+                      Arguments{"device", "reset"}));
 
 class IncompleteCommandLine : public ::testing::TestWithParam<Arguments> {};
 
@@ -60,8 +60,10 @@ INSTANTIATE_TEST_SUITE_P(
                       Arguments{"prefs", "remove"}, Arguments{"prefs", "diff"}, Arguments{"plist"},
                       Arguments{"plist", "lint"}, Arguments{"plist", "convert", "xml1"},
                       Arguments{"plist", "convert", "yaml", "-"}, Arguments{"plist", "show"},
-                      Arguments{"device"}, Arguments{"serve", "--port", "70000"},
-                      Arguments{"serve", "--port", "x"},
+                      Arguments{"colour"}, Arguments{"colour", "parse"},
+                      Arguments{"colour", "format", "1", "0", "0"},
+                      Arguments{"colour", "format", "1", "0", "0", "red"}, Arguments{"device"},
+                      Arguments{"serve", "--port", "70000"}, Arguments{"serve", "--port", "x"},
                       Arguments{"serve", "--appearance", "purple"},
                       Arguments{"script", "-", "--screen", "0x0"},
                       Arguments{"prefs", "get", "key", "--domain", "../x"}));

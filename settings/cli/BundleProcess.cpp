@@ -1,0 +1,50 @@
+#include "settings/cli/BundleProcess.h"
+
+#include "platform/foundation/DeviceFileSystem.h"
+#include "platform/foundation/DevicePrograms.h"
+#include "platform/foundation/MemoryLog.h"
+#include "settings/device/DeviceTree.h"
+
+namespace settings {
+namespace {
+
+DeviceServices servicesIn(const std::filesystem::path& root) {
+  DeviceServices services;
+  services.files = std::make_shared<platform::DeviceFileSystem>(root.string());
+  services.programs = std::make_shared<platform::DevicePrograms>(services.files);
+  services.log = std::make_shared<platform::MemoryLog>();
+  services.traits = std::make_shared<platform::DeviceTraits>();
+  return services;
+}
+
+}  // namespace
+
+BundleProcess::BundleProcess(const std::filesystem::path& root)
+    : _process(servicesIn(root), Time::virtualClock, [] {}), _scope(_process.process()) {}
+
+std::unique_ptr<BundleProcess> BundleProcess::open(const std::filesystem::path& root,
+                                                   const std::string& path, std::string& problem) {
+  std::unique_ptr<BundleProcess> opened(new BundleProcess(root));
+  opened->_bundle = loadBundle(opened->_process.process(), path);
+  if (!opened->_bundle.problem) return opened;
+  problem = *opened->_bundle.problem;
+  return nullptr;
+}
+
+std::unique_ptr<BundleProcess> BundleProcess::openInstalled(const DeviceTree& tree,
+                                                            std::string& problem) {
+  return open(tree.root(), std::string(bundlePath), problem);
+}
+
+std::unique_ptr<BundleProcess> BundleProcess::openBuilt(std::string& problem) {
+  const std::filesystem::path bundle = findBuiltBundle();
+  if (!bundle.empty()) {
+    return open(bundle.parent_path(), "/" + bundle.filename().string(), problem);
+  }
+  problem =
+      "there is no complete ZentrovaPrefs.bundle beside the program. Build the project, or "
+      "name a device with --device.";
+  return nullptr;
+}
+
+}  // namespace settings
