@@ -79,28 +79,20 @@ std::shared_ptr<const ImagePixels> UIImage::decodedPixels() const {
 std::shared_ptr<UIImage> UIImage::imageByPreparingForDisplay() const {
   auto pixels = decodedPixels();
   if (!pixels) return nullptr;
-  auto image = copy();
-  image->_encoded.reset();
+  auto image = std::make_shared<UIImage>();
+  image->_pixelWidth = pixels->width;
+  image->_pixelHeight = pixels->height;
+  image->_scale = _scale;
   image->_pixels = std::move(pixels);
   return image;
 }
 
-std::shared_ptr<UIImage> UIImage::imageWithRenderingMode(UIImageRenderingMode mode) const {
-  auto image = copy();
-  image->_renderingMode = mode;
-  return image;
-}
-
 std::shared_ptr<UIImage> UIImage::imageWithTintColor(const std::shared_ptr<UIColor>& color) const {
-  if (!color) return nullptr;
-  if (_symbolName) return copy();
-  const auto shape = decodedPixels();
+  const auto shape = color ? decodedPixels() : nullptr;
   if (!shape) return nullptr;
   ImagePixels pixels = *shape;
   tintPixels(pixels, color->components());
-  auto image = imageWithPixels(std::move(pixels), _scale);
-  image->_renderingMode = UIImageRenderingMode::alwaysOriginal;
-  return image;
+  return imageWithPixels(std::move(pixels), _scale);
 }
 
 std::shared_ptr<UIImage> UIImage::applicationIconImageForFormat(std::int64_t format,
@@ -114,18 +106,6 @@ std::shared_ptr<UIImage> UIImage::applicationIconImageForFormat(std::int64_t for
   ImagePixels pixels = context->takePixels();
   cutOutIconShape(pixels);
   return imageWithPixels(std::move(pixels), scale);
-}
-
-std::shared_ptr<UIImage> UIImage::copy() const {
-  auto image = std::make_shared<UIImage>();
-  image->_pixelWidth = _pixelWidth;
-  image->_pixelHeight = _pixelHeight;
-  image->_scale = _scale;
-  image->_encoded = _encoded;
-  image->_pixels = _pixels;
-  image->_symbolName = _symbolName;
-  image->_renderingMode = _renderingMode;
-  return image;
 }
 
 Size UIImage::size() const noexcept {

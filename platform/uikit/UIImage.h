@@ -16,9 +16,6 @@ namespace platform {
 
 class UIColor;
 
-// How a view shows an image: as it is, or as a stencil in the view's tint.
-enum class UIImageRenderingMode : std::uint8_t { automatic, alwaysOriginal, alwaysTemplate };
-
 // An image: encoded bytes as they came, or pixels, or a symbol of the system by its name.
 // Immutable. Threads: any.
 class UIImage : public Object {
@@ -54,15 +51,12 @@ class UIImage : public Object {
   // The pixels, upright; an encoded image is decoded at every call. Empty for a symbol and, with a
   // line in the log, for what does not decode. Does not read the traits; threads: any.
   std::shared_ptr<const ImagePixels> decodedPixels() const;
-  // The same image with its pixels at hand, for who draws or encodes it more than once. Empty where
-  // decodedPixels is.
+  // An image of decodedPixels, for who draws or encodes more than once. Empty where those are.
   std::shared_ptr<UIImage> imageByPreparingForDisplay() const;
 
-  UIImageRenderingMode renderingMode() const noexcept { return _renderingMode; }
-  std::shared_ptr<UIImage> imageWithRenderingMode(UIImageRenderingMode mode) const;
-  // What is visible of the image in one colour, the image's alpha kept. A symbol gives itself: it
-  // takes the tint of the view that shows it. Empty where the pixels do not decode, or for no
-  // colour. A colour of the system is resolved by the traits of the moment (main thread).
+  // What is visible of the image in one colour: its alpha is the image's times the colour's. Empty
+  // for no colour, and where decodedPixels are: a symbol takes the tint of the view that shows it.
+  // A colour of the system is resolved by the traits of the moment (main thread).
   std::shared_ptr<UIImage> imageWithTintColor(const std::shared_ptr<UIColor>& color) const;
   // The image in the square of an application's icon, cut out in the icons' shape: 29 points for
   // format 0, 40 for every other. No gloss is laid over it, precomposed or not. Empty where the
@@ -76,7 +70,6 @@ class UIImage : public Object {
 
  private:
   std::string computeHash() const;
-  std::shared_ptr<UIImage> copy() const;
 
   std::uint32_t _pixelWidth = 0;
   std::uint32_t _pixelHeight = 0;
@@ -84,7 +77,6 @@ class UIImage : public Object {
   std::optional<Data> _encoded;
   std::shared_ptr<const ImagePixels> _pixels;
   std::optional<std::string> _symbolName;
-  UIImageRenderingMode _renderingMode = UIImageRenderingMode::automatic;
   mutable std::once_flag _hashOnce;
   mutable std::string _hash;
 };

@@ -65,10 +65,8 @@ Class imageClass() {
       .classOperation("systemImageNamed:", &systemImageNamed)
       .operation("imageByPreparingForDisplay", &UIImage::imageByPreparingForDisplay)
       .operation("imageWithTintColor:", &UIImage::imageWithTintColor)
-      .operation("imageWithRenderingMode:", &UIImage::imageWithRenderingMode)
       .operation("_applicationIconImageForFormat:precomposed:scale:",
                  &UIImage::applicationIconImageForFormat)
-      .key("renderingMode", &UIImage::renderingMode)
       .key("scale", &UIImage::scale);
   return builder.build();
 }

@@ -246,7 +246,7 @@ std::optional<std::string> Application::imageBytes(std::string_view hash) {
   _state->refresh();
   const auto found = _state->snapshot.targets.images.find(std::string(hash));
   if (found == _state->snapshot.targets.images.end()) return std::nullopt;
-  return encodedImage(*found->second);
+  return encodedImage(found->second);
 }
 
 platform::FileSystem& Application::device() {

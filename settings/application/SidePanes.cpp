@@ -8,6 +8,7 @@
 #include "platform/preferences/PSListController.h"
 #include "platform/preferences/PSSpecifier.h"
 #include "platform/uikit/UIImage.h"
+#include "platform/uikit/UIImageRepresentation.h"
 #include "platform/uikit/UITableView.h"
 #include "settings/application/FilePane.h"
 
@@ -82,10 +83,11 @@ std::shared_ptr<platform::PSSpecifier> specifierOfRow(const NodeTarget& row) {
   return page && path ? page->specifierAtIndexPath(*path) : nullptr;
 }
 
-std::optional<std::string> encodedImage(const platform::UIImage& image) {
-  const auto* const data = image.encodedData();
-  if (!data) return std::nullopt;
-  const auto bytes = data->bytes();
+std::optional<std::string> encodedImage(const std::shared_ptr<platform::UIImage>& image) {
+  const auto file =
+      image->encodedData() ? *image->encodedData() : platform::UIImagePNGRepresentation(image);
+  if (!file) return std::nullopt;
+  const auto bytes = file->bytes();
   return std::string(bytes.begin(), bytes.end());
 }
 

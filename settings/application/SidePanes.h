@@ -25,8 +25,8 @@ nlohmann::json specifierJson(const std::string& node, platform::PSSpecifier& spe
 // The specifier behind a row of a list page; empty where there is none.
 std::shared_ptr<platform::PSSpecifier> specifierOfRow(const NodeTarget& row);
 
-// The bytes of an image that was encoded when it came; nothing for one made of pixels.
-std::optional<std::string> encodedImage(const platform::UIImage& image);
+// The image as a file: as it came, or a PNG of its pixels. Nothing for a symbol.
+std::optional<std::string> encodedImage(const std::shared_ptr<platform::UIImage>& image);
 
 // Whether the program is one that restarts the home screen.
 bool restartsHomeScreen(const platform::ProgramRequest& request);

@@ -61,6 +61,6 @@ class Canvas {
 
 // The encoded picture; empty where the codec refuses, which it does for lack of memory only.
 std::string encodePng(const Canvas& canvas);
-std::string encodeJpeg(const Canvas& canvas, int quality);
+std::string encodeJpeg(const Canvas& canvas, double quality);  // from 0 to 1
 
 }  // namespace settings

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int photoWidth = 400;
 constexpr int photoHeight = 300;
-constexpr int photoQuality = 85;
+constexpr double photoQuality = 0.85;
 
 struct Landscape {
   std::string_view name;

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
-#include <png.h>
 #include <set>
 
+#include "platform/uikit/ImageCodecs.h"
 #include "settings/device/Glyphs.h"
 #include "settings/device/InstalledModules.h"
 #include "settings/device/Painting.h"
@@ -40,15 +40,12 @@ TEST(DevicePainting, PngKeepsEveryPixel) {
     return distanceToBox(at, {0.5, 0.5}, {0.2, 0.3}, 0.1);
   });
   const std::string bytes = encodePng(canvas);
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  ASSERT_TRUE(png_image_begin_read_from_memory(&image, bytes.data(), bytes.size()));
-  image.format = PNG_FORMAT_RGBA;
-  EXPECT_EQ(image.width, 7U);
-  EXPECT_EQ(image.height, 5U);
-  std::vector<std::uint8_t> pixels(PNG_IMAGE_SIZE(image));
-  ASSERT_TRUE(png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr));
-  EXPECT_EQ(pixels, canvas.pixels());
+  const auto picture = platform::LibraryImageCodecs().decode(
+      {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+  ASSERT_NE(picture.pixels, nullptr) << picture.problem;
+  EXPECT_EQ(picture.pixels->width, 7U);
+  EXPECT_EQ(picture.pixels->height, 5U);
+  EXPECT_EQ(picture.pixels->rgba, canvas.pixels());
 }
 
 TEST(DevicePainting, IconIsRoundedAndTransparentAtItsCorners) {
