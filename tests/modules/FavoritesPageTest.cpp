@@ -175,6 +175,24 @@ TEST_F(FavoritesPage, OddElementsAreRowsThatCanBeRemoved) {
   EXPECT_EQ(configured(), Value(Array{"b", 7, "a"}));
 }
 
+// What a table of a thousand rows costs: each query asks the repository once, and only what is in
+// sight is asked for.
+TEST_F(FavoritesPage, RowsOutOfSightAreNotAskedFor) {
+  Texts many;
+  for (int index = 0; index < 1000; ++index) many.push_back("module" + std::to_string(index));
+  neighbours->loadable = arrayOf(many);
+  openWith(arrayOf({"a", "b", "c"}));
+  EXPECT_EQ(table->numberOfRowsInSection(1), 1000);
+  const auto cells = static_cast<int>(table->visibleCells().size());
+  EXPECT_GT(cells, 10);
+  EXPECT_LT(cells, 40);
+  // The rows, the footer and each cell of the section.
+  EXPECT_EQ(neighbours->queries, 2 + cells - 3);
+  const int before = neighbours->queries;
+  EXPECT_EQ(page->nonGroupedIdentifiers().asArray()->size(), 1000U);
+  EXPECT_EQ(neighbours->queries, before + 1);
+}
+
 // The favourites alone can be thousands, by other means than the page.
 TEST_F(FavoritesPage, ThousandsOfFavoritesStayUsable) {
   Texts many{"a"};
