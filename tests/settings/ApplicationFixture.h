@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "settings/application/Application.h"
-#include "settings/application/FilePane.h"
 #include "settings/application/ScriptRunner.h"
+#include "settings/application/ScriptValues.h"
 #include "settings/application/TreeQuery.h"
 #include "settings/device/DeviceTree.h"
 #include "settings/device/TreeWriter.h"
@@ -99,6 +99,9 @@ class ApplicationTest : public testing::Test {
     return titles;
   }
 
+  std::string preferences() { return contents(productPreferencesPath); }
+  nlohmann::json preferenceEntries() { return application().filePane()["entries"]; }
+
   ActionResult act(nlohmann::json action, const std::string& node) {
     action["node"] = node;
     return application().perform(action);
@@ -124,6 +127,12 @@ class ApplicationTest : public testing::Test {
     EXPECT_FALSE(error) << error.message;
   }
   std::string contents(std::string_view path) { return application().device().read(path).bytes; }
+  // The root page shows these rows in place of the product's. Before the page is opened.
+  void useRows(const nlohmann::json& items) {
+    const PropertyListBytes list = propertyListBytes({{"title", "Rows"}, {"items", items}});
+    EXPECT_EQ(list.problem, "");
+    put(inBundle("Root.plist"), list.bytes);
+  }
   static std::string inBundle(std::string_view name) {
     return std::string(bundlePath) + "/" + std::string(name);
   }

@@ -1,0 +1,7 @@
+// A bundle that does not register its classes: REGISTER_RESULT says why not.
+
+#include "platform/preferences/BundleInterface.h"
+
+int zentrova_bundle_register(platform::ClassRegistry* /*registry*/, unsigned /*interfaceVersion*/) {
+  return REGISTER_RESULT;
+}
