@@ -9,6 +9,7 @@
 
 #include "settings/application/ActionMembers.h"
 #include "settings/application/ApplicationState.h"
+#include "settings/application/ControlCenterRow.h"
 #include "settings/application/SidePanes.h"
 #include "settings/application/Traits.h"
 
@@ -138,6 +139,12 @@ ActionResult Application::setTrait(std::string_view name, std::string_view value
     for (const auto& each : _state->neighbours.names()) known += " " + each;
     return refused("\"" + std::string(value) +
                    "\" is no neighbour; there are:" + (known.empty() ? " none" : known));
+  }
+  if (name == controlCenterRowTrait) {
+    const auto row = controlCenterRowNamed(value);
+    if (!row) return refused(controlCenterRowProblem(value));
+    _state->services.controlCenterRow = *row;
+    return {};
   }
   if (const auto problem = changeTrait(*_state->services.traits, name, value)) {
     return refused(*problem);

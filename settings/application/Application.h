@@ -101,7 +101,8 @@ class Application {
   // that leaves it becomes the crash report. Refused before `open` and while a report is open.
   ActionResult runAtEdge(const std::string& where, const std::function<void()>& work);
 
-  // Traits of the device, as the script command `trait` takes them ("appearance", "dark").
+  // Traits of the device, as the script command `trait` takes them ("appearance", "dark"). Which
+  // neighbours there are and what becomes of the row "ControlCenter" counts from the next `open`.
   ActionResult setTrait(std::string_view name, std::string_view value);
   const platform::DeviceTraits& traits() const noexcept;
 

@@ -36,9 +36,9 @@ struct Application::State {
   void keepCrash(const platform::Exception& exception, const std::string& where);
   // Takes the tree anew where something may have changed.
   void refresh();
+  void endProcess();
   // Drops the process and starts another.
   void open();
-  void endProcess();
   // The user's hand does the action; what has become of a row that was edited is announced.
   ActionResult useHand(const nlohmann::json& action);
   // What the pages ask the device's folders for is looked at anew from here on.

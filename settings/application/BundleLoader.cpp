@@ -108,6 +108,7 @@ LoadedBundle loadBundle(platform::Process& process, std::string_view path) {
   LoadedBundle result;
   result.code = std::move(opened.code);
   result.principalClass = std::move(*principal);
+  result.title = info->valueForKey("CFBundleDisplayName").text().value_or("");
   if (!problem.empty()) result.problem = std::move(problem);
   return result;
 }

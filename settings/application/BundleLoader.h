@@ -16,6 +16,7 @@ struct LoadedBundle {
   // Keeps the bundle's code in memory. Let go of it after the process and all its objects.
   std::shared_ptr<void> code;
   std::string principalClass;          // registered in the process's classes
+  std::string title;                   // what people call it; may be empty
   std::optional<std::string> problem;  // for people: which file, what is wrong, what to do
 };
 

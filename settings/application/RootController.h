@@ -1,25 +1,58 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <string>
 
 #include "platform/foundation/Class.h"
 #include "platform/preferences/PSListController.h"
 #include "platform/uikit/UINavigationController.h"
+#include "settings/application/ControlCenterRow.h"
 
 namespace settings {
 
-// The navigation of the Settings application that holds the bundle's pages. Pages find the
-// application's own first page through its value "_rootListController". Threads: main.
+// What the application's own list shows.
+struct SettingsListContents {
+  std::string bundleTitle;  // of the row that opens the bundle's first page
+  ControlCenterRow controlCenter = ControlCenterRow::present;
+  // A new first page of the bundle.
+  std::function<std::shared_ptr<platform::UIViewController>()> makePage;
+};
+
+// The application's own first page, "Settings": a row "ControlCenter", as on a device, and the row
+// that opens the bundle. Threads: main.
+class SettingsListController final : public platform::PSListController {
+  PLATFORM_CLASS(SettingsListController)
+
+ public:
+  virtual bool initWithContents(SettingsListContents contents);
+
+  platform::PSSpecifiers specifiers() override;
+  // Loads what is behind a row before the row is tapped: the row's property "isLoaded" is true from
+  // then on. No row raises NSInvalidArgumentException, and so does the row "ControlCenter" where it
+  // was told to, with NSInternalInconsistencyException.
+  void lazyLoadSpecialBundleForSpecifier(const std::shared_ptr<platform::PSSpecifier>& specifier);
+  // Opens a new page of the bundle.
+  void openBundle();
+
+ private:
+  SettingsListContents _contents;
+};
+
+// The navigation of the Settings application that holds its own list and the bundle's pages. Pages
+// find the list through its value "_rootListController". Threads: main.
 class RootController final : public platform::UINavigationController {
   PLATFORM_CLASS(PSRootController)
 
  public:
-  // The application's own first page, which is never shown; made on the first call. It has a row
-  // "ControlCenter", as on a device.
-  std::shared_ptr<platform::PSListController> rootListController();
+  const std::shared_ptr<SettingsListController>& rootListController() const noexcept {
+    return _rootList;
+  }
+  // Makes it the first page.
+  void setRootListController(std::shared_ptr<SettingsListController> list);
 
  private:
-  std::shared_ptr<platform::PSListController> _rootList;
+  std::shared_ptr<SettingsListController> _rootList;
 };
 
 // Needs the classes of UIKit and of the settings lists.

@@ -1,6 +1,7 @@
 #include <charconv>
 #include <nlohmann/json.hpp>
 
+#include "settings/application/ControlCenterRow.h"
 #include "settings/application/ScriptCommand.h"
 #include "settings/application/ScriptContext.h"
 #include "settings/application/ScriptValues.h"
@@ -21,6 +22,15 @@ std::string devicePath(LineReader& reader) {
   return path;
 }
 
+std::optional<std::string> problemOfTrait(const std::string& name, const std::string& value) {
+  if (name == controlCenterRowTrait) {
+    if (controlCenterRowNamed(value)) return std::nullopt;
+    return controlCenterRowProblem(value);
+  }
+  platform::DeviceTraits scratch;
+  return changeTrait(scratch, name, value);
+}
+
 Step parseTrait(LineReader& reader) {
   std::string name = reader.word("NAME");
   std::string value;
@@ -29,9 +39,8 @@ Step parseTrait(LineReader& reader) {
     if (!reader.error() && !reader.skip("off")) reader.fail("what follows CLASS is off");
   } else {
     value = reader.word("VALUE");
-    platform::DeviceTraits scratch;
     if (reader.error()) return {};
-    if (const auto problem = changeTrait(scratch, name, value)) reader.fail(*problem);
+    if (const auto problem = problemOfTrait(name, value)) reader.fail(*problem);
   }
   return [name, value](ScriptContext& context) {
     return outcomeOf(context.application().setTrait(name, value));
@@ -109,8 +118,9 @@ Step parseOpen(LineReader&) {
 ScriptCommands deviceCommands() {
   return {
       {"trait", "trait NAME VALUE",
-       "sets a trait of the device: idiom, system, screen, appearance, tint, text, "
-       "neighbour CLASS off",
+       "sets a trait of the device: idiom, system, screen, appearance, tint, text; or, from the "
+       "next `open` on, neighbour CLASS off, or controlCenterRow present|missing|raises, the row "
+       "of the application's own list that the bundle's page asks for",
        &parseTrait},
       {"put", "put PATH JSON|@FILE", "writes a property list, or the bytes of a file", &parsePut},
       {"rm", "rm PATH", "removes a file, or a folder with what is in it", &parseRemove},

@@ -17,9 +17,20 @@ namespace settings {
 using platform::UINavigationController;
 using platform::UIViewController;
 
+namespace {
+
+// "ZentrovaPrefs" of "/.../ZentrovaPrefs.bundle".
+std::string nameOfFolder(const std::string& path) {
+  const std::string name = path.substr(path.find_last_of('/') + 1);
+  return name.substr(0, name.find('.'));
+}
+
+}  // namespace
+
 SettingsProcess::SettingsProcess(const DeviceServices& services, Time time,
                                  std::function<void()> wake)
-    : _process(std::make_unique<platform::Process>()) {
+    : _controlCenterRow(services.controlCenterRow),
+      _process(std::make_unique<platform::Process>()) {
   std::shared_ptr<platform::Scheduler> clock;
   if (time == Time::virtualClock) {
     auto scheduler = std::make_shared<platform::VirtualScheduler>(_process.get());
@@ -39,6 +50,7 @@ SettingsProcess::~SettingsProcess() {
   const platform::ProcessScope scope(*_process);
   // Background work ends first, so that nothing meets pages that go.
   _scheduler->shutDown();
+  _versionFooter.give(nullptr);
   _outer.reset();
   _window.reset();
 }
@@ -60,28 +72,39 @@ void SettingsProcess::registerClasses(const NeighbourRegistry* neighbours) {
 }
 
 void SettingsProcess::load(const std::string& bundlePath) {
-  show(makePage(bundlePath));
+  loadBundleCode(bundlePath);
+  show(makePage());
 }
 
-std::shared_ptr<UIViewController> SettingsProcess::makePage(const std::string& bundlePath) {
-  constexpr const char* title = "The settings cannot be shown";
+void SettingsProcess::loadBundleCode(const std::string& bundlePath) {
   LoadedBundle bundle = loadBundle(*_process, bundlePath);
+  _bundlePath = bundlePath;
   _bundleCode = std::move(bundle.code);
-  if (bundle.problem) return ProblemPage::pageWithProblem(title, *bundle.problem);
-
+  _bundleTitle = bundle.title.empty() ? nameOfFolder(bundlePath) : std::move(bundle.title);
+  _principalClass = std::move(bundle.principalClass);
+  _bundleProblem = std::move(bundle.problem);
+  if (_bundleProblem) return;
   auto info = std::make_shared<platform::BundleInfo>();
   info->path = bundlePath;
   _process->provide<platform::BundleInfo>(std::move(info));
-  const platform::Class* principal = _process->classes().find(bundle.principalClass);
+}
+
+std::shared_ptr<UIViewController> SettingsProcess::makePage() {
+  constexpr const char* title = "The settings cannot be shown";
+  if (_bundleProblem) return ProblemPage::pageWithProblem(title, *_bundleProblem);
+  const platform::Class* principal = _process->classes().find(_principalClass);
   if (!principal->isSubclassOf("UIViewController")) {
     return ProblemPage::pageWithProblem(
-        title, bundlePath + "/Info.plist: NSPrincipalClass is \"" + bundle.principalClass +
+        title, _bundlePath + "/Info.plist: NSPrincipalClass is \"" + _principalClass +
                    "\", which is no page (no subclass of UIViewController).");
   }
   auto page = std::dynamic_pointer_cast<UIViewController>(principal->makeInstance());
-  if (page) return page;
-  return ProblemPage::pageWithProblem(
-      title, bundle.principalClass + " refused to be made (its init gave nothing).");
+  if (!page) {
+    return ProblemPage::pageWithProblem(
+        title, _principalClass + " refused to be made (its init gave nothing).");
+  }
+  _versionFooter.give(page);
+  return page;
 }
 
 void SettingsProcess::showProblem(const std::string& title, const std::string& text) {
@@ -89,10 +112,11 @@ void SettingsProcess::showProblem(const std::string& title, const std::string& t
 }
 
 void SettingsProcess::show(const std::shared_ptr<UIViewController>& page) {
-  const auto inner = platform::make(
-      static_cast<bool (RootController::*)(const std::shared_ptr<UIViewController>&)>(
-          &RootController::initWithRootViewController),
-      page);
+  const auto inner = platform::make<RootController>();
+  inner->setRootListController(platform::make(
+      &SettingsListController::initWithContents,
+      SettingsListContents{_bundleTitle, _controlCenterRow, [this] { return makePage(); }}));
+  inner->pushViewController(page, false);
   inner->setNavigationBarHidden(true);
   auto outer = platform::make(&UINavigationController::initWithRootViewController, inner);
   outer->navigationBar()->setPrefersLargeTitles(true);
@@ -126,10 +150,15 @@ void SettingsProcess::runDueWork() {
 void SettingsProcess::settle() {
   runDueWork();
   if (!_window) return;
-  _window->layoutIfNeeded();
+  layOut();
   // What laying out has queued for now belongs to the same turn.
   runDueWork();
+  layOut();
+}
+
+void SettingsProcess::layOut() {
   _window->layoutIfNeeded();
+  if (_versionFooter.fit()) _window->layoutIfNeeded();
 }
 
 }  // namespace settings

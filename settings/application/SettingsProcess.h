@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/foundation/Process.h"
@@ -11,6 +12,8 @@
 #include "platform/uikit/UIWindow.h"
 #include "settings/application/Application.h"
 #include "settings/application/ApplicationScheduler.h"
+#include "settings/application/ControlCenterRow.h"
+#include "settings/application/VersionFooter.h"
 
 namespace platform {
 class ThreadedScheduler;
@@ -27,6 +30,7 @@ struct DeviceServices {
   std::shared_ptr<platform::Log> log;
   std::shared_ptr<platform::DeviceTraits> traits;
   const NeighbourRegistry* neighbours = nullptr;
+  ControlCenterRow controlCenterRow = ControlCenterRow::present;
 };
 
 // One run of the Settings application: a process with its classes, services and clock, the bundle
@@ -34,7 +38,10 @@ struct DeviceServices {
 // told, work that waits is lost.
 //
 // The page's navigation controller is the inner one, whose navigation controller is the outer one.
-// There is one bar to see, the outer one's.
+// There is one bar to see, the outer one's. Below the bundle's first page lies the application's
+// own list.
+//
+// A page that has a value "_versionLabel" is given a label for it, below its rows.
 //
 // Threads: main.
 class SettingsProcess {
@@ -45,8 +52,9 @@ class SettingsProcess {
   SettingsProcess(const SettingsProcess&) = delete;
   SettingsProcess& operator=(const SettingsProcess&) = delete;
 
-  // Loads the bundle, makes its principal class and shows it; where that fails, a page that says
-  // why. The process must be the current one. Raises what the bundle raises.
+  // Loads the bundle, makes its principal class and shows it over the application's own list; where
+  // that fails, a page that says why. The process must be the current one. Raises what the bundle
+  // raises.
   void load(const std::string& bundlePath);
   // Shows the window with a page that says why there is no other; nothing where a page is shown
   // already.
@@ -70,17 +78,26 @@ class SettingsProcess {
  private:
   void provideServices(const DeviceServices& services);
   void registerClasses(const NeighbourRegistry* neighbours);
-  std::shared_ptr<platform::UIViewController> makePage(const std::string& bundlePath);
+  void loadBundleCode(const std::string& bundlePath);
+  // The bundle's first page, or one that says why there is none.
+  std::shared_ptr<platform::UIViewController> makePage();
   void show(const std::shared_ptr<platform::UIViewController>& page);
   void runDueWork();
+  void layOut();
 
   std::shared_ptr<void> _bundleCode;  // goes last
+  std::string _bundlePath;
+  std::string _bundleTitle;
+  std::string _principalClass;
+  std::optional<std::string> _bundleProblem;
+  ControlCenterRow _controlCenterRow;
   std::unique_ptr<platform::Process> _process;
   platform::VirtualScheduler* _virtual = nullptr;
   platform::ThreadedScheduler* _threaded = nullptr;
   std::shared_ptr<ApplicationScheduler> _scheduler;
   std::shared_ptr<platform::UIWindow> _window;
   std::shared_ptr<platform::UINavigationController> _outer;
+  VersionFooter _versionFooter;
 };
 
 }  // namespace settings

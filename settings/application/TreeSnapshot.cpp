@@ -1,5 +1,6 @@
 #include "settings/application/TreeSnapshot.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -28,15 +29,19 @@ std::string titleOf(UIViewController& page) {
   return page.navigationItem()->title().value_or(page.title().value_or(""));
 }
 
-// Whether the page's title is a large one: by default only that of the first page of a stack.
+// Whether the page's title is a large one: one that does not say takes after the page below it, the
+// first page after the bar.
 bool hasLargeTitle(UIViewController& page) {
   using Mode = platform::UINavigationItemLargeTitleDisplayMode;
   const auto navigation = page.navigationController();
   const Mode mode = page.navigationItem()->largeTitleDisplayMode();
   if (mode != Mode::automatic || !navigation) return mode == Mode::always;
+  const auto& stack = navigation->viewControllers();
+  const auto found = std::ranges::find(stack, &page, &Page::get);
+  if (found != stack.begin() && found != stack.end()) return hasLargeTitle(**(found - 1));
   const auto outer = navigation->navigationController();
   const auto& bar = outer ? outer->navigationBar() : navigation->navigationBar();
-  return bar->prefersLargeTitles() && navigation->viewControllers().front().get() == &page;
+  return bar->prefersLargeTitles();
 }
 
 Navigation innermost(const Navigation& navigation) {

@@ -1,27 +1,40 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
-// The beginnings of picture files: all that the platform reads of one.
+#include "platform/uikit/ImageCodecs.h"
+
+// Files of pictures.
 namespace zentrova::tests {
 
-inline std::string bigEndian(std::uint32_t number, int bytes) {
-  std::string text;
-  for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8) {
-    text += static_cast<char>((number >> static_cast<unsigned>(shift)) & 0xFFU);
-  }
-  return text;
+inline platform::ImagePixels grayPixels(std::uint32_t width, std::uint32_t height) {
+  return {width, height, std::vector<std::uint8_t>(std::size_t{4} * width * height, 0x80)};
+}
+
+inline std::string textOf(const platform::EncodedPicture& picture) {
+  return {picture.bytes.begin(), picture.bytes.end()};
 }
 
 inline std::string pngOf(std::uint32_t width, std::uint32_t height) {
-  return std::string("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR", 16) + bigEndian(width, 4) +
-         bigEndian(height, 4) + std::string("\x08\x06\0\0\0", 5);
+  platform::LibraryImageCodecs codecs;
+  return textOf(codecs.encodePng(grayPixels(width, height), platform::LibraryImageCodecs::noLimit));
 }
 
 inline std::string jpegOf(std::uint32_t width, std::uint32_t height) {
-  return std::string("\xFF\xD8\xFF\xE0\0\x04JF\xFF\xC0\0\x11\x08", 13) + bigEndian(height, 2) +
-         bigEndian(width, 2) + "\x03";
+  constexpr double quality = 0.5;
+  platform::LibraryImageCodecs codecs;
+  return textOf(
+      codecs.encodeJpeg(grayPixels(width, height), quality, platform::LibraryImageCodecs::noLimit));
+}
+
+// A small PNG that says it has a million pixels on each side.
+inline std::string hugePng() {
+  constexpr std::size_t widthOffset = 16;
+  std::string file = pngOf(1, 1);
+  return file.replace(widthOffset, 8, std::string("\x00\x0F\x42\x40\x00\x0F\x42\x40", 8));
 }
 
 }  // namespace zentrova::tests
