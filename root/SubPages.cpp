@@ -27,11 +27,11 @@ void ZVRRootListController::setFavoriteModulesViewController(
   _favoriteModulesViewController = std::move(page);
 }
 
-void ZVRRootListController::setArrangeModulesViewController(Page page) {
+void ZVRRootListController::setArrangeModulesViewController(SubPage page) {
   _arrangeModulesViewController = std::move(page);
 }
 
-void ZVRRootListController::setCustomizeViewController(Page page) {
+void ZVRRootListController::setCustomizeViewController(SubPage page) {
   _customizeViewController = std::move(page);
 }
 
@@ -56,7 +56,7 @@ void ZVRRootListController::showCustomizeViewController() {
   push(_customizeViewController);
 }
 
-void ZVRRootListController::push(const Page& page) {
+void ZVRRootListController::push(const SubPage& page) {
   if (const auto navigation = navigationController()) navigation->pushViewController(page, true);
 }
 

@@ -26,7 +26,7 @@ class ZVRRootListController : public HBRootListController {
   PLATFORM_CLASS(ZVRRootListController)
 
  public:
-  using Page = std::shared_ptr<platform::UIViewController>;
+  using SubPage = std::shared_ptr<platform::UIViewController>;
 
   static void registerClass(platform::ClassRegistry& registry);
 
@@ -77,12 +77,12 @@ class ZVRRootListController : public HBRootListController {
     return _favoriteModulesViewController;
   }
   void setFavoriteModulesViewController(std::shared_ptr<ZVRFavoriteModules> page);
-  const Page& arrangeModulesViewController() const noexcept {
+  const SubPage& arrangeModulesViewController() const noexcept {
     return _arrangeModulesViewController;
   }
-  void setArrangeModulesViewController(Page page);
-  const Page& customizeViewController() const noexcept { return _customizeViewController; }
-  void setCustomizeViewController(Page page);
+  void setArrangeModulesViewController(SubPage page);
+  const SubPage& customizeViewController() const noexcept { return _customizeViewController; }
+  void setCustomizeViewController(SubPage page);
 
  private:
   static bool isTablet();
@@ -95,14 +95,14 @@ class ZVRRootListController : public HBRootListController {
   void addHeader();
   void loadControlCenterBundle();
   void followScrolling();
-  void push(const Page& page);
+  void push(const SubPage& page);
 
   void showVersion(platform::NSFileHandle& output);
 
   std::shared_ptr<platform::UILabel> _versionLabel;
   std::shared_ptr<ZVRFavoriteModules> _favoriteModulesViewController;
-  Page _arrangeModulesViewController;
-  Page _customizeViewController;
+  SubPage _arrangeModulesViewController;
+  SubPage _customizeViewController;
 };
 
 }  // namespace zentrova

@@ -36,9 +36,9 @@ Blend blendOf(double centre, double sourcePerTarget, std::uint32_t sourceLength)
   return blend;
 }
 
-class Axis {
+class ScaledAxis {
  public:
-  Axis(double start, double length, std::uint32_t sourceLength)
+  ScaledAxis(double start, double length, std::uint32_t sourceLength)
       : _start(start), _perTarget(sourceLength / length), _sourceLength(sourceLength) {}
   Blend blendAt(std::uint32_t target) const {
     return blendOf((target + 0.5 - _start) * _perTarget - 0.5, _perTarget, _sourceLength);
@@ -83,9 +83,9 @@ void drawScaled(const ImagePixels& source, const Rect& rect, ImagePixels& target
   const PixelRange range = PixelRange::of(rect, target);
   if (range.left >= range.right || !isDrawn(rect)) return;
   std::vector<Blend> columns;
-  const Axis across(rect.x, rect.width, source.width);
+  const ScaledAxis across(rect.x, rect.width, source.width);
   for (std::uint32_t x = range.left; x < range.right; ++x) columns.push_back(across.blendAt(x));
-  const Axis down(rect.y, rect.height, source.height);
+  const ScaledAxis down(rect.y, rect.height, source.height);
   std::vector<float> row(bytesPerPixel * source.width);
   for (std::uint32_t y = range.top; y < range.bottom; ++y) {
     const Blend blend = down.blendAt(y);
