@@ -109,18 +109,40 @@ TEST_F(Resources, RowsOfMissingPagesAreDisabledAndExplained) {
   const auto rows = items("Root.plist");
   const auto controller = makePage();
   controller->specifiers();
-  for (const char* identifier : {"customize", "hollowmere"}) {
+  for (const char* identifier : {"hollowmere"}) {
     const auto row = controller->specifierForID(identifier);
     ASSERT_TRUE(row) << identifier;
     EXPECT_FALSE(row->isEnabled()) << identifier;
     const auto footer = groupOf(rows, identifier).valueForKey("footerText").text().value_or("");
     EXPECT_NE(footer.find("in this version"), std::string::npos) << identifier << ": " << footer;
   }
-  EXPECT_EQ(controller->specifierForID("favoriteModules")->buttonAction(),
-            "showFavoriteModulesViewController");
-  EXPECT_EQ(controller->specifierForID("arrangeModules")->buttonAction(),
-            "showModuleArrangeViewController");
-  EXPECT_EQ(controller->specifierForID("customize")->buttonAction(), "showCustomizeViewController");
+}
+
+TEST_F(Resources, RowsOfSubPagesOpenThem) {
+  const std::vector<std::pair<const char*, const char*>> pages = {
+      {"favoriteModules", "ZVRFavoriteModules"},
+      {"arrangeModules", "ZVRArrangeModulesViewController"},
+      {"customize", "ZVRCustomizeListController"}};
+  showPage();
+  const auto navigation = page->navigationController();
+  for (const auto& [identifier, className] : pages) {
+    const auto row = page->specifierForID(identifier);
+    page->performActionForSpecifier(row);
+    const auto first = navigation->topViewController();
+    EXPECT_EQ(first->className(), className);
+    navigation->popViewControllerAnimated(true);
+    page->performActionForSpecifier(row);
+    EXPECT_EQ(navigation->topViewController(), first);
+    navigation->popViewControllerAnimated(true);
+  }
+}
+
+TEST_F(Resources, VersionRowAsksForTheVersion) {
+  showPage();
+  page->performActionForSpecifier(page->specifierForID("version"));
+  const auto records = process.programs().records();
+  ASSERT_EQ(records.size(), 1U);
+  EXPECT_EQ(records[0].request.path, "/bin/bash");
 }
 
 // Every row that can be tapped leads to something that is there.
