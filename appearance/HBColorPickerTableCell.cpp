@@ -166,8 +166,7 @@ void HBColorPickerTableCell::colorPickerViewControllerDidFinish(
 
 void HBColorPickerTableCell::storeColor(const std::shared_ptr<UIColor>& color) {
   auto content = platform::dictionaryWithContentsOfFile(preferenceFile());
-  platform::MutableDictionary file(content ? *std::move(content) : platform::Dictionary());
-  content.reset();
+  platform::MutableDictionary file(std::move(content).value_or(platform::Dictionary()));
   file.setValueForKey(hexStringFromColor(color), _hbcp_key());
   // A failed write is not reported: the swatch shows what is in the file.
   file.writeToFileAtomically(preferenceFile());

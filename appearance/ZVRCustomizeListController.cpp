@@ -16,8 +16,6 @@ namespace zentrova {
 
 using platform::PSSpecifierList;
 using platform::PSSpecifiers;
-using platform::UITableViewCell;
-using platform::Value;
 
 namespace {
 
