@@ -1,17 +1,18 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <map>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "platform/foundation/Class.h"
 #include "platform/uikit/NSIndexPath.h"
+#include "platform/uikit/TableCellPool.h"
 #include "platform/uikit/TableModel.h"
 #include "platform/uikit/UIScrollView.h"
 #include "platform/uikit/UITableViewCell.h"
@@ -86,7 +87,8 @@ class UITableView : public UIScrollView {
   double footerHeight(std::int64_t section);
 
   // Reuse. Only cells whose identifier is registered are recycled. A cell that is dequeued is an
-  // earlier one of that identifier, as it was left but for prepareForReuse, or a new one.
+  // earlier one of that identifier, as it was left but for prepareForReuse, or a new one. A row
+  // gets the cell back that it had, where that is still there.
   void registerClass(std::string_view className, std::string_view identifier);
   // Empty where no class is registered for the identifier; raises NSInvalidArgumentException where
   // the registered class is not known.
@@ -178,11 +180,13 @@ class UITableView : public UIScrollView {
   bool showVisibleRows();
   bool isInViewport(const TableRow& row) const;
   std::shared_ptr<UITableViewCell> askCell(IndexPath path);
+  std::shared_ptr<UITableViewCell> dequeueCell(std::string_view identifier, std::uint64_t row);
+  void findWaitingRows();
   bool showCell(IndexPath path, const std::shared_ptr<UITableViewCell>& cell);
   void sizeRowByCell(TableRow& row);
   void placeCells();
   void retireCell(TableRow& row);
-  void retire(const std::shared_ptr<UITableViewCell>& cell);
+  void retire(const std::shared_ptr<UITableViewCell>& cell, std::uint64_t row);
   void retireRowsOutOfSight();
   void retireAllCells();
   void removeRetiredCells();
@@ -221,7 +225,8 @@ class UITableView : public UIScrollView {
   std::shared_ptr<UIView> _tableHeaderView;
   std::shared_ptr<UIView> _tableFooterView;
   std::map<std::string, std::string, std::less<>> _registeredClasses;
-  std::map<std::string, std::deque<std::shared_ptr<UITableViewCell>>, std::less<>> _pool;
+  TableCellPool _pool;
+  std::unordered_set<std::uint64_t> _waitingRows;  // in sight, and not asked for their cell yet
   std::vector<std::shared_ptr<UITableViewCell>> _retired;  // still subviews until layout ends
 };
 

@@ -14,12 +14,15 @@ void UITableView::registerClass(std::string_view className, std::string_view ide
 
 std::shared_ptr<UITableViewCell> UITableView::dequeueReusableCellWithIdentifier(
     std::string_view identifier) {
+  return dequeueCell(identifier, 0);
+}
+
+std::shared_ptr<UITableViewCell> UITableView::dequeueCell(std::string_view identifier,
+                                                          std::uint64_t row) {
   const auto registered = _registeredClasses.find(identifier);
   if (registered == _registeredClasses.end()) return nullptr;
-  auto& pool = _pool[registered->first];
-  if (!pool.empty()) {
-    auto cell = pool.front();
-    pool.pop_front();
+  _waitingRows.erase(row);
+  if (auto cell = _pool.take(identifier, row, _waitingRows)) {
     cell->prepareForReuse();
     return cell;
   }
@@ -33,13 +36,14 @@ std::shared_ptr<UITableViewCell> UITableView::dequeueReusableCellWithIdentifier(
 }
 
 std::shared_ptr<UITableViewCell> UITableView::dequeueReusableCellWithIdentifier(
-    std::string_view identifier, IndexPath /*indexPath*/) {
+    std::string_view identifier, IndexPath indexPath) {
   if (!_registeredClasses.contains(identifier)) {
     throw Exception(std::string(internalInconsistencyException),
                     "unable to dequeue a cell with identifier " + std::string(identifier) +
                         " - must register a class for the identifier");
   }
-  return dequeueReusableCellWithIdentifier(identifier);
+  const TableRow* row = _model.row(indexPath);
+  return dequeueCell(identifier, row ? row->token : 0);
 }
 
 std::optional<IndexPath> UITableView::indexPathForCell(
@@ -96,9 +100,18 @@ void UITableView::updateVisibleCells() {
   if (_updatingCells) return;
   const FlagWhile updating(_updatingCells);
   retireRowsOutOfSight();
+  findWaitingRows();
   if (!showVisibleRows()) setNeedsLayout();  // the rows have changed on the way: once more
+  _waitingRows.clear();
   placeCells();
   removeRetiredCells();
+}
+
+void UITableView::findWaitingRows() {
+  _waitingRows.clear();
+  forEachRow([&](const TableRow& row, IndexPath) {
+    if (!row.cell && isInViewport(row)) _waitingRows.insert(row.token);
+  });
 }
 
 bool UITableView::showVisibleRows() {
@@ -146,7 +159,7 @@ bool UITableView::showCell(IndexPath path, const std::shared_ptr<UITableViewCell
     if (row.cell == cell) row.cell.reset();  // a cell shows one row
   });
   std::erase(_retired, cell);
-  for (auto& [identifier, pool] : _pool) std::erase(pool, cell);
+  _pool.remove(cell);
   TableRow& row = *_model.row(path);
   row.cell = cell;
   cell->setEditing(_editing);
@@ -176,14 +189,14 @@ void UITableView::placeCells() {
 
 void UITableView::retireCell(TableRow& row) {
   if (!row.cell) return;
-  retire(row.cell);
+  retire(row.cell, row.token);
   row.cell.reset();
 }
 
-void UITableView::retire(const std::shared_ptr<UITableViewCell>& cell) {
+void UITableView::retire(const std::shared_ptr<UITableViewCell>& cell, std::uint64_t row) {
   _retired.push_back(cell);
   const auto& identifier = cell->reuseIdentifier();
-  if (identifier && _registeredClasses.contains(*identifier)) _pool[*identifier].push_back(cell);
+  if (identifier && _registeredClasses.contains(*identifier)) _pool.put(*identifier, cell, row);
   noteChange();
 }
 

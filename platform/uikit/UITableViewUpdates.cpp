@@ -123,7 +123,7 @@ void UITableView::retireCellsWithoutRow(
   for (const auto& cell : cells) {
     bool isShown = false;
     forEachRow([&](const TableRow& row, IndexPath) { isShown = isShown || row.cell == cell; });
-    if (!isShown) retire(cell);
+    if (!isShown) retire(cell, 0);
   }
 }
 

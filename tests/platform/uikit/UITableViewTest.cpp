@@ -61,6 +61,35 @@ TEST_F(UITableViewTest, ReloadingRecyclesToo) {
   EXPECT_EQ(table->subviews().size(), 1U) << "the cells of the other rows have left";
 }
 
+// So that a presenter sees the same cells in the same places.
+TEST_F(UITableViewTest, ARowGetsItsCellBackWhenTheTableIsLoadedAgain) {
+  source->sections = {{"a", "b", "c"}};
+  table->reloadData();
+  table->layoutIfNeeded();
+  const auto cells = table->visibleCells();
+  table->reloadData();
+  table->layoutIfNeeded();
+  EXPECT_EQ(table->visibleCells(), cells);
+}
+
+TEST_F(UITableViewTest, ANewRowTakesNoCellThatAnotherRowWaitsFor) {
+  class Named final : public TextSource {
+    Value identityForRowAtIndexPath(const Table&, IndexPath path) override { return textAt(path); }
+  };
+  source = std::make_shared<Named>();
+  source->sections = {{"a", "b", "c"}};
+  table->setDataSource(source);
+  table->layoutIfNeeded();
+  const auto first = table->cellForRowAtIndexPath({0, 0});
+  const auto last = table->cellForRowAtIndexPath({0, 2});
+  source->sections = {{"new", "c", "a"}};
+  table->reloadData();
+  table->layoutIfNeeded();
+  EXPECT_THAT(visibleTexts(), ElementsAre("new", "c", "a"));
+  EXPECT_EQ(table->cellForRowAtIndexPath({0, 1}), last);
+  EXPECT_EQ(table->cellForRowAtIndexPath({0, 2}), first);
+}
+
 TEST_F(UITableViewTest, AnUnregisteredCellIsNeverRecycled) {
   EXPECT_EQ(table->dequeueReusableCellWithIdentifier("other"), nullptr);
   EXPECT_THROW(table->dequeueReusableCellWithIdentifier("other", {0, 0}), Exception);
