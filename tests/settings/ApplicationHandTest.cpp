@@ -200,6 +200,8 @@ TEST_F(ApplicationHandTest, BackGoesToThePageBeforeWhileThereIsOne) {
   const std::string navigation = TreeQuery(application().tree()).outerNavigation().id;
   EXPECT_TRUE(act({{"action", "back"}}, navigation));
   EXPECT_EQ(page()["title"], "Rows");
+  EXPECT_TRUE(act({{"action", "back"}}, navigation));
+  EXPECT_EQ(page()["title"], "Settings");
   EXPECT_THAT(act({{"action", "back"}}, navigation).message, HasSubstr("no page to go back to"));
 }
 

@@ -263,12 +263,18 @@ TEST_F(ApplicationTreeTest, TheBarShowsThePageOnTopAndTheWayBack) {
     return (*TreeQuery(application().tree()).outerNavigation().node)["bar"];
   };
   EXPECT_EQ(bar()["title"], "Zentrova");
-  EXPECT_FALSE(bar().contains("back"));
+  EXPECT_EQ(bar()["back"], "Settings");
   EXPECT_EQ(bar()["hidden"], false);
   EXPECT_TRUE(bar()["titleOpacity"].is_number());
   ASSERT_TRUE(tap("arrangeModules").accepted);
   EXPECT_EQ(bar()["title"], page()["title"]);
   EXPECT_EQ(bar()["back"], "Zentrova");
+
+  const std::string navigation = TreeQuery(application().tree()).outerNavigation().id;
+  ASSERT_TRUE(act({{"action", "back"}}, navigation));
+  ASSERT_TRUE(act({{"action", "back"}}, navigation));
+  EXPECT_EQ(bar()["title"], "Settings");
+  EXPECT_FALSE(bar().contains("back"));
 }
 
 TEST_F(ApplicationTreeTest, RowsStandInTheirSectionsWithTheirPlaces) {
