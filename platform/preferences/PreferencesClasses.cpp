@@ -15,6 +15,8 @@ namespace platform {
 
 namespace {
 
+using Row = std::shared_ptr<PSSpecifier>;
+
 void addSpecifierClass(ClassRegistry& registry) {
   using S = PSSpecifier;
   registry.add(ClassBuilder<S>("NSObject")
@@ -42,8 +44,12 @@ void addSpecifierClass(ClassRegistry& registry) {
 
 void addTableCellClass(ClassRegistry& registry) {
   using C = PSTableCell;
+  using Initialiser =
+      bool (C::*)(UITableViewCellStyle, const std::optional<std::string>&, const Row&);
   registry.add(
       ClassBuilder<C>("UITableViewCell")
+          .operation("initWithStyle:reuseIdentifier:specifier:",
+                     static_cast<Initialiser>(&C::initWithStyle))
           .property("specifier", &C::specifier, &C::setSpecifier)
           .property("value", &C::value, &C::setValue)
           .property("cellEnabled", &C::cellEnabled, &C::setCellEnabled)
@@ -72,8 +78,6 @@ void addCellClasses(ClassRegistry& registry) {
                    .build());
   registry.add(ClassBuilder<PSSegmentableSlider>("UISlider").build());
 }
-
-using Row = std::shared_ptr<PSSpecifier>;
 
 void addRowOperations(ClassBuilder<PSListController>& builder) {
   using P = PSListController;
