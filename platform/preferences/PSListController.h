@@ -132,8 +132,8 @@ class PSListController : public UIViewController,
   // --- Taps ---
 
   // What a tap on the row does: asks first where the specifier has a "confirmation", then opens the
-  // page behind the row or performs its action. Nothing for a row that is disabled or has a
-  // problem.
+  // page behind the row, performs its action, or, where it has neither, hands its property "url" (a
+  // text or an NSURL) to the application. Nothing for a row that is disabled or has a problem.
   void performActionForSpecifier(const std::shared_ptr<PSSpecifier>& specifier);
   // Opens the page of the class that the specifier names as its detail.
   void pushDetailForSpecifier(const std::shared_ptr<PSSpecifier>& specifier);
@@ -180,6 +180,7 @@ class PSListController : public UIViewController,
   void refuseRow(const std::shared_ptr<PSSpecifier>& specifier, const std::string& problem);
   void askThenAct(const std::shared_ptr<PSSpecifier>& specifier, const Dictionary& confirmation);
   void act(const std::shared_ptr<PSSpecifier>& specifier);
+  void openLink(const std::shared_ptr<PSSpecifier>& specifier);
 
   PSSpecifierRows _rows;
   std::shared_ptr<const PSSections> _sections;

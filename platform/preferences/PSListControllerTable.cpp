@@ -5,6 +5,7 @@
 #include "platform/preferences/PSItemRules.h"
 #include "platform/preferences/PSListController.h"
 #include "platform/uikit/UIAlertController.h"
+#include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIDevice.h"
 #include "platform/uikit/UINavigationController.h"
 
@@ -32,9 +33,14 @@ std::string cellClassNameFor(const PSSpecifier& specifier) {
   return std::string(cellClassNameForCellType(specifier.cellType()));
 }
 
+bool hasLink(const PSSpecifier& specifier) {
+  const Value url = specifier.propertyForKey("url");
+  return url.isString() || url.as<NSURL>();
+}
+
 bool hasAction(const PSSpecifier& specifier) {
   return specifier.cellType() == PSLinkListCell || specifier.buttonAction() ||
-         specifier.detailControllerClass();
+         specifier.detailControllerClass() || hasLink(specifier);
 }
 
 }  // namespace
@@ -187,7 +193,21 @@ void PSListController::act(const std::shared_ptr<PSSpecifier>& specifier) {
   const auto cell = cachedCellForSpecifier(specifier);
   const auto target = cell ? cell->target() : specifier->target();
   const auto action = cell ? cell->action() : specifier->buttonAction();
-  if (target && action) performAction(*target, *action, {Value(specifier)});
+  if (target && action) {
+    performAction(*target, *action, {Value(specifier)});
+  } else if (hasLink(*specifier)) {
+    openLink(specifier);
+  }
+}
+
+void PSListController::openLink(const std::shared_ptr<PSSpecifier>& specifier) {
+  const Value value = specifier->propertyForKey("url");
+  const auto url = value.isString() ? NSURL::URLWithString(*value.asString()) : value.as<NSURL>();
+  if (url) {
+    UIApplication::sharedApplication()->openURL(url);
+  } else {
+    refuseRow(specifier, "its \"url\" is no address");
+  }
 }
 
 void PSListController::pushDetailForSpecifier(const std::shared_ptr<PSSpecifier>& specifier) {

@@ -2,6 +2,7 @@
 #include "platform/uikit/CALayer.h"
 #include "platform/uikit/NSIndexPath.h"
 #include "platform/uikit/NSLayoutConstraint.h"
+#include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIColor.h"
 #include "platform/uikit/UIDevice.h"
 #include "platform/uikit/UIFont.h"
@@ -109,6 +110,10 @@ void registerValueClasses(ClassRegistry& registry) {
                    .key("userInterfaceIdiom", &UIDevice::userInterfaceIdiom)
                    .key("systemVersion", &UIDevice::systemVersion)
                    .key("model", &UIDevice::model)
+                   .build());
+  registry.add(ClassBuilder<UIApplication>("NSObject")
+                   .classOperation("sharedApplication", &UIApplication::sharedApplication)
+                   .operation("openURL:", &UIApplication::openURL)
                    .build());
   registry.add(ClassBuilder<UIScreen>("NSObject")
                    .classOperation("mainScreen", &UIScreen::mainScreen)

@@ -21,6 +21,9 @@ class ApplicationObserver {
   virtual void announced(const std::string& text) { (void)text; }
   // The program that restarts the home screen was started and ended well.
   virtual void homeScreenRestarted() {}
+  // The user lets a web address (http or https) out of the application. It need not be harmless:
+  // show it, and open it only where the user asks for that.
+  virtual void openedURL(const std::string& url) { (void)url; }
   virtual void transitioned(TransitionKind kind, double durationSeconds) {
     (void)kind;
     (void)durationSeconds;

@@ -90,6 +90,7 @@ void ApplicationScheduler::mainAfter(double seconds, Work work) {
   {
     const std::shared_lock lock(_gate);
     if (!_inner) return;
+    ++_queuedMainWork;
     const double time = _inner->now() + std::max(0.0, seconds);
     _agenda->add(time);
     Work counted = [agenda = _agenda, time, work = std::move(work)] {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -25,6 +26,8 @@ class ApplicationScheduler final : public platform::Scheduler {
   void shutDown();
   // Seconds until the next piece of main work is due, as far as it came through here.
   std::optional<double> secondsToNext() const;
+  // Pieces of main work that were ever queued through here. Threads: any.
+  std::uint64_t queuedMainWork() const noexcept { return _queuedMainWork; }
 
   double now() const override;
   bool isMainThread() const override;
@@ -46,6 +49,7 @@ class ApplicationScheduler final : public platform::Scheduler {
   std::shared_ptr<platform::Scheduler> _inner;
   std::atomic<double> _lastTime{0};  // of the clock, once the scheduler is gone
   std::shared_ptr<Agenda> _agenda;
+  std::atomic<std::uint64_t> _queuedMainWork{0};
   std::function<void()> _wake;
 };
 

@@ -29,6 +29,9 @@ Application::State::State(ApplicationOptions given,
   services.programs = std::make_shared<platform::DevicePrograms>(observed, platform::AtEnd::kill);
   services.traits = std::make_shared<platform::DeviceTraits>(options.traits);
   services.neighbours = &neighbours;
+  services.openedURL = [this](const std::string& url) {
+    for (auto* observer : observers) observer->openedURL(url);
+  };
 }
 
 Application::State::~State() {

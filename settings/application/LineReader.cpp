@@ -205,4 +205,11 @@ bool LineReader::skip(std::string_view word) {
   return true;
 }
 
+bool LineReader::skipPrefix(std::string_view prefix) {
+  if (_error || atEnd()) return false;
+  if (std::string_view(_line).substr(_position, prefix.size()) != prefix) return false;
+  _position += prefix.size();
+  return true;
+}
+
 }  // namespace settings

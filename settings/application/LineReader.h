@@ -35,6 +35,8 @@ class LineReader {
   std::string rest(std::string_view what);
   // Takes the word where it comes next; false leaves everything as it is.
   bool skip(std::string_view word);
+  // The same for the start of a word, as "status=".
+  bool skipPrefix(std::string_view prefix);
 
   // Says that something is wrong, unless something was already.
   void fail(std::string message);

@@ -1,6 +1,7 @@
 #include "settings/application/NodeWriter.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "platform/uikit/UIImage.h"
@@ -29,7 +30,9 @@ json animationJson(const platform::ViewAnimation& animation) {
 
 json layerJson(NodeWriter& writer, const platform::CALayer& layer) {
   json result = json::object();
-  if (layer.cornerRadius() != 0) result["radius"] = layer.cornerRadius();
+  // What is no length is drawn as none, and JSON could not say it.
+  const double radius = layer.cornerRadius();
+  if (std::isfinite(radius) && radius != 0) result["radius"] = radius;
   if (layer.borderWidth() != 0) result["borderWidth"] = layer.borderWidth();
   if (layer.borderColor()) result["borderColor"] = colorJson(*layer.borderColor());
   if (layer.mask() && layer.mask()->contents()) {

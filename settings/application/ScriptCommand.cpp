@@ -24,6 +24,7 @@ ScriptCommands makeCommands() {
   append(all, timeCommands());
   append(all, messageCommands());
   append(all, reportCommands());
+  append(all, requestCommands());
   all.push_back({"expect", "expect ...",
                  "ends the script where something is not as told; see below", &parseExpectation});
   return all;

@@ -47,6 +47,7 @@ ScriptCommands controlCommands();      // switches, segments, sliders, texts
 ScriptCommands timeCommands();         // the clock and background work
 ScriptCommands messageCommands();      // operations and values by name
 ScriptCommands reportCommands();       // what is there, printed
+ScriptCommands requestCommands();      // the tasks of the URL session
 ScriptCommands expectationCommands();  // what follows "expect"
 
 // All commands, "expect ..." with its forms among them.

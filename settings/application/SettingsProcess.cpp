@@ -8,6 +8,7 @@
 #include "platform/preferences/PreferencesClasses.h"
 #include "platform/uikit/UIKitClasses.h"
 #include "settings/application/BundleLoader.h"
+#include "settings/application/LinkOpener.h"
 #include "settings/application/ProblemPage.h"
 #include "settings/application/RootController.h"
 #include "settings/neighbours/NeighbourRegistry.h"
@@ -61,6 +62,7 @@ void SettingsProcess::provideServices(const DeviceServices& services) {
   _process->provide<platform::Programs>(services.programs);
   _process->provide<platform::Log>(services.log);
   _process->provide<platform::DeviceTraits>(services.traits);
+  _process->provide<platform::URLOpener>(std::make_shared<LinkOpener>(*this, services.openedURL));
 }
 
 void SettingsProcess::registerClasses(const NeighbourRegistry* neighbours) {

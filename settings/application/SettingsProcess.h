@@ -31,6 +31,8 @@ struct DeviceServices {
   std::shared_ptr<platform::DeviceTraits> traits;
   const NeighbourRegistry* neighbours = nullptr;
   ControlCenterRow controlCenterRow = ControlCenterRow::present;
+  // Told of each web address that the user lets out of the application.
+  std::function<void(const std::string& url)> openedURL;
 };
 
 // One run of the Settings application: a process with its classes, services and clock, the bundle

@@ -91,15 +91,16 @@ json textJson(const platform::UILabel& label) {
   return text;
 }
 
-// The content view's own children: what the cell's node tells by itself is left out.
+// The content view's own children: what the cell's node tells by itself is left out. The standard
+// image view is there where other views lie over the picture.
 std::string addContent(NodeWriter& writer, const UITableViewCell& cell) {
   const auto& content = cell.contentView();
   std::vector<std::string> children;
   for (const auto& view : content->subviews()) {
-    if (view == cell.textLabel() || view == cell.detailTextLabel() || view == cell.imageView()) {
-      continue;
-    }
-    children.push_back(writer.addView(view));
+    if (view == cell.textLabel() || view == cell.detailTextLabel()) continue;
+    const bool isPicture = view == cell.imageView();
+    if (isPicture && view->subviews().empty()) continue;
+    children.push_back(writer.addView(view, isPicture ? "imageView" : ""));
   }
   json node = writer.viewMembers(*content, "view");
   node["role"] = "content";
@@ -125,6 +126,13 @@ std::vector<std::string> addCellChildren(NodeWriter& writer, const UITableViewCe
   return children;
 }
 
+// A view takes the place of the accessory that a type names.
+UITableViewCellAccessoryType shownAccessory(const UITableViewCell& cell) {
+  const auto& view = cell.isEditing() ? cell.editingAccessoryView() : cell.accessoryView();
+  if (view) return UITableViewCellAccessoryType::none;
+  return cell.isEditing() ? cell.editingAccessoryType() : cell.accessoryType();
+}
+
 json cellMembers(NodeWriter& writer, const UITableViewCell& cell) {
   json node = writer.viewMembers(cell, "cell");
   node["style"] = styleName(cell.style());
@@ -135,8 +143,7 @@ json cellMembers(NodeWriter& writer, const UITableViewCell& cell) {
   if (cell.imageView() && cell.imageView()->image()) {
     node["image"] = writer.imageJson(cell.imageView()->image());
   }
-  node["accessory"] =
-      accessoryName(cell.isEditing() ? cell.editingAccessoryType() : cell.accessoryType());
+  node["accessory"] = accessoryName(shownAccessory(cell));
   if (cell.isSelected() || cell.isHighlighted()) node["selected"] = true;
   return node;
 }
@@ -177,6 +184,7 @@ std::string addRow(NodeWriter& writer, const Table& table, IndexPath path) {
             {"title", titleOfRow(table, path)},
             {"visible", cell != nullptr},
             {"selectable", table->canUserSelectRow(path)}};
+  if (const auto problem = table->rowProblem(path)) node["problem"] = *problem;
   addIdentifier(table, path, node);
   if (table->isEditing()) {
     node["editing"] = {{"style", editingStyleName(table->editingStyleForRow(path))},

@@ -182,6 +182,11 @@ void PagePublisher::homeScreenRestarted() {
   _treeIsStale = true;
 }
 
+void PagePublisher::openedURL(const std::string& url) {
+  _events.push_back(openURLMessage(url));
+  _treeIsStale = true;
+}
+
 void PagePublisher::transitioned(TransitionKind kind, double durationSeconds) {
   _events.push_back(transitionMessage(transitionName(kind), durationSeconds));
   _treeIsStale = true;

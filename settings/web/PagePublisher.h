@@ -67,6 +67,7 @@ class PagePublisher : private ApplicationObserver {
   void treeChanged() override { _treeIsStale = true; }
   void announced(const std::string& text) override;
   void homeScreenRestarted() override;
+  void openedURL(const std::string& url) override;
   void transitioned(TransitionKind kind, double durationSeconds) override;
 
   Application& _application;

@@ -104,6 +104,10 @@ std::string homeScreenRestartedMessage() {
   return dumped({{"type", "event"}, {"event", "homeScreenRestarted"}});
 }
 
+std::string openURLMessage(std::string_view url) {
+  return dumped({{"type", "event"}, {"event", "openURL"}, {"url", url}});
+}
+
 std::string transitionMessage(std::string_view kind, double durationSeconds) {
   return dumped(
       {{"type", "event"}, {"event", "transition"}, {"kind", kind}, {"duration", durationSeconds}});

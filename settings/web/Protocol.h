@@ -35,6 +35,7 @@ std::string patchMessage(std::uint64_t revision, const nlohmann::json& patch,
                          std::optional<std::int64_t> acknowledged);
 std::string announcementMessage(std::string_view text);
 std::string homeScreenRestartedMessage();
+std::string openURLMessage(std::string_view url);
 std::string transitionMessage(std::string_view kind, double durationSeconds);
 // `members` holds those panes that changed.
 std::string sideMessage(nlohmann::json members);

@@ -77,6 +77,8 @@ TEST(Protocol, WritesTheOtherMessages) {
             json({{"type", "event"}, {"event", "announce"}, {"text", "done"}}));
   EXPECT_EQ(json::parse(homeScreenRestartedMessage()),
             json({{"type", "event"}, {"event", "homeScreenRestarted"}}));
+  EXPECT_EQ(json::parse(openURLMessage("https://example.org/")),
+            json({{"type", "event"}, {"event", "openURL"}, {"url", "https://example.org/"}}));
   EXPECT_EQ(
       json::parse(transitionMessage("push", 0.35)),
       json({{"type", "event"}, {"event", "transition"}, {"kind", "push"}, {"duration", 0.35}}));

@@ -1,6 +1,7 @@
 #include "platform/preferences/PSListItemsController.h"
 #include "platform/preferences/PSValueTableCell.h"
 #include "platform/uikit/UIAlertController.h"
+#include "platform/uikit/UIApplication.h"
 #include "tests/platform/preferences/PreferencesTest.h"
 
 namespace preferences_test {
@@ -87,6 +88,83 @@ TEST_F(PSListControllerTapTest, ConfirmationThatIsCancelledDoesNothing) {
   EXPECT_TRUE(alert()->userCancel());
   EXPECT_THAT(page->performed, IsEmpty());
   EXPECT_EQ(alert(), nullptr);
+}
+
+// --- Links ---
+
+class NotingOpener final : public URLOpener {
+ public:
+  std::vector<std::string> opened;
+  void openURL(const std::shared_ptr<NSURL>& url) override {
+    opened.push_back(url->absoluteString());
+  }
+};
+
+class PSListControllerLinkTest : public PSListControllerTapTest {
+ protected:
+  PSListControllerLinkTest() { test.process().provide<URLOpener>(opener); }
+
+  std::shared_ptr<NotingOpener> opener = std::make_shared<NotingOpener>();
+};
+
+constexpr const char* webPage = "https://example.org/";
+
+TEST_F(PSListControllerLinkTest, RowWithAnAddressHandsItToTheApplication) {
+  show({row("PSLinkCell", "A", textEntry("url", webPage)), row("PSButtonCell", "B")});
+  EXPECT_TRUE(tap("A"));
+  EXPECT_THAT(opener->opened, ElementsAre(webPage));
+  EXPECT_EQ(page->table()->indexPathForSelectedRow(), std::nullopt);
+  specifier("B")->setProperty(Value(NSURL::URLWithString("mailto:x@example.org")), "url");
+  EXPECT_TRUE(tap("B"));
+  EXPECT_THAT(opener->opened, ElementsAre(webPage, "mailto:x@example.org"));
+}
+
+TEST_F(PSListControllerLinkTest, ActionOrPageOfARowComesBeforeItsAddress) {
+  show({row("PSLinkCell", "A", textEntry("url", webPage) + textEntry("action", "restart")),
+        row("PSLinkCell", "B", textEntry("url", webPage) + textEntry("detail", "TestPage"))});
+  EXPECT_TRUE(tap("A"));
+  EXPECT_THAT(page->performed, ElementsAre("restart"));
+  EXPECT_TRUE(tap("B"));
+  EXPECT_NE(navigation->topViewController(), page);
+  EXPECT_THAT(opener->opened, IsEmpty());
+}
+
+TEST_F(PSListControllerLinkTest, AddressThatDoesNotParseIsARowThatSaysSo) {
+  show({row("PSLinkCell", "A", textEntry("url", "not a url"))});
+  EXPECT_TRUE(tap("A"));
+  EXPECT_THAT(opener->opened, IsEmpty());
+  ASSERT_TRUE(specifier("A")->problem());
+  EXPECT_THAT(*specifier("A")->problem(), ::testing::EndsWith(": its \"url\" is no address"));
+  EXPECT_FALSE(tap("A"));
+}
+
+TEST_F(PSListControllerLinkTest, ValueOfAnotherKindIsNoAddress) {
+  show({row("PSLinkCell", "A", "<key>url</key><integer>5</integer>"),
+        row("PSLinkCell", "B", "<key>url</key><array/>")});
+  EXPECT_FALSE(tap("A"));
+  EXPECT_FALSE(tap("B"));
+}
+
+TEST_F(PSListControllerLinkTest, DisabledRowTakesNoTap) {
+  show({row("PSLinkCell", "A", textEntry("url", webPage) + "<key>enabled</key><false/>")});
+  EXPECT_FALSE(tap("A"));
+}
+
+TEST_F(PSListControllerLinkTest, ConfirmationComesFirst) {
+  show({row("PSLinkCell", "A", textEntry("url", webPage) + "<key>confirmation</key><dict/>")});
+  EXPECT_TRUE(tap("A"));
+  EXPECT_THAT(opener->opened, IsEmpty());
+  ASSERT_NE(alert(), nullptr);
+  EXPECT_TRUE(alert()->userChoose(0));
+  EXPECT_THAT(opener->opened, ElementsAre(webPage));
+}
+
+TEST_F(PSListControllerTapTest, AddressGoesNowhereWhereTheApplicationTakesNone) {
+  show({row("PSLinkCell", "A", textEntry("url", "https://example.org/"))});
+  EXPECT_TRUE(tap("A"));
+  UIApplication::sharedApplication()->openURL(nullptr);
+  EXPECT_EQ(alert(), nullptr);
+  EXPECT_EQ(specifier("A")->problem(), std::nullopt);
 }
 
 // --- Sub-pages ---

@@ -1,0 +1,78 @@
+#include "settings/application/LinkOpener.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "platform/foundation/Log.h"
+#include "platform/foundation/NSString.h"
+#include "platform/uikit/UIAlertController.h"
+#include "settings/application/SettingsProcess.h"
+
+namespace settings {
+
+using platform::NSURL;
+using platform::UIAlertAction;
+using platform::UIAlertActionStyle;
+using platform::UIAlertController;
+
+namespace {
+
+bool isWebAddress(const NSURL& url) {
+  std::string scheme = url.scheme().value_or("");
+  std::ranges::transform(scheme, scheme.begin(),
+                         [](unsigned char each) { return static_cast<char>(std::tolower(each)); });
+  return (scheme == "http" || scheme == "https") && !url.host().value_or("").empty();
+}
+
+// Without what could look like something else: letters beyond ASCII, blanks, line ends.
+std::string plainHost(const NSURL& url) {
+  return platform::stringByAddingPercentEncodingWithAllowedCharacters(
+             url.host().value_or(""), *platform::NSCharacterSet::URLHostAllowedCharacterSet())
+      .value_or("");
+}
+
+// An address may be longer than any screen. It is ASCII, so that it can be cut anywhere.
+std::string shortened(const std::string& address) {
+  constexpr std::size_t longest = 300;
+  return address.size() <= longest ? address : address.substr(0, longest) + "…";
+}
+
+}  // namespace
+
+void LinkOpener::openURL(const std::shared_ptr<NSURL>& url) {
+  if (isWebAddress(*url)) {
+    ask(*url);
+  } else {
+    refuse(*url);
+  }
+}
+
+// The host stands by itself: what comes before it in an address can pretend to be it.
+void LinkOpener::ask(const NSURL& url) {
+  const std::string& address = url.absoluteString();
+  const auto alert = UIAlertController::alertControllerWithTitle(
+      "Open “" + shortened(plainHost(url)) + "”?",
+      "This leaves Settings for\n" + shortened(address), platform::UIAlertControllerStyle::alert);
+  alert->addAction(UIAlertAction::actionWithTitle(
+      "Open", UIAlertActionStyle::standard,
+      [opened = _opened, address](const std::shared_ptr<UIAlertAction>&) {
+        platform::NSLog("[Preferences] opening %@", {address});
+        if (opened) opened(address);
+      }));
+  alert->addAction(UIAlertAction::actionWithTitle("Cancel", UIAlertActionStyle::cancel, nullptr));
+  show(alert);
+}
+
+void LinkOpener::refuse(const NSURL& url) {
+  const auto alert = UIAlertController::alertControllerWithTitle(
+      "This link cannot be opened", "It leads to no web page:\n" + shortened(url.absoluteString()),
+      platform::UIAlertControllerStyle::alert);
+  alert->addAction(UIAlertAction::actionWithTitle("OK", UIAlertActionStyle::cancel, nullptr));
+  show(alert);
+}
+
+void LinkOpener::show(const std::shared_ptr<platform::UIViewController>& alert) {
+  if (const auto page = _process.topPage()) page->presentViewController(alert, true);
+}
+
+}  // namespace settings
