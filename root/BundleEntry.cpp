@@ -8,6 +8,9 @@
 #include "appearance/HBColorPickerTableCell.h"
 #include "appearance/ZVRCustomizeColorListViewController.h"
 #include "appearance/ZVRCustomizeListController.h"
+#include "cells/HBLinkTableCell.h"
+#include "cells/HBTintedTableCell.h"
+#include "cells/HBTwitterCell.h"
 #include "modules/ZVRArrangeModulesViewController.h"
 #include "modules/ZVRFavoriteModules.h"
 #include "modules/ZVRManageModuleViewController.h"
@@ -46,6 +49,11 @@ constexpr std::array bundleClasses{
                 &zentrova::ZVRCustomizeListController::registerClass},
     BundleClass{zentrova::ZVRCustomizeColorListViewController::staticClassName,
                 &zentrova::ZVRCustomizeColorListViewController::registerClass},
+    BundleClass{zentrova::HBTintedTableCell::staticClassName,
+                &zentrova::HBTintedTableCell::registerClass},
+    BundleClass{zentrova::HBLinkTableCell::staticClassName,
+                &zentrova::HBLinkTableCell::registerClass},
+    BundleClass{zentrova::HBTwitterCell::staticClassName, &zentrova::HBTwitterCell::registerClass},
 };
 
 // All classes or none: a registry that refuses one gives back those before it.

@@ -1,0 +1,33 @@
+#include "cells/IconMask.h"
+
+#include <map>
+
+#include "appearance/IconImage.h"
+#include "platform/foundation/Process.h"
+#include "platform/uikit/UIColor.h"
+
+namespace zentrova {
+namespace {
+
+// Main thread only, so it has no lock.
+struct IconMaskCache {
+  std::map<double, std::shared_ptr<platform::UIImage>> masks;  // by the side
+};
+
+}  // namespace
+
+double sideOfIcon(IconSize size) noexcept {
+  return size == IconSize::big ? 40.0 : 29.0;
+}
+
+std::shared_ptr<platform::UIImage> iconMaskOfSize(IconSize size) {
+  auto& masks = platform::Process::current().once<IconMaskCache>().masks;
+  auto& mask = masks[sideOfIcon(size)];
+  if (!mask) {
+    mask = iconFromColorAndGlyph(platform::UIColor::whiteColor(), size == IconSize::big ? 1 : 0,
+                                 nullptr);
+  }
+  return mask;
+}
+
+}  // namespace zentrova
