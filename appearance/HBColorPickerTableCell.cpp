@@ -187,14 +187,8 @@ std::string HBColorPickerTableCell::hexStringFromColor(
 
 void HBColorPickerTableCell::registerClass(platform::ClassRegistry& registry) {
   using Cell = HBColorPickerTableCell;
-  using InitWithSpecifier =
-      bool (Cell::*)(platform::UITableViewCellStyle, const std::optional<std::string>&,
-                     const std::shared_ptr<PSSpecifier>&);
   platform::ClassBuilder<Cell> builder("PSTableCell");
-  builder
-      .operation("initWithStyle:reuseIdentifier:specifier:",
-                 static_cast<InitWithSpecifier>(&Cell::initWithStyle))
-      .operation("target", &Cell::target)
+  builder.operation("target", &Cell::target)
       .operation("cellTarget", &Cell::cellTarget)
       .operation("action", &Cell::action)
       .operation("cellAction", &Cell::cellAction)
