@@ -96,6 +96,17 @@ Data cameraFile(const Photo& photo) {
   return *file;
 }
 
+// The same as a camera that was held upright stores it: on its side, and Exif data that say so.
+Data heldUpright(const Data& file) {
+  constexpr std::string_view exif(
+      "\xFF\xE1\0\x1E"
+      "Exif\0\0MM\0\x2A\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0\x06\0\0",
+      32);
+  std::vector<std::uint8_t> bytes(file.bytes().begin(), file.bytes().end());
+  bytes.insert(bytes.begin() + 2, exif.begin(), exif.end());
+  return Data(std::move(bytes));
+}
+
 void store(const Data& picture) {
   platform::MutableDictionary preferences(
       platform::dictionaryWithContentsOfFile(devicePath).value_or(platform::Dictionary()));
@@ -115,6 +126,8 @@ void measurePhoto(const Photo& photo) {
   constexpr std::size_t limit = zentrova::largestBackgroundImage;
   const Data file = cameraFile(photo);
   const Image chosen = UIImage::imageWithData(file);
+  const Image turned = UIImage::imageWithData(heldUpright(file));
+  check(turned && turned->pixelWidth() == photo.height, "the photo is not turned");
   const Image prepared = chosen->imageByPreparingForDisplay();
   const auto stored = zentrova::encodeBackgroundImage(chosen);
   check(stored.has_value(), "the photo cannot be encoded");
@@ -123,6 +136,7 @@ void measurePhoto(const Photo& photo) {
   const std::vector<Contender> parts = {
       {"choice to thumbnail", [&] { choose(file); }},
       {"decode", [&] { keep(chosen->decodedPixels()); }},
+      {"decode and turn upright", [&] { keep(turned->decodedPixels()); }},
       {"PNG, given up at 4 MiB", [&] { keep(UIImagePNGRepresentation(prepared, limit)); }},
       {"JPEG at 0.8, given up at 4 MiB",
        [&] { keep(UIImageJPEGRepresentation(prepared, 0.8, limit)); }},

@@ -118,15 +118,14 @@ std::optional<ImageHeader> readJpeg(Bytes bytes) {
   return std::nullopt;
 }
 
-// Up to the first scan the segments are skipped, since a picture may hold a smaller one of itself.
-// From there on the mark of the end stands nowhere else: in the data of a scan 0xFF is never
-// followed by it.
+// Up to the start of the frame the segments are skipped, since a picture may hold a smaller one of
+// itself. From there on the mark of the end stands nowhere else: in the data of a scan 0xFF is
+// never followed by it.
 bool isWholeJpeg(Bytes bytes) {
-  constexpr std::uint8_t startOfScan = 0xDA;
   constexpr std::string_view end = "\xFF\xD9";
   Bytes rest = bytes.subspan(2);
   while (const auto segment = takeSegment(rest)) {
-    if (segment->marker != startOfScan) continue;
+    if (!isStartOfFrame(segment->marker)) continue;
     const std::string_view scans(reinterpret_cast<const char*>(rest.data()), rest.size());
     return scans.find(end) != std::string_view::npos;
   }
