@@ -114,6 +114,12 @@ std::shared_ptr<RunningProgram> DevicePrograms::start(const ProgramRequest& requ
   return child;
 }
 
+void DevicePrograms::sendSignal(std::uint64_t id, int number) {
+  const std::lock_guard lock(_mutex);
+  if (id == 0 || id > _entries.size()) return;
+  if (const auto& child = _entries[id - 1].child) child->sendSignal(number);
+}
+
 std::vector<ProgramRecord> DevicePrograms::records() {
   const std::lock_guard lock(_mutex);
   std::vector<ProgramRecord> records;

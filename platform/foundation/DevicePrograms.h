@@ -26,6 +26,8 @@ class DevicePrograms final : public Programs {
 
   std::shared_ptr<RunningProgram> start(const ProgramRequest& request) override;
   std::vector<ProgramRecord> records() override;
+  // Sends a signal to the program of that record; nothing where it does not run.
+  void sendSignal(std::uint64_t id, int number);
 
  private:
   struct Entry {

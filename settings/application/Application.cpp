@@ -61,6 +61,8 @@ std::uint64_t Application::revision() {
 
 ActionResult Application::perform(const json& action) {
   const std::string name = stringMember(action, "action").value_or("");
+  if (name == "stop") return stopProgram(action);
+  if (_state->isBusy) return refused(_state->busyMessage());
   if (name == "reopen") {
     open();
     return {};
@@ -84,6 +86,27 @@ ActionResult Application::choosePhoto(std::string_view node, const PhotoResult& 
   return _state->runAction("a photo", [&] {
     return _state->hand->choosePhoto(std::string(node), photo, _state->snapshot.targets);
   });
+}
+
+ActionResult Application::stopProgram(const json& action) {
+  const auto node = stringMember(action, "node").value_or("");
+  if (_state->waitingNode.empty() || node != _state->waitingNode) {
+    return refused("no page waits for a program");
+  }
+  stopWaiting();
+  return {};
+}
+
+void Application::stopWaiting() {
+  _state->stopRequested = true;
+}
+
+void Application::setWaitHandler(std::function<void()> handler) {
+  _state->waitHandler = std::move(handler);
+}
+
+void Application::setPatience(double seconds) {
+  _state->patience = seconds;
 }
 
 ActionResult Application::answerCrash(const json& action, bool restart) {
@@ -150,7 +173,7 @@ ActionResult Application::setTrait(std::string_view name, std::string_view value
     return refused(*problem);
   }
   _state->treeIsStale = true;
-  if (!_state->process || _state->crash) return {};
+  if (!_state->process || _state->crash || _state->isBusy) return {};
   return _state->runAtEdge("a change of the trait " + std::string(name), [&] {
     if (const auto& window = _state->process->window()) window->traitsDidChange();
     return ActionResult{};
@@ -183,7 +206,7 @@ std::size_t Application::runBackground(std::optional<std::size_t> count) {
 }
 
 std::optional<double> Application::runPending() {
-  if (!_state->process || _state->crash) return std::nullopt;
+  if (!_state->process || _state->crash || _state->isBusy) return std::nullopt;
   _state->runAtEdge("delayed work", [] { return ActionResult{}; });
   auto next = _state->process->scheduler().secondsToNext();
   if (_state->anyProgramRuns()) next = std::min(next.value_or(programInterval), programInterval);

@@ -119,6 +119,16 @@ class Application {
   // thread up. Set before `open`.
   void setWakeHandler(std::function<void()> handler);
 
+  // --- A page that waits for a program, which blocks the main thread as on a device ---
+  // Called on the main thread over and over while that lasts longer than half a second. The tree
+  // then has a node `waiting`; every action but "stop" on it is refused.
+  void setWaitHandler(std::function<void()> handler);
+  // Ends the program that is waited for: it is asked to, and killed a second later.
+  void stopWaiting();
+  // With the virtual clock the program is ended after these seconds (of the outside world; 5 at
+  // first), as nobody can stop it.
+  void setPatience(double seconds);
+
   // --- Beside the phone; each as the member of a "side" message in docs/tree.md ---
   // The preference file as it is on the disk now, what is wrong with it, and what changed in it
   // since the user's last action began.
@@ -157,6 +167,7 @@ class Application {
  private:
   struct State;
   explicit Application(std::unique_ptr<State> state);
+  ActionResult stopProgram(const nlohmann::json& action);
   ActionResult answerCrash(const nlohmann::json& action, bool restart);
   ActionResult setBounds(const nlohmann::json& action);
   std::unique_ptr<State> _state;

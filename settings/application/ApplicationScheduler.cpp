@@ -30,6 +30,9 @@ namespace {
 // Descriptors are looked at that often; the scheduler inside wakes nobody for them.
 constexpr double descriptorIntervalSeconds = 0.01;
 
+// A long wait is told of that often.
+constexpr double waitSliceSeconds = 0.05;
+
 // A queue of a process that has ended: nothing runs any more.
 class EndedQueue final : public platform::SerialQueue {
  public:
@@ -59,6 +62,10 @@ void ApplicationScheduler::shutDown() {
   const std::lock_guard lock(_agenda->mutex);
   _agenda->times.clear();
   _agenda->waits.clear();
+}
+
+void ApplicationScheduler::setWaitHandler(std::function<void(double seconds)> handler) {
+  _whileWaiting = std::move(handler);
 }
 
 std::optional<double> ApplicationScheduler::secondsToNext() const {
@@ -120,7 +127,14 @@ std::shared_ptr<platform::SerialQueue> ApplicationScheduler::makeSerialQueue(std
 bool ApplicationScheduler::runMainUntil(const std::function<bool()>& condition,
                                         double timeoutSeconds) {
   // On the main thread, which alone takes the scheduler away: no gate is needed.
-  return _inner ? _inner->runMainUntil(condition, timeoutSeconds) : condition();
+  if (!_inner) return condition();
+  for (double waited = 0; waited < timeoutSeconds || waited == 0;) {
+    const double span = std::min(waitSliceSeconds, timeoutSeconds - waited);
+    if (_inner->runMainUntil(condition, span)) return true;
+    waited += waitSliceSeconds;
+    if (_whileWaiting) _whileWaiting(waited);
+  }
+  return false;
 }
 
 std::uint64_t ApplicationScheduler::whenReadable(int descriptor, Work work) {

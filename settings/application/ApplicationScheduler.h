@@ -24,6 +24,9 @@ class ApplicationScheduler final : public platform::Scheduler {
 
   // Lets go of the scheduler inside and of all work that waits in it.
   void shutDown();
+  // Called over and over while the main thread waits for a program, with the seconds that it has
+  // waited.
+  void setWaitHandler(std::function<void(double seconds)> handler);
   // Seconds until the next piece of main work is due, as far as it came through here.
   std::optional<double> secondsToNext() const;
   // Pieces of main work that were ever queued through here. Threads: any.
@@ -51,6 +54,7 @@ class ApplicationScheduler final : public platform::Scheduler {
   std::shared_ptr<Agenda> _agenda;
   std::atomic<std::uint64_t> _queuedMainWork{0};
   std::function<void()> _wake;
+  std::function<void(double)> _whileWaiting;
 };
 
 }  // namespace settings

@@ -16,6 +16,22 @@ namespace settings {
 
 using nlohmann::json;
 
+namespace {
+
+// Work runs in the process as long as this lives.
+class BusyScope {
+ public:
+  explicit BusyScope(bool& busy) : _busy(busy) { _busy = true; }
+  ~BusyScope() { _busy = false; }
+  BusyScope(const BusyScope&) = delete;
+  BusyScope& operator=(const BusyScope&) = delete;
+
+ private:
+  bool& _busy;
+};
+
+}  // namespace
+
 Application::State::State(ApplicationOptions given,
                           std::shared_ptr<platform::DeviceFileSystem> files)
     : options(std::move(given)), device(std::move(files)), pane(*device), photos(*device) {
@@ -26,7 +42,8 @@ Application::State::State(ApplicationOptions given,
   services.files = observed;
   services.log = log;
   // Nothing that was started here outlives the application.
-  services.programs = std::make_shared<platform::DevicePrograms>(observed, platform::AtEnd::kill);
+  programs = std::make_shared<platform::DevicePrograms>(observed, platform::AtEnd::kill);
+  services.programs = programs;
   services.traits = std::make_shared<platform::DeviceTraits>(options.traits);
   services.neighbours = &neighbours;
   services.openedURL = [this](const std::string& url) {
@@ -63,8 +80,10 @@ void Application::State::keepCrash(const platform::Exception& exception, const s
 ActionResult Application::State::runAtEdge(const std::string& where,
                                            const std::function<ActionResult()>& work) {
   if (!process) return {false, "nothing is open"};
+  if (isBusy) return {false, busyMessage()};
   if (crash)
     return {false, "the page has crashed (" + crash->name + "): continue or restart first"};
+  const BusyScope busy(isBusy);
   const platform::ProcessScope scope(process->process());
   beginTurn();
   const auto before = platform::UIKitState::current().changeCount();
@@ -75,6 +94,7 @@ ActionResult Application::State::runAtEdge(const std::string& where,
   } catch (const platform::Exception& exception) {
     keepCrash(exception, where);
   }
+  endWaiting();
   if (crash || platform::UIKitState::current().changeCount() != before) treeIsStale = true;
   tellObservers();
   return result;
@@ -122,10 +142,13 @@ bool Application::State::anyProgramRuns() const {
 }
 
 void Application::State::open() {
+  if (isBusy) return;
+  const BusyScope busy(isBusy);
   endProcess();
   crash.reset();
   identityBase = std::max(identityBase, snapshot.largestIdentity);
   process = std::make_unique<SettingsProcess>(services, options.time, [this] { wake(); });
+  process->scheduler().setWaitHandler([this](double seconds) { whileWaiting(seconds); });
   hand = std::make_unique<UserHand>(*process, photos);
   pane.beginAction();
   const platform::ProcessScope scope(process->process());
@@ -137,12 +160,15 @@ void Application::State::open() {
         "The settings cannot be shown",
         "The page raised an exception while it was opened: " + std::string(exception.what()));
   }
+  endWaiting();
   stage.reset(*process);
   treeIsStale = true;
   tellObservers();
 }
 
 void Application::State::refresh() {
+  // In the middle of what a page does, it is shown as it was before.
+  if (!waitingNode.empty()) return;
   if (!std::exchange(treeIsStale, false) && revision > 0) return;
   beginTurn();
   SnapshotRequest request{process.get(), &photos, crash ? &*crash : nullptr,

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/foundation/DeviceFileSystem.h"
+#include "platform/foundation/DevicePrograms.h"
 #include "settings/application/Application.h"
 #include "settings/application/FilePane.h"
 #include "settings/application/PhotoLibrary.h"
@@ -47,6 +48,13 @@ struct Application::State {
   // Restarts of the home screen that have ended well since the last look.
   void announceRestarts();
   bool anyProgramRuns() const;
+  // --- While a page waits for a program (ApplicationWaiting.cpp) ---
+  void whileWaiting(double seconds);
+  // The tree as it was, with a node that says what is waited for.
+  void showWaiting(const platform::ProgramRecord& program);
+  void endWaiting();
+  // The refusal of everything but "stop" in the meantime; empty where nothing runs.
+  std::string busyMessage() const;
   void wake();
   // What the user points at, for people: "tap on \"Respring\"".
   std::string placeOf(const nlohmann::json& action) const;
@@ -66,6 +74,14 @@ struct Application::State {
 
   std::mutex wakeMutex;
   std::function<void()> wakeHandler;
+
+  std::shared_ptr<platform::DevicePrograms> programs;  // those of the services
+  bool isBusy = false;                                 // work is running in the process
+  double patience = 5;                                 // seconds; with a clock that stands still
+  std::string waitingNode;                             // empty: nobody waits for long
+  bool stopRequested = false;
+  std::optional<double> stoppedAt;  // seconds of the wait
+  std::function<void()> waitHandler;
 
   std::optional<CrashReport> crash;
   std::uint64_t crashToken = 0;

@@ -106,6 +106,21 @@ Step parseLink(LineReader& reader) {
   };
 }
 
+// The stand-ins print what lies beside them under this name.
+Step parseStdout(LineReader& reader) {
+  const std::string program = devicePath(reader);
+  return putFile(program + ".stdout", reader.rest("FILE"));
+}
+
+Step parsePatience(LineReader& reader) {
+  const double seconds = reader.number("SECONDS");
+  if (seconds < 0) reader.fail("SECONDS is 0 or more");
+  return [seconds](ScriptContext& context) {
+    context.application().setPatience(seconds);
+    return StepOutcome{};
+  };
+}
+
 Step parseOpen(LineReader&) {
   return [](ScriptContext& context) {
     context.application().open();
@@ -126,6 +141,12 @@ ScriptCommands deviceCommands() {
       {"rm", "rm PATH", "removes a file, or a folder with what is in it", &parseRemove},
       {"chmod", "chmod MODE PATH", "sets the permission bits, in octal digits", &parseMode},
       {"link", "link PATH TARGET", "makes a symbolic link at PATH that holds TARGET", &parseLink},
+      {"stdout", "stdout PROGRAM FILE",
+       "what the stand-in of the program prints from now on: the bytes of a file", &parseStdout},
+      {"patience", "patience SECONDS",
+       "ends a program that a page waits for longer than that, in seconds of the outside world; 5 "
+       "at first",
+       &parsePatience},
       {"open", "open", "a new process of the Settings application on the bundle's root page",
        &parseOpen},
   };

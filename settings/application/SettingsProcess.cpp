@@ -73,21 +73,21 @@ void SettingsProcess::registerClasses(const NeighbourRegistry* neighbours) {
   if (neighbours) neighbours->registerClasses(_process->classes());
 }
 
-void SettingsProcess::load(const std::string& bundlePath) {
-  loadBundleCode(bundlePath);
+void SettingsProcess::load(const std::string& path) {
+  loadBundleCode(path);
   show(makePage());
 }
 
-void SettingsProcess::loadBundleCode(const std::string& bundlePath) {
-  LoadedBundle bundle = loadBundle(*_process, bundlePath);
-  _bundlePath = bundlePath;
+void SettingsProcess::loadBundleCode(const std::string& path) {
+  LoadedBundle bundle = loadBundle(*_process, path);
+  _bundlePath = path;
   _bundleCode = std::move(bundle.code);
-  _bundleTitle = bundle.title.empty() ? nameOfFolder(bundlePath) : std::move(bundle.title);
+  _bundleTitle = bundle.title.empty() ? nameOfFolder(path) : std::move(bundle.title);
   _principalClass = std::move(bundle.principalClass);
   _bundleProblem = std::move(bundle.problem);
   if (_bundleProblem) return;
   auto info = std::make_shared<platform::BundleInfo>();
-  info->path = bundlePath;
+  info->path = path;
   _process->provide<platform::BundleInfo>(std::move(info));
 }
 

@@ -3,6 +3,7 @@
 #include "platform/foundation/DeviceFileSystem.h"
 #include "platform/foundation/DevicePrograms.h"
 #include "platform/foundation/MemoryLog.h"
+#include "platform/preferences/BundleInfo.h"
 #include "settings/device/DeviceTree.h"
 
 namespace settings {
@@ -26,6 +27,9 @@ std::unique_ptr<BundleProcess> BundleProcess::open(const std::filesystem::path& 
                                                    const std::string& path, std::string& problem) {
   std::unique_ptr<BundleProcess> opened(new BundleProcess(root));
   opened->_bundle = loadBundle(opened->_process.process(), path);
+  auto info = std::make_shared<platform::BundleInfo>();
+  info->path = path;
+  opened->_process.process().provide<platform::BundleInfo>(std::move(info));
   if (!opened->_bundle.problem) return opened;
   problem = *opened->_bundle.problem;
   return nullptr;
@@ -38,13 +42,16 @@ std::unique_ptr<BundleProcess> BundleProcess::openInstalled(const DeviceTree& tr
 
 std::unique_ptr<BundleProcess> BundleProcess::openBuilt(std::string& problem) {
   const std::filesystem::path bundle = findBuiltBundle();
-  if (!bundle.empty()) {
-    return open(bundle.parent_path(), "/" + bundle.filename().string(), problem);
-  }
+  if (!bundle.empty()) return openFolder(bundle, problem);
   problem =
       "there is no complete ZentrovaPrefs.bundle beside the program. Build the project, or "
       "name a device with --device.";
   return nullptr;
+}
+
+std::unique_ptr<BundleProcess> BundleProcess::openFolder(const std::filesystem::path& bundle,
+                                                         std::string& problem) {
+  return open(bundle.parent_path(), "/" + bundle.filename().string(), problem);
 }
 
 }  // namespace settings

@@ -24,6 +24,9 @@ class BundleProcess {
   static std::unique_ptr<BundleProcess> openInstalled(const DeviceTree& tree, std::string& problem);
   // With the bundle that was built together with the program; there is no device then.
   static std::unique_ptr<BundleProcess> openBuilt(std::string& problem);
+  // With the bundle in that folder, an absolute path; there is no device then.
+  static std::unique_ptr<BundleProcess> openFolder(const std::filesystem::path& bundle,
+                                                   std::string& problem);
   BundleProcess(const BundleProcess&) = delete;
   BundleProcess& operator=(const BundleProcess&) = delete;
 

@@ -23,6 +23,8 @@ void describe(CLI::App& program, CommandContext& context) {
       "Example:\n  zentrova-settings device create ./device && zentrova-settings serve");
   addServe(program, context);
   addScript(program, context);
+  addSmoke(program, context);
+  addLint(program, context);
   addPrefs(program, context);
   addPlist(program, context);
   addColour(program, context);

@@ -52,6 +52,12 @@ void MainLoop::run(const Step& step) {
   }
 }
 
+bool MainLoop::turn() {
+  for (const Work& work : takeWork()) work();
+  const std::lock_guard lock(_mutex);
+  return !_stopped;
+}
+
 void MainLoop::waitUntilDue(std::optional<double> seconds) {
   // A bound that no clock overflows at; the loop only goes round once more.
   constexpr double longestSleepSeconds = 3600;

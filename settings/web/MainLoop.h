@@ -27,6 +27,9 @@ class MainLoop {
 
   // Runs the queued work in its order, then the step, over and over until `stop`.
   void run(const Step& step);
+  // In the middle of the work in hand, on the same thread: runs what was queued meanwhile. False
+  // after `stop`.
+  bool turn();
 
  private:
   std::deque<Work> takeWork();

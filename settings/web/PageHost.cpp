@@ -11,7 +11,10 @@ namespace settings {
 // Carries what comes from the pages over to the main thread.
 struct PageHost::State : PageEvents {
   explicit State(Application& served) : application(served) {}
-  ~State() override { application.setWakeHandler({}); }
+  ~State() override {
+    application.setWakeHandler({});
+    application.setWaitHandler({});
+  }
   State(const State&) = delete;
   State& operator=(const State&) = delete;
 
@@ -49,6 +52,10 @@ PageHostResult PageHost::create(Application& application, const PageServerOption
   state->server = std::move(made.server);
   state->publisher = std::make_unique<PagePublisher>(application, *state->server);
   application.setWakeHandler([loop = &state->loop] { loop->wake(); });
+  application.setWaitHandler([host = state.get()] {
+    if (!host->loop.turn()) host->application.stopWaiting();
+    host->publisher->step();
+  });
   state->server->start();
   return {std::unique_ptr<PageHost>(new PageHost(std::move(state))), {}};
 }

@@ -90,7 +90,10 @@ std::optional<double> PagePublisher::step() {
 void PagePublisher::perform(ConnectionId connection, std::int64_t sequence, const json& action) {
   const ActionResult result = _application.perform(action);
   _fileIsStale = true;
-  _pages[connection].acknowledged = sequence;
+  // The page may have gone while the action waited for a program.
+  const auto page = _pages.find(connection);
+  if (page == _pages.end()) return;
+  page->second.acknowledged = sequence;
   if (result) {
     publishTree(Answered{connection, sequence});
   } else {

@@ -34,10 +34,11 @@ TEST_P(EverySubcommand, RefusesAnUnknownOptionAsAUsageError) {
 
 INSTANTIATE_TEST_SUITE_P(
     Cli, EverySubcommand,
-    ::testing::Values(Arguments{}, Arguments{"serve"}, Arguments{"script"}, Arguments{"prefs"},
-                      Arguments{"prefs", "get"}, Arguments{"prefs", "set"},
-                      Arguments{"prefs", "remove"}, Arguments{"prefs", "show"},
-                      Arguments{"prefs", "diff"}, Arguments{"prefs", "watch"}, Arguments{"plist"},
+    ::testing::Values(Arguments{}, Arguments{"serve"}, Arguments{"script"}, Arguments{"smoke"},
+                      Arguments{"lint"}, Arguments{"prefs"}, Arguments{"prefs", "get"},
+                      Arguments{"prefs", "set"}, Arguments{"prefs", "remove"},
+                      Arguments{"prefs", "show"}, Arguments{"prefs", "diff"},
+                      Arguments{"prefs", "watch"}, Arguments{"plist"},
                       Arguments{"plist", "convert"}, Arguments{"plist", "lint"},
                       Arguments{"plist", "show"}, Arguments{"colour"}, Arguments{"colour", "parse"},
                       Arguments{"colour", "format"}, Arguments{"device"},

@@ -1,7 +1,7 @@
 // What is presented over the pages: alerts, sheets and the report of a crash.
 
 import { html, nothing, type TemplateResult } from 'lit';
-import type { AlertAction, AlertNode, CrashNode } from '../protocol/tree.js';
+import type { AlertAction, AlertNode, CrashNode, WaitingNode } from '../protocol/tree.js';
 import type { Context } from './context.js';
 import { warning } from './icons.js';
 import './modal.js';
@@ -28,6 +28,21 @@ export function alertDialog(context: Context, id: string, node: AlertNode): Temp
         <div class="alert-actions ${!sheet && actions.length === 2 ? 'side-by-side' : ''}">${apart.map(button)}</div>
       </div>
       ${sheet && cancel ? html`<div class="alert-box">${button(cancel)}</div>` : nothing}
+    </div>
+  </zv-modal>`;
+}
+
+export function waitingDialog(context: Context, id: string, node: WaitingNode): TemplateResult {
+  const stop = (): void => void context.act({ action: 'stop', node: id });
+  return html`<zv-modal .name=${'The page waits for a program'} .cancel=${stop} class="alert-modal">
+    <div class="alert" data-node=${id}>
+      <div class="alert-box">
+        <div class="alert-text">
+          <h2>The page waits for a program</h2>
+          <p>${node.program ?? ''} has not ended yet. On a device nothing could be touched until it does.</p>
+        </div>
+        <div class="alert-actions"><button type="button" class="alert-action default" @click=${stop}>Stop</button></div>
+      </div>
     </div>
   </zv-modal>`;
 }

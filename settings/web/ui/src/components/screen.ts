@@ -7,7 +7,7 @@ import { styled } from '../directives/styled.js';
 import { colorPicker } from './color-picker.js';
 import { cssRgb, parseTint, readable } from './color.js';
 import { isDark, type Context } from './context.js';
-import { alertDialog, crashReport } from './dialogs.js';
+import { alertDialog, crashReport, waitingDialog } from './dialogs.js';
 import { statusIcons } from './icons.js';
 import { imagePicker } from './image-picker.js';
 import './navigation.js';
@@ -85,6 +85,7 @@ function presented(context: Context, id: string): TemplateResult | typeof nothin
   const node = context.tree.nodes[id];
   switch (node?.kind) {
     case 'alert': return alertDialog(context, id, node);
+    case 'waiting': return waitingDialog(context, id, node);
     case 'crash': return crashReport(context, id, node);
     case 'colorPicker': return colorPicker(context, id, node);
     case 'imagePicker': return imagePicker(context, id, node);

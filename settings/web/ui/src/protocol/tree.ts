@@ -142,12 +142,13 @@ export interface ImagePickerNode extends Common {
   photos?: { name: string; image?: Picture }[];
   busy?: boolean;
 }
+export interface WaitingNode extends Common { kind: 'waiting'; program?: string }
 export interface CrashNode extends Common { kind: 'crash'; name?: string; reason?: string; where?: string }
 
 export type TreeNode =
   | WindowNode | NavigationNode | PageNode | TableNode | SectionNode | RowNode | CellNode | SwitchNode
   | SegmentedNode | SliderNode | TextFieldNode | LabelNode | ImageNode | ButtonNode | ActivityNode
-  | ViewNode | AlertNode | ColorPickerNode | ImagePickerNode | CrashNode;
+  | ViewNode | AlertNode | ColorPickerNode | ImagePickerNode | WaitingNode | CrashNode;
 
 export type Kind = TreeNode['kind'];
 

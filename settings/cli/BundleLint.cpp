@@ -1,0 +1,213 @@
+#include "settings/cli/BundleLint.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "platform/foundation/Class.h"
+#include "platform/foundation/Exception.h"
+#include "platform/foundation/PropertyList.h"
+#include "platform/preferences/BundleInfo.h"
+#include "platform/preferences/PSCellType.h"
+#include "platform/preferences/PSItemRules.h"
+#include "platform/preferences/PSListController.h"
+#include "settings/cli/BundleProcess.h"
+
+namespace settings {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::Dictionary;
+using platform::PSCellType;
+using platform::Value;
+
+// Kinds of rows that hold a value and so need a key.
+constexpr std::array<PSCellType, 6> kindsWithValue = {
+    platform::PSSwitchCell,   platform::PSSegmentCell,        platform::PSSliderCell,
+    platform::PSEditTextCell, platform::PSSecureEditTextCell, platform::PSLinkListCell};
+constexpr std::array<const char*, 3> infoKeys = {"CFBundleIdentifier", "CFBundleExecutable",
+                                                 "NSPrincipalClass"};
+
+template <std::size_t N>
+bool isOneOf(const std::array<PSCellType, N>& kinds, PSCellType kind) {
+  return std::ranges::find(kinds, kind) != kinds.end();
+}
+
+class BundleLinter {
+ public:
+  explicit BundleLinter(fs::path bundle) : _bundle(std::move(bundle)) {}
+
+  std::vector<LintFinding> run() {
+    lintInfo();
+    std::string problem;
+    _process = BundleProcess::openFolder(_bundle, problem);
+    if (!_process) add("Info.plist", "", problem);
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::directory_iterator(_bundle)) {
+      if (entry.path().extension() == ".plist") files.push_back(entry.path());
+    }
+    std::ranges::sort(files);
+    for (const fs::path& file : files) {
+      if (file.filename() != "Info.plist") lintList(file);
+    }
+    return std::move(_findings);
+  }
+
+ private:
+  void add(const std::string& file, const std::string& row, const std::string& what) {
+    _findings.push_back({file, row, what});
+  }
+
+  std::optional<Dictionary> readDictionary(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    const std::string name = path.filename().string();
+    if (!in) {
+      add(name, "", "cannot be read");
+      return std::nullopt;
+    }
+    const std::string bytes(std::istreambuf_iterator<char>(in), {});
+    const auto list = platform::readPropertyList(bytes);
+    if (list.error) add(name, "", "is no property list: " + list.error->text());
+    if (!list.error && !list.value.asDictionary()) add(name, "", "holds no dictionary");
+    if (list.error || !list.value.asDictionary()) return std::nullopt;
+    return *list.value.asDictionary();
+  }
+
+  void lintInfo() {
+    const auto info = readDictionary(_bundle / "Info.plist");
+    if (!info) return;
+    for (const char* key : infoKeys) {
+      if (info->valueForKey(key).text().value_or("").empty()) {
+        add("Info.plist", "", std::string("has no text under ") + key);
+      }
+    }
+  }
+
+  void lintList(const fs::path& path) {
+    const auto list = readDictionary(path);
+    if (!list) return;
+    const Value items = list->valueForKey("items");
+    const std::string name = path.filename().string();
+    if (!items.asArray()) return add(name, "", "has no array under \"items\"");
+    std::set<std::string> identifiers;
+    std::size_t number = 0;
+    for (const Value& item : *items.asArray()) {
+      std::string row = "row " + std::to_string(++number);
+      if (!item.asDictionary()) {
+        add(name, row, "is no dictionary");
+        continue;
+      }
+      const auto identifier = item.asDictionary()->valueForKey("id").text();
+      if (identifier) row += " (#" + *identifier + ")";
+      if (identifier && !identifiers.insert(*identifier).second) {
+        add(name, row, "the identifier \"" + *identifier + "\" stands twice");
+      }
+      lintItem(name, row, *item.asDictionary());
+    }
+  }
+
+  void lintItem(const std::string& file, const std::string& row, const Dictionary& item) {
+    const auto cell = item.valueForKey("cell").text();
+    const auto kind = cell ? platform::cellTypeNamed(*cell) : std::nullopt;
+    if (!kind) {
+      const std::string found = cell ? "\"" + *cell + "\" is no kind of row" : "has no \"cell\"";
+      return add(file, row, found + "; there are " + platform::cellTypeNames());
+    }
+    if (const auto problem = platform::problemOfItemValues(item)) add(file, row, *problem);
+    lintTexts(file, row, item, *kind);
+    lintChoices(file, row, item, *kind);
+    lintPicture(file, row, item);
+    if (_process) lintNames(file, row, item);
+  }
+
+  void lintTexts(const std::string& file, const std::string& row, const Dictionary& item,
+                 PSCellType kind) {
+    const bool isGroup = kind == platform::PSGroupCell;
+    const bool isCalled = !item.valueForKey("label").text().value_or("").empty() ||
+                          !item.valueForKey("title").text().value_or("").empty();
+    if (!isGroup && !isCalled) {
+      add(file, row, "has no \"label\" and no \"title\"");
+    }
+    if (isOneOf(kindsWithValue, kind) && item.valueForKey("key").text().value_or("").empty()) {
+      add(file, row, "has no \"key\" to store its value under");
+    }
+  }
+
+  void lintChoices(const std::string& file, const std::string& row, const Dictionary& item,
+                   PSCellType kind) {
+    const Value values = item.valueForKey("validValues");
+    const Value titles = item.valueForKey("validTitles");
+    const bool offers = kind == platform::PSSegmentCell || kind == platform::PSLinkListCell;
+    if (offers && !values.asArray()) add(file, row, "has no \"validValues\" to choose from");
+    const std::size_t valueCount = values.asArray() ? values.asArray()->size() : 0;
+    const std::size_t titleCount = titles.asArray() ? titles.asArray()->size() : 0;
+    if (valueCount == titleCount) return;
+    add(file, row,
+        "has " + std::to_string(valueCount) + " \"validValues\" and " + std::to_string(titleCount) +
+            " \"validTitles\"");
+  }
+
+  void lintPicture(const std::string& file, const std::string& row, const Dictionary& item) {
+    const auto icon = item.valueForKey("icon").text();
+    if (!icon) return;
+    for (const char* end : {"", ".png", "@2x.png", "@3x.png"}) {
+      const fs::path stem =
+          fs::path(*icon).extension() == ".png" && *end ? fs::path(*icon).stem() : fs::path(*icon);
+      if (fs::is_regular_file(_bundle / (stem.string() + end))) return;
+    }
+    add(file, row, "the picture \"" + *icon + "\" is not in the bundle");
+  }
+
+  void lintNames(const std::string& file, const std::string& row, const Dictionary& item) {
+    if (const auto problem = platform::problemOfItemReferences(item, nullptr)) {
+      return add(file, row, *problem);
+    }
+    const auto action = item.valueForKey("action").text();
+    if (action && !isOffered(*action)) {
+      add(file, row, "no page of the bundle offers the action \"" + *action + "\"");
+    }
+    if (const auto detail = item.valueForKey("detail").text()) lintSubList(file, row, *detail);
+  }
+
+  bool isOffered(const std::string& action) {
+    const auto& classes = platform::Process::current().classes();
+    return std::ranges::any_of(classes.names(), [&](const std::string& name) {
+      const auto* const found = classes.find(name);
+      return found && found->isSubclassOf("UIViewController") && found->operation(action);
+    });
+  }
+
+  // The list that the page behind a row loads.
+  void lintSubList(const std::string& file, const std::string& row, const std::string& detail) {
+    const auto* const found = _process->find(detail);
+    if (!found || !found->isSubclassOf("PSListController") || detail == "PSListItemsController") {
+      return;
+    }
+    try {
+      const auto page =
+          std::dynamic_pointer_cast<platform::PSListController>(found->makeInstance());
+      if (!page) return;
+      page->specifiers();
+      if (page->problem()) add(file, row, "the page " + detail + ": " + page->problem()->text);
+    } catch (const platform::Exception& exception) {
+      add(file, row, "the page " + detail + " raises " + exception.what());
+    }
+  }
+
+  fs::path _bundle;
+  std::unique_ptr<BundleProcess> _process;
+  std::vector<LintFinding> _findings;
+};
+
+}  // namespace
+
+std::vector<LintFinding> lintBundle(const fs::path& bundle) {
+  return BundleLinter(bundle).run();
+}
+
+}  // namespace settings
