@@ -88,10 +88,10 @@ TEST_F(Waiting, ShortWaitIsNotShown) {
 TEST_F(Waiting, ScriptSetsPatienceAndWhatAStandInPrints) {
   useWholeDevice();
   folder.write("answer", "Version: 7.7\n");
-  ScriptOptions options;
-  options.folder = folder.path();
+  ScriptOptions where;
+  where.folder = folder.path();
   const Played played = play(
-      "stdout /bin/bash answer\npatience 3\nopen\ntap #version\nget _versionLabel.text\n", options);
+      "stdout /bin/bash answer\npatience 3\nopen\ntap #version\nget _versionLabel.text\n", where);
   EXPECT_EQ(played.status, ScriptStatus::done) << played.messages;
   EXPECT_EQ(played.output, "7.7\n");
 }
