@@ -1,5 +1,6 @@
 #include "settings/application/TableNodes.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <string_view>
 #include <utility>
@@ -7,6 +8,7 @@
 
 #include "platform/preferences/PSListController.h"
 #include "platform/preferences/PSTableCell.h"
+#include "platform/uikit/UILongPressGestureRecognizer.h"
 #include "platform/uikit/UITableView.h"
 #include "settings/application/NodeWriter.h"
 
@@ -214,6 +216,13 @@ std::string addSection(NodeWriter& writer, const Table& table, std::int64_t sect
   return writer.add(token, {NodeKind::section, table, token}, std::move(node), std::move(children));
 }
 
+bool watchesLongPresses(const UITableView& table) {
+  return std::ranges::any_of(table.gestureRecognizers(), [](const auto& recognizer) {
+    return recognizer->isEnabled() &&
+           std::dynamic_pointer_cast<platform::UILongPressGestureRecognizer>(recognizer) != nullptr;
+  });
+}
+
 }  // namespace
 
 std::shared_ptr<platform::PSSpecifier> specifierOfRow(const Table& table, IndexPath path) {
@@ -236,6 +245,7 @@ std::string addTable(NodeWriter& writer, const Table& table) {
   json node = writer.viewMembers(*table, "table");
   node["style"] = styleName(table->style());
   node["editing"] = table->isEditing();
+  if (watchesLongPresses(*table)) node["pressable"] = true;
   node["offset"] = table->contentOffset().y;
   std::vector<std::string> children;
   if (table->tableHeaderView())

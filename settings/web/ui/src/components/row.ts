@@ -8,18 +8,23 @@ import { cellContent, cellLook, controlsOf } from './cell.js';
 import type { Context } from './context.js';
 import type { Editing } from './editing.js';
 import { grip, info, minus, plus, warning } from './icons.js';
+import { pressBegins, pressClick, pressKey } from './press.js';
 import { rowName } from './reorder.js';
 
-/** How rows of one section are used: a choice has a checkmark on one of them. */
-export type RowUse = 'plain' | 'choice';
+/** What a row has of its table. */
+export interface RowSetting {
+  /** How the rows of the section are used: a choice has a checkmark on one of them. */
+  use: 'plain' | 'choice';
+  /** In a table that is being edited. */
+  editing: Editing | undefined;
+  /** The table watches for long presses on its rows. */
+  pressable: boolean;
+  /** The row's place, where not all rows of its section are in the document. */
+  place?: { index: number; count: number };
+}
 
-/**
- * A row. `editing` is given in a table that is being edited; `place` tells a row's place where not
- * all rows of its section are in the document.
- */
-export function row(
-  context: Context, id: string, use: RowUse, editing?: Editing, place?: { index: number; count: number },
-): TemplateResult {
+export function row(context: Context, id: string, setting: RowSetting): TemplateResult {
+  const { editing, place } = setting;
   const node = nodeOf(context.tree, id, 'row');
   if (!node) return html``;
   const cellId = node.children.find((child) => context.tree.nodes[child]?.kind === 'cell');
@@ -32,7 +37,7 @@ export function row(
     data-node=${id}
     data-identifier=${node.identifier ?? nothing}
     ${styled({ '--row-height': `${node.height ?? 44}px` })}
-  >${cell && cellId !== undefined ? shownRow(context, id, node, cellId, cell, use, editing) : hiddenRow(node)}</div>`;
+  >${cell && cellId !== undefined ? shownRow(context, id, node, cellId, cell, setting) : hiddenRow(node)}</div>`;
 }
 
 // Out of sight a row has no cell, but it keeps its height and its name.
@@ -42,28 +47,43 @@ function hiddenRow(node: RowNode): TemplateResult {
 }
 
 function shownRow(
-  context: Context, id: string, node: RowNode, cellId: string, cell: CellNode, use: RowUse, editing: Editing | undefined,
+  context: Context, id: string, node: RowNode, cellId: string, cell: CellNode, setting: RowSetting,
 ): TemplateResult {
+  const { editing } = setting;
   const controls = controlsOf(context, cellId, node);
   const enabled = cell.enabled !== false && cell.interactive !== false;
   const content = html`${cellContent(context, cellId, cell, node, enabled)}`;
   return html`${editing ? editingControl(context, id, node, editing) : nothing}
     ${node.selectable && controls.length === 0
-      ? tappable(context, id, cell, enabled, use, content)
+      ? tappable(context, id, cell, enabled, setting, content)
       : plainCell(context, id, node, cell, enabled, controls.length > 0, content)}
     ${cell.accessory === 'detail' ? detailButton(context, id, node) : nothing}
     ${editing && node.editing?.movable ? handle(context, id, editing) : nothing}
     ${node.problem ? html`<p class="row-problem">${warning()}${node.problem}</p>` : nothing}`;
 }
 
-function tappable(context: Context, id: string, cell: CellNode, enabled: boolean, use: RowUse, content: TemplateResult): TemplateResult {
+function tappable(context: Context, id: string, cell: CellNode, enabled: boolean, setting: RowSetting, content: TemplateResult): TemplateResult {
+  if (setting.pressable) return pressable(context, id, cell, enabled, content);
   return html`<button
     type="button"
     class=${cellClass(cell, 'tappable')}
     ?disabled=${!enabled}
-    aria-pressed=${use === 'choice' ? String(cell.accessory === 'checkmark') : nothing}
+    aria-pressed=${setting.use === 'choice' ? String(cell.accessory === 'checkmark') : nothing}
     ${styled(cellLook(cell))}
     @click=${() => void context.act({ action: 'tap', node: id })}
+  >${content}</button>`;
+}
+
+function pressable(context: Context, id: string, cell: CellNode, enabled: boolean, content: TemplateResult): TemplateResult {
+  return html`<button
+    type="button"
+    class=${cellClass(cell, 'tappable pressable')}
+    ?disabled=${!enabled}
+    ${styled(cellLook(cell))}
+    @pointerdown=${(event: PointerEvent) => pressBegins(context, id, event)}
+    @keydown=${(event: KeyboardEvent) => pressKey(context, id, event)}
+    @click=${() => pressClick(context, id)}
+    @contextmenu=${(event: Event) => event.preventDefault()}
   >${content}</button>`;
 }
 

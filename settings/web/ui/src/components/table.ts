@@ -10,7 +10,7 @@ import { Editing } from './editing.js';
 import { RowGlide } from './glide.js';
 import { LightElement } from './light-element.js';
 import { orderOf, type Order, type SectionRows } from './reorder.js';
-import { row, type RowUse } from './row.js';
+import { row, type RowSetting } from './row.js';
 import { lookOf, placedView } from './views.js';
 import { isLong, piecesOf, RowWindow, type Piece } from './window.js';
 
@@ -83,29 +83,30 @@ export class ZvTable extends LightElement {
     const { context } = this;
     const node = nodeOf(context.tree, id, 'section');
     if (!node) return html``;
-    const use = rows.some((each) => hasCheckmark(context, each)) ? 'choice' : 'plain';
+    const setting = this._setting(rows.some((each) => hasCheckmark(context, each)) ? 'choice' : 'plain');
     const headed = node.header ? `section-${id}` : undefined;
     return html`<section class="section" data-section=${id} aria-labelledby=${headed ?? nothing}>
       ${heading(node, headed)}
       ${rows.length === 0 ? nothing : html`<div class="rows" role="list" aria-labelledby=${headed ?? nothing}>
-        ${isLong(rows) ? this._longRows(id, rows, use) : repeat(rows, (each) => each, (each) => this._row(each, use))}
+        ${isLong(rows) ? this._longRows(id, rows, setting) : repeat(rows, (each) => each, (each) => row(context, each, setting))}
       </div>`}
       ${node.footer ? html`<p class="section-footer">${node.footer}</p>` : nothing}
     </section>`;
   }
 
-  private _longRows(section: string, rows: readonly string[], use: RowUse): unknown {
+  private _setting(use: RowSetting['use']): RowSetting {
+    const node = this._node;
+    return { use, editing: node?.editing ? this.editing : undefined, pressable: node?.pressable ?? false };
+  }
+
+  private _longRows(section: string, rows: readonly string[], setting: RowSetting): unknown {
     const pieces = piecesOf(rows, this._window.sliceOf(section), this._kept(), this._heightOf);
-    return repeat(pieces, ({ key }) => key, (piece) => this._piece(piece, rows.length, use));
+    return repeat(pieces, ({ key }) => key, (piece) => this._piece(piece, rows.length, setting));
   }
 
-  private _piece(piece: Piece, count: number, use: RowUse): TemplateResult {
+  private _piece(piece: Piece, count: number, setting: RowSetting): TemplateResult {
     if ('height' in piece) return html`<div class="row-space" aria-hidden="true" ${styled({ height: `${piece.height}px` })}></div>`;
-    return this._row(piece.row, use, { index: piece.index, count });
-  }
-
-  private _row(id: string, use: RowUse, place?: { index: number; count: number }): TemplateResult {
-    return row(this.context, id, use, this._node?.editing ? this.editing : undefined, place);
+    return row(this.context, piece.row, { ...setting, place: { index: piece.index, count } });
   }
 
   /** Rows that are in the document wherever they are. */

@@ -19,7 +19,7 @@ export function picture(image: Picture, className: string, name = ''): TemplateR
 export function lookOf(node: TreeNode): Styles {
   const layer = node.layer;
   return {
-    opacity: node.alpha,
+    opacity: typeof node.alpha === 'number' ? node.alpha : undefined,
     'background-color': cssColor(node.background),
     'border-radius': layer?.radius ? `${layer.radius}px` : undefined,
     'border': layer?.borderWidth ? `${layer.borderWidth}px solid ${cssColor(layer.borderColor) ?? 'currentcolor'}` : undefined,

@@ -62,6 +62,8 @@ export interface TableNode extends Common {
   kind: 'table';
   style?: 'grouped' | 'insetGrouped' | 'plain';
   editing?: boolean;
+  /** A long press on a row may do something. */
+  pressable?: boolean;
   offset?: number;
   contentHeight?: number;
 }
@@ -136,10 +138,16 @@ export interface AlertNode extends Common {
   message?: string;
   actions?: AlertAction[];
 }
-export interface ColorPickerNode extends Common { kind: 'colorPicker'; color?: Color }
+export interface ColorPickerNode extends Omit<Common, 'alpha'> {
+  kind: 'colorPicker';
+  title?: string;
+  color?: Color;
+  /** The alpha control is offered. */
+  alpha?: boolean;
+}
 export interface ImagePickerNode extends Common {
   kind: 'imagePicker';
-  photos?: { name: string; image?: Picture }[];
+  photos?: { name: string; image?: Picture; problem?: string }[];
   busy?: boolean;
 }
 export interface WaitingNode extends Common { kind: 'waiting'; program?: string }

@@ -1,0 +1,100 @@
+// A finger, the mouse or a key that is held down on a row whose table watches for long presses. The
+// application hears of it when it begins and when it ends; it knows by its own clock whether the
+// press was a long one, and takes a short one as a tap.
+
+import type { Context } from './context.js';
+
+const slackPoints = 10;
+
+interface Held {
+  row: string;
+  act: Context['act'];
+  element: HTMLElement;
+  /** The pointer that is down; none where a key is. */
+  pointer: number | undefined;
+  x: number;
+  y: number;
+}
+
+let held: Held | undefined;
+// The click that the browser makes of a press that has been told already.
+let clickIsTold = false;
+
+export function pressBegins(context: Context, row: string, event: PointerEvent): void {
+  if (event.button !== 0 || !event.isPrimary) return;
+  clickIsTold = false;
+  hold(context, row, event.currentTarget as HTMLElement, event.pointerId, event.clientX, event.clientY);
+  addEventListener('pointermove', moved);
+  addEventListener('pointerup', released);
+}
+
+/** Enter and Space, held down, are a finger. */
+export function pressKey(context: Context, row: string, event: KeyboardEvent): void {
+  if (event.key !== 'Enter' && event.key !== ' ') return;
+  event.preventDefault();
+  if (event.repeat || held) return;
+  const element = event.currentTarget as HTMLElement;
+  hold(context, row, element, undefined, 0, 0);
+  element.addEventListener('keyup', keyReleased);
+  element.addEventListener('blur', cancelled);
+}
+
+/** A click. What assistive technology makes by itself is a tap; any other has been told as a press. */
+export function pressClick(context: Context, row: string): void {
+  if (!clickIsTold) void context.act({ action: 'tap', node: row });
+  clickIsTold = false;
+}
+
+function hold(context: Context, row: string, element: HTMLElement, pointer: number | undefined, x: number, y: number): void {
+  cancel();
+  held = { row, act: context.act, element, pointer, x, y };
+  element.dataset['held'] = '';
+  addEventListener('pointercancel', cancelled);
+  addEventListener('blur', cancelled);
+  element.closest('.table-scroll')?.addEventListener('scroll', cancelled);
+  void held.act({ action: 'press', node: row, phase: 'begin' });
+}
+
+function moved(event: PointerEvent): void {
+  if (!held || event.pointerId !== held.pointer) return;
+  if (Math.hypot(event.clientX - held.x, event.clientY - held.y) > slackPoints) cancel();
+}
+
+function released(event: PointerEvent): void {
+  if (!held || event.pointerId !== held.pointer) return;
+  clickIsTold = true;
+  end('end');
+}
+
+function keyReleased(event: KeyboardEvent): void {
+  if (event.key !== 'Enter' && event.key !== ' ') return;
+  event.preventDefault();
+  end('end');
+}
+
+function cancelled(event: Event): void {
+  if (event instanceof PointerEvent && event.pointerId !== held?.pointer) return;
+  cancel();
+}
+
+// What was no press has had its chance to be a tap, too: it was a scroll, or was given up.
+function cancel(): void {
+  if (!held) return;
+  clickIsTold = held.pointer !== undefined;
+  end('cancel');
+}
+
+function end(phase: 'end' | 'cancel'): void {
+  if (!held) return;
+  const { row, act, element } = held;
+  held = undefined;
+  delete element.dataset['held'];
+  removeEventListener('pointermove', moved);
+  removeEventListener('pointerup', released);
+  removeEventListener('pointercancel', cancelled);
+  removeEventListener('blur', cancelled);
+  element.removeEventListener('keyup', keyReleased);
+  element.removeEventListener('blur', cancelled);
+  element.closest('.table-scroll')?.removeEventListener('scroll', cancelled);
+  void act({ action: 'press', node: row, phase });
+}
