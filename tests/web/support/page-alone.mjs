@@ -69,13 +69,16 @@ export class OtherEnd {
   }
 }
 
-/** Opens the page in a new window. `trouble` must stay empty. */
-export async function openAlone(browser, tree, options = {}) {
+/** Opens the page in a new window; `routes` answers other addresses than the page's own files. `trouble` must stay empty. */
+export async function openAlone(browser, tree, { routes = {}, ...options } = {}) {
   const context = await browser.newContext({ viewport: { width: 1280, height: 900 }, ...options });
   const page = await context.newPage();
   const trouble = watchForTrouble(page);
   const server = new OtherEnd(tree);
   await page.route(`${origin}/**`, serveFile);
+  for (const [path, answer] of Object.entries(routes)) {
+    if (answer) await page.route(`${origin}${path}`, answer);
+  }
   await page.routeWebSocket(/\/socket$/, (socket) => server.connected(socket));
   await page.goto(`${origin}/`);
   await page.locator('.screen').waitFor();

@@ -1,31 +1,128 @@
-import { html, nothing, type TemplateResult } from 'lit';
-import { live } from 'lit/directives/live.js';
+// The system's colour picker: a grid, a spectrum, sliders with a hex field, and the opacity where it
+// is offered. Each change is told while it is open, the last one again where several came before an
+// answer; leaving it ends it.
+
+import { html, nothing, type PropertyValues, type TemplateResult } from 'lit';
 import type { ColorPickerNode } from '../protocol/tree.js';
 import { styled } from '../directives/styled.js';
 import { cssColor } from './color.js';
+import { colorGrid } from './color-grid.js';
+import { colorSliders, opacitySlider } from './color-sliders.js';
+import { colorSpectrum } from './color-spectrum.js';
 import type { Context } from './context.js';
+import { cross } from './icons.js';
+import { LightElement } from './light-element.js';
+import { colorName, hexOf, parseComputed, type Rgba } from './picked-color.js';
 import './modal.js';
 
-const channels = ['Red', 'Green', 'Blue', 'Opacity'] as const;
+type Way = 'Grid' | 'Spectrum' | 'Sliders';
+const ways: readonly Way[] = ['Grid', 'Spectrum', 'Sliders'];
 
-/** The system's colour picker. Every change picks; leaving it ends it. */
-export function colorPicker(context: Context, id: string, node: ColorPickerNode): TemplateResult {
-  const rgba = node.color && 'rgba' in node.color ? node.color.rgba : [0, 0, 0, 1];
-  const offered = (node as { alpha?: boolean | number }).alpha === false ? channels.slice(0, 3) : channels;
-  const close = (): void => void context.act({ action: 'close', node: id });
-  const pick = (index: number, event: Event): void => {
-    const value = (event.target as HTMLInputElement).valueAsNumber;
-    void context.act({ action: 'pick', node: id, rgba: rgba.map((old, place) => (place === index ? value : old)) });
+export class ZvColorPicker extends LightElement {
+  static override properties = {
+    context: { attribute: false },
+    node: { attribute: false },
+    nodeId: { attribute: false },
+    _way: { state: true },
+    _draft: { state: true },
+    _named: { state: true },
   };
-  return html`<zv-modal .name=${'Colours'} .cancel=${close} class="sheet-modal">
-    <div class="sheet-page" data-node=${id}>
-      <header class="sheet-bar"><h2>Colours</h2><button type="button" class="plain-button" @click=${close}>Done</button></header>
-      <div class="color-sample" ${styled({ '--sample': node.color ? cssColor(node.color) : 'transparent' })}></div>
-      ${offered.map((channel, index) => html`<label class="color-channel">
-        <span>${channel}</span>
-        <input type="range" min="0" max="1" step="any" .value=${live(String(rgba[index] ?? 0))} @change=${(event: Event) => pick(index, event)}>
-        <output>${Math.round((rgba[index] ?? 0) * (index < 3 ? 255 : 100))}${index < 3 ? nothing : ' %'}</output>
-      </label>`)}
-    </div>
-  </zv-modal>`;
+
+  declare context: Context;
+  declare node: ColorPickerNode;
+  declare nodeId: string;
+  declare private _way: Way;
+  // What the user has picked last, until the application has answered.
+  declare private _draft: Rgba | undefined;
+  // The components of a colour that is given by its name.
+  declare private _named: Rgba | undefined;
+  // What is on its way to the application.
+  private _told: Rgba | undefined;
+
+  constructor() {
+    super();
+    this._way = 'Grid';
+  }
+
+  private get _rgba(): Rgba {
+    if (this._draft) return this._draft;
+    const { color } = this.node;
+    return color && 'rgba' in color ? color.rgba : (this._named ?? [0, 0, 0, 1]);
+  }
+
+  protected override render(): TemplateResult {
+    const title = this.node.title || 'Colors';
+    const rgba = this._rgba;
+    return html`<zv-modal .name=${title} .kind=${'dialog'} .cancel=${this._close} class="sheet-modal">
+      <div class="sheet-page color-picker" data-node=${this.nodeId}>
+        <header class="sheet-bar"><span></span><h2>${title}</h2>
+          <button type="button" class="round-close" aria-label="Close" @click=${this._close}>${cross()}</button></header>
+        ${this._ways()}
+        <div class="color-way" id="color-way" role="tabpanel" aria-labelledby="color-${this._way}">${this._panel(rgba)}</div>
+        ${this.node.alpha === true ? html`<h3 class="color-heading">Opacity</h3>${opacitySlider(rgba, this._pick)}` : nothing}
+        <div class="color-result">
+          <span class="color-sample"><i ${styled({ 'background-color': cssColor(this._draft ? { rgba } : (this.node.color ?? { rgba })) })}></i></span>
+          <p><span class="color-name">${colorName(rgba)}</span><output>#${hexOf(rgba)}</output></p>
+        </div>
+      </div>
+    </zv-modal>`;
+  }
+
+  private _ways(): TemplateResult {
+    return html`<div class="picker-ways" role="tablist" aria-label="Ways to choose" @keydown=${this._wayKey}>
+      ${ways.map((way) => html`<button type="button" role="tab" id="color-${way}" aria-controls="color-way"
+        aria-selected=${way === this._way} tabindex=${way === this._way ? 0 : -1} @click=${() => (this._way = way)}>${way}</button>`)}
+    </div>`;
+  }
+
+  private _panel(rgba: Rgba): TemplateResult {
+    const withAlpha = (rgb: [number, number, number]): void => this._pick([...rgb, rgba[3]]);
+    switch (this._way) {
+      case 'Grid': return colorGrid(rgba, withAlpha);
+      case 'Spectrum': return colorSpectrum(rgba, withAlpha);
+      case 'Sliders': return colorSliders(rgba, this._pick);
+    }
+  }
+
+  protected override updated(changed: PropertyValues): void {
+    super.updated(changed);
+    if (!changed.has('node') || !this.node.color || 'rgba' in this.node.color) return;
+    const sample = this.querySelector('.color-sample i');
+    if (sample) this._named = parseComputed(getComputedStyle(sample).getPropertyValue('background-color'));
+  }
+
+  private readonly _wayKey = (event: KeyboardEvent): void => {
+    const step = { ArrowRight: 1, ArrowLeft: -1 }[event.key];
+    if (step === undefined) return;
+    event.preventDefault();
+    this._way = ways[(ways.indexOf(this._way) + step + ways.length) % ways.length] ?? 'Grid';
+    void this.updateComplete.then(() => this.querySelector<HTMLElement>(`#color-${this._way}`)?.focus());
+  };
+
+  // What has not been told yet is told before.
+  private readonly _close = (): void => {
+    if (this._draft && this._draft !== this._told) void this._tell(this._draft);
+    void this.context.act({ action: 'close', node: this.nodeId });
+  };
+
+  private readonly _pick = (rgba: Rgba): void => {
+    this._draft = rgba;
+    if (!this._told) void this._tellAll();
+  };
+
+  private async _tellAll(): Promise<void> {
+    while (this._draft) {
+      const rgba = this._draft;
+      await this._tell(rgba);
+      if (this._draft === rgba) this._draft = undefined;
+    }
+    this._told = undefined;
+  }
+
+  private _tell(rgba: Rgba): Promise<void> {
+    this._told = rgba;
+    return this.context.act({ action: 'pick', node: this.nodeId, rgba });
+  }
 }
+
+customElements.define('zv-color-picker', ZvColorPicker);

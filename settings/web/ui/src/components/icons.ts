@@ -14,11 +14,16 @@ export const info = (): TemplateResult =>
 export const minus = (): TemplateResult => icon('minus', '0 0 22 22', svg`<circle cx="11" cy="11" r="11"/><path d="M6 11h10"/>`);
 export const plus = (): TemplateResult =>
   icon('plus', '0 0 22 22', svg`<circle cx="11" cy="11" r="11"/><path d="M6 11h10M11 6v10"/>`);
+export const cross = (): TemplateResult => icon('cross', '0 0 12 12', svg`<path d="M1.5 1.5l9 9M10.5 1.5l-9 9"/>`);
 export const grip = (): TemplateResult => icon('grip', '0 0 22 12', svg`<path d="M0 1h22M0 6h22M0 11h22"/>`);
 export const warning = (): TemplateResult =>
   icon('warning', '0 0 22 22', svg`<path d="M11 2.5L1.5 19.5h19z"/><path d="M11 8.5v5.5M11 16.6v.2"/>`);
 export const restart = (): TemplateResult =>
   icon('restart', '0 0 20 20', svg`<path d="M16.5 10a6.5 6.5 0 1 1-2-4.7"/><path d="M15 1.8v4h-4"/>`);
+
+// Eight spokes; the style sheet turns them.
+export const spinner = (): TemplateResult => icon('spinner', '0 0 22 22', svg`${[0, 45, 90, 135, 180, 225, 270, 315].map((angle) =>
+  svg`<path d="M11 1.5v5" transform="rotate(${angle} 11 11)" opacity=${0.25 + (angle / 315) * 0.75}/>`)}`);
 
 const symbols: Record<string, TemplateResult> = {
   'chevron.right': svg`<path d="M8 4.5l6.5 6.5L8 17.5"/>`,

@@ -6,12 +6,16 @@ export class ZvModal extends HTMLElement {
   set name(name: string) {
     this.setAttribute('aria-label', name);
   }
+  /** A dialog that asks for an answer, or one in which one works. */
+  set kind(kind: 'alertdialog' | 'dialog') {
+    this.setAttribute('role', kind);
+  }
   /** Leaves the dialog without a choice. */
   cancel: () => void = () => undefined;
   private _before: Element | null = null;
 
   connectedCallback(): void {
-    this.setAttribute('role', 'alertdialog');
+    if (!this.hasAttribute('role')) this.setAttribute('role', 'alertdialog');
     this.setAttribute('aria-modal', 'true');
     this._before = document.activeElement;
     this.addEventListener('keydown', this._key);
@@ -31,7 +35,8 @@ export class ZvModal extends HTMLElement {
   }
 
   private _stops(): HTMLElement[] {
-    return [...this.querySelectorAll<HTMLElement>('button:not(:disabled), input:not(:disabled)')];
+    const all = this.querySelectorAll<HTMLElement>('button:not(:disabled), input:not(:disabled), [tabindex]');
+    return [...all].filter((stop) => stop.tabIndex >= 0 && stop.checkVisibility());
   }
 
   private readonly _key = (event: KeyboardEvent): void => {

@@ -107,7 +107,7 @@ function plainCell(
 
 function cellClass(cell: CellNode, more: string): string {
   const disabled = cell.enabled === false ? 'disabled' : '';
-  return `cell style-${cell.style ?? 'default'} ${cell.cellType ?? ''} ${cell.selected ? 'selected' : ''} ${disabled} ${more}`;
+  return `cell style-${cell.style ?? 'default'} ${cell.animation ? 'animated' : ''} ${cell.cellType ?? ''} ${cell.selected ? 'selected' : ''} ${disabled} ${more}`;
 }
 
 function detailButton(context: Context, id: string, node: RowNode): TemplateResult {

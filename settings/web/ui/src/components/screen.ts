@@ -4,12 +4,12 @@ import { html, nothing, type TemplateResult } from 'lit';
 import { keyed } from 'lit/directives/keyed.js';
 import type { Device } from '../protocol/tree.js';
 import { styled } from '../directives/styled.js';
-import { colorPicker } from './color-picker.js';
+import './color-picker.js';
 import { cssRgb, parseTint, readable } from './color.js';
 import { isDark, type Context } from './context.js';
 import { alertDialog, crashReport, waitingDialog } from './dialogs.js';
 import { statusIcons } from './icons.js';
-import { imagePicker } from './image-picker.js';
+import './image-picker.js';
 import './navigation.js';
 
 /** What belongs to the shape of a device, in points. */
@@ -87,8 +87,8 @@ function presented(context: Context, id: string): TemplateResult | typeof nothin
     case 'alert': return alertDialog(context, id, node);
     case 'waiting': return waitingDialog(context, id, node);
     case 'crash': return crashReport(context, id, node);
-    case 'colorPicker': return colorPicker(context, id, node);
-    case 'imagePicker': return imagePicker(context, id, node);
+    case 'colorPicker': return html`<zv-color-picker .context=${context} .node=${node} .nodeId=${id}></zv-color-picker>`;
+    case 'imagePicker': return html`<zv-image-picker .context=${context} .node=${node} .nodeId=${id}></zv-image-picker>`;
     default: return nothing;
   }
 }

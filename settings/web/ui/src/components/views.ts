@@ -6,7 +6,7 @@ import { styled, type Styles } from '../directives/styled.js';
 import { cssColor, cssTextColor, cssWeight } from './color.js';
 import { isDark, type Context } from './context.js';
 import { controlFor } from './control.js';
-import { symbol } from './icons.js';
+import { spinner, symbol } from './icons.js';
 
 /** A picture of the tree; its bytes are asked for by the hash of their content. */
 export function picture(image: Picture, className: string, name = ''): TemplateResult {
@@ -24,7 +24,7 @@ export function lookOf(node: TreeNode): Styles {
     'border-radius': layer?.radius ? `${layer.radius}px` : undefined,
     'border': layer?.borderWidth ? `${layer.borderWidth}px solid ${cssColor(layer.borderColor) ?? 'currentcolor'}` : undefined,
     '--tint': cssColor(node.tint),
-    'transition': node.animation ? `opacity ${node.animation.duration}s` : undefined,
+    '--duration': node.animation ? `${node.animation.duration}s` : undefined,
   };
 }
 
@@ -37,7 +37,7 @@ export function placedChildren(context: Context, id: string): TemplateResult[] {
 export function placedView(context: Context, id: string): TemplateResult {
   const node = context.tree.nodes[id];
   if (!node || node.hidden) return html``;
-  return html`<div class="view view-${node.kind}" ${styled({ ...frameOf(node), ...lookOf(node) })}>
+  return html`<div class="view view-${node.kind} ${node.animation ? 'animated' : ''}" ${styled({ ...frameOf(node), ...lookOf(node) })}>
     ${viewContent(context, id, node)}
   </div>`;
 }
@@ -52,7 +52,7 @@ function viewContent(context: Context, id: string, node: TreeNode): unknown {
     case 'label': return label(context, node);
     case 'image': return image(node);
     case 'button': return button(context, id, node);
-    case 'activity': return node.animating ? html`<span class="spinner" role="progressbar" aria-label="Busy"></span>` : nothing;
+    case 'activity': return node.animating ? html`<span class="spinner" role="progressbar" aria-label="Busy">${spinner()}</span>` : nothing;
     case 'view': return placedChildren(context, id);
     default: return controlFor(context, id, node.label ?? '', node.interactive !== false) ?? placedChildren(context, id);
   }
