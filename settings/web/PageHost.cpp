@@ -5,6 +5,7 @@
 #include "settings/application/Application.h"
 #include "settings/web/MainLoop.h"
 #include "settings/web/PagePublisher.h"
+#include "settings/web/PhotoReader.h"
 
 namespace settings {
 
@@ -31,12 +32,19 @@ struct PageHost::State : PageEvents {
   void closed(ConnectionId connection) override {
     loop.post([this, connection] { publisher->closed(connection); });
   }
-  void imageWanted(ImageRequestId request, std::string hash) override {
+  void imageWanted(RequestId request, std::string hash) override {
     loop.post([this, request, hash = std::move(hash)] { publisher->imageWanted(request, hash); });
+  }
+  void photoSent(RequestId request, std::string bytes) override {
+    photos.read(std::move(bytes), [this, request](PhotoResult photo) {
+      loop.post(
+          [this, request, photo = std::move(photo)] { publisher->photoRead(request, photo); });
+    });
   }
 
   Application& application;
   MainLoop loop;
+  PhotoReader photos;
   std::unique_ptr<PageServer> server;
   std::unique_ptr<PagePublisher> publisher;
 };

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "settings/application/ActionMembers.h"
 #include "settings/application/Application.h"
 #include "settings/web/Protocol.h"
 
@@ -74,10 +75,19 @@ void PagePublisher::received(ConnectionId connection, std::string_view text) {
   }
 }
 
-void PagePublisher::imageWanted(ImageRequestId request, std::string_view hash) {
+void PagePublisher::imageWanted(RequestId request, std::string_view hash) {
   auto bytes = _application.imageBytes(hash);
   _sink.answerImage(request,
                     bytes ? std::make_shared<const std::string>(*std::move(bytes)) : nullptr);
+}
+
+void PagePublisher::photoRead(RequestId request, PhotoResult photo) {
+  if (photo.image) {
+    const std::string name = _sentPhotos.keep(std::move(photo));
+    _sink.answerPhoto(request, 200, json{{"name", name}}.dump());
+  } else {
+    _sink.answerPhoto(request, 422, json{{"message", photo.problem}}.dump());
+  }
 }
 
 std::optional<double> PagePublisher::step() {
@@ -87,8 +97,23 @@ std::optional<double> PagePublisher::step() {
   return next;
 }
 
+ActionResult PagePublisher::performAction(const json& action) {
+  const auto name = stringMember(action, "name");
+  const bool isSent =
+      stringMember(action, "action") == "photo" && name && SentPhotos::isName(*name);
+  return isSent ? chooseSent(action, *name) : _application.perform(action);
+}
+
+ActionResult PagePublisher::chooseSent(const json& action, const std::string& name) {
+  const auto photo = _sentPhotos.find(name);
+  if (!photo) return refused("The picture is kept no longer. Send it once more.");
+  ActionResult result = _application.choosePhoto(stringMember(action, "node").value_or(""), *photo);
+  if (result) _sentPhotos.drop(name);
+  return result;
+}
+
 void PagePublisher::perform(ConnectionId connection, std::int64_t sequence, const json& action) {
-  const ActionResult result = _application.perform(action);
+  const ActionResult result = performAction(action);
   _fileIsStale = true;
   // The page may have gone while the action waited for a program.
   const auto page = _pages.find(connection);

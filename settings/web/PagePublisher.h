@@ -12,10 +12,12 @@
 #include "settings/application/ApplicationObserver.h"
 #include "settings/web/PageSink.h"
 #include "settings/web/PatchStream.h"
+#include "settings/web/SentPhotos.h"
 
 namespace settings {
 
 class Application;
+struct ActionResult;
 
 // Shows an application to the pages: each page gets the tree as a whole and then every difference,
 // each action is answered by exactly one patch or refusal, and the panes beside the phone are sent
@@ -34,7 +36,10 @@ class PagePublisher : private ApplicationObserver {
   void received(ConnectionId connection, std::string_view text);
   void wantsWhole(ConnectionId connection);
   void closed(ConnectionId connection);
-  void imageWanted(ImageRequestId request, std::string_view hash);
+  void imageWanted(RequestId request, std::string_view hash);
+  // A photo that was sent has been looked at: it is kept under a name that the page is told, or the
+  // page is told why it is none.
+  void photoRead(RequestId request, PhotoResult photo);
   // The device's files may have changed from outside.
   void filesChanged() { _fileIsStale = true; }
 
@@ -55,6 +60,8 @@ class PagePublisher : private ApplicationObserver {
     std::int64_t sequence;
   };
 
+  ActionResult performAction(const nlohmann::json& action);
+  ActionResult chooseSent(const nlohmann::json& action, const std::string& name);
   void perform(ConnectionId connection, std::int64_t sequence, const nlohmann::json& action);
   void publishTree(std::optional<Answered> answered);
   void publishPatch(const nlohmann::json& patch, std::optional<Answered> answered);
@@ -74,6 +81,7 @@ class PagePublisher : private ApplicationObserver {
   PageSink& _sink;
   std::map<ConnectionId, Page> _pages;
   PatchStream _stream;
+  SentPhotos _sentPhotos;
   std::uint64_t _shownRevision = 0;  // of the application
   // Sent before the patch that shows what they belong to.
   std::vector<std::string> _events;

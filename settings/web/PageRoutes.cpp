@@ -1,6 +1,7 @@
 #include "settings/web/PageRoutes.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "settings/web/RandomToken.h"
@@ -9,6 +10,7 @@ namespace settings {
 namespace {
 
 constexpr std::string_view imagesPath = "/images/";
+constexpr std::string_view uploadPath = "/photos";
 
 bool isHash(std::string_view text) {
   return text.size() == 64 && std::all_of(text.begin(), text.end(), [](char character) {
@@ -37,17 +39,30 @@ Routed PageRoutes::route(const RequestFacts& request) const {
     case Access::missingOrigin:
       return refusal(request, 403, "Only this server's own page may ask for this.");
   }
-  if (request.method != "GET" && request.method != "HEAD") {
-    HttpAnswer refused = refusal(request, 405, "Only GET and HEAD are answered here.");
-    refused.headers.emplace_back("Allow", "GET, HEAD");
-    return refused;
-  }
+  if (targetPath(request.target) == uploadPath) return routePhoto(request);
+  if (request.method != "GET" && request.method != "HEAD") return wrongMethod(request, "GET, HEAD");
   if (targetPath(request.target) == "/") {
     const auto token = queryParameter(request.target, "token");
     if (token) return exchange(request, *token);
   }
   if (!hasSession(request, _rules)) return refusal(request, 403, openPrintedAddress);
   return routeWithSession(request);
+}
+
+// To send a photo changes what the application shows, so that the page must say where it comes
+// from.
+Routed PageRoutes::routePhoto(const RequestFacts& request) const {
+  if (request.method != "POST") return wrongMethod(request, "POST");
+  if (request.origins.empty() || !hasSession(request, _rules)) {
+    return refusedPhoto(request, 403, openPrintedAddress);
+  }
+  return PhotoWanted{};
+}
+
+HttpAnswer PageRoutes::wrongMethod(const RequestFacts& request, const std::string& allowed) const {
+  HttpAnswer refused = refusal(request, 405, "Here is answered: " + allowed + ".");
+  refused.headers.emplace_back("Allow", allowed);
+  return refused;
 }
 
 HttpAnswer PageRoutes::exchange(const RequestFacts& request, std::string_view token) const {
@@ -84,6 +99,16 @@ HttpAnswer PageRoutes::image(const RequestFacts& request,
     if (name == "Cache-Control") value = "private, max-age=31536000, immutable";
   }
   return found;
+}
+
+HttpAnswer PageRoutes::data(const RequestFacts& request, unsigned status, std::string json) const {
+  return answer(request, status, "application/json",
+                std::make_shared<const std::string>(std::move(json)));
+}
+
+HttpAnswer PageRoutes::refusedPhoto(const RequestFacts& request, unsigned status,
+                                    const std::string& why) const {
+  return data(request, status, nlohmann::json{{"message", why}}.dump());
 }
 
 HttpAnswer PageRoutes::refusal(const RequestFacts& request, unsigned status,

@@ -184,5 +184,44 @@ TEST(StaticFiles, LinksAndHiddenFilesAreNotServed) {
   EXPECT_NE(files->find("/"), nullptr);
 }
 
+TEST_F(PageRoutesTest, APhotoIsTakenFromOurOwnPageOnly) {
+  RequestFacts photo = get("/photos");
+  photo.method = "POST";
+  photo.origins = {"http://127.0.0.1:8080"};
+  EXPECT_TRUE(std::holds_alternative<PhotoWanted>(_routes->route(photo)));
+
+  RequestFacts unsaid = photo;
+  unsaid.origins.clear();
+  EXPECT_EQ(answer(unsaid).status, 403U);
+  RequestFacts foreign = photo;
+  foreign.origins = {"http://localhost:8080"};
+  EXPECT_EQ(answer(foreign).status, 403U);
+  RequestFacts stranger = photo;
+  stranger.cookies.clear();
+  EXPECT_EQ(answer(stranger).status, 403U);
+  EXPECT_EQ(header(answer(stranger), "Content-Type"), "application/json");
+  RequestFacts rebound = photo;
+  rebound.hosts = {"evil.example"};
+  EXPECT_EQ(answer(rebound).status, 421U);
+}
+
+TEST_F(PageRoutesTest, PhotosAreSentAndNotFetched) {
+  for (const char* method : {"GET", "HEAD", "PUT", "DELETE"}) {
+    RequestFacts request = get("/photos");
+    request.method = method;
+    const HttpAnswer refused = answer(request);
+    EXPECT_EQ(refused.status, 405U) << method;
+    EXPECT_EQ(header(refused, "Allow"), "POST");
+  }
+}
+
+TEST_F(PageRoutesTest, WhyAPhotoIsRefusedIsSaidToThePagesProgram) {
+  const HttpAnswer refused = _routes->refusedPhoto(get("/photos"), 413, "It is \"too\" large.");
+  EXPECT_EQ(refused.status, 413U);
+  EXPECT_EQ(*refused.body, R"({"message":"It is \"too\" large."})");
+  EXPECT_EQ(header(refused, "Cache-Control"), "no-store");
+  EXPECT_NE(header(refused, "Content-Security-Policy"), "(absent)");
+}
+
 }  // namespace
 }  // namespace settings

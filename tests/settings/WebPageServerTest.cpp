@@ -36,8 +36,11 @@ class RecordingEvents : public PageEvents {
   }
   void wantsWhole(ConnectionId connection) override { add({"wantsWhole", connection, {}}); }
   void closed(ConnectionId connection) override { add({"closed", connection, {}}); }
-  void imageWanted(ImageRequestId request, std::string hash) override {
+  void imageWanted(RequestId request, std::string hash) override {
     add({"image", request, std::move(hash)});
+  }
+  void photoSent(RequestId request, std::string bytes) override {
+    add({"photo", request, std::move(bytes)});
   }
 
   // The next event; its kind is "nothing" where none comes.
@@ -111,6 +114,12 @@ class PageServerTest : public ::testing::Test {
     return {std::move(page), event.id};
   }
 
+  // The head of a request that brings a photo of so many bytes.
+  std::string photoHead(const LoopbackClient& page, std::size_t size) {
+    return "POST /photos HTTP/1.1\r\nHost: " + page.host() + "\r\n" + cookieLine() +
+           page.originLine() + "Content-Length: " + std::to_string(size) + "\r\n\r\n";
+  }
+
   test::TemporaryPage _page;
   RecordingEvents _events;
   std::unique_ptr<PageServer> _server;
@@ -172,6 +181,71 @@ TEST_F(PageServerTest, ABodyIsNeverRead) {
              "Content-Length: 100000\r\n\r\n" + std::string(100000, 'x'));
   EXPECT_EQ(liar->readReply().status, 405);
   EXPECT_TRUE(liar->waitForEnd());
+}
+
+TEST_F(PageServerTest, APhotoIsReadToItsEndAndAnswered) {
+  auto page = client();
+  const std::string bytes(3'000'000, 'p');
+  page->send(photoHead(*page, bytes.size()) + bytes.substr(0, 1000));
+  page->send(bytes.substr(1000));
+  const auto event = _events.next();
+  EXPECT_EQ(event.kind, "photo");
+  EXPECT_TRUE(event.text == bytes);
+  _server->answerPhoto(event.id, 200, R"({"name":"sent/1"})");
+  const HttpReply reply = page->readReply();
+  EXPECT_EQ(reply.status, 200);
+  EXPECT_EQ(reply.headers.at("content-type"), "application/json");
+  EXPECT_EQ(reply.body, R"({"name":"sent/1"})");
+  EXPECT_EQ(page->get("/app.js", cookieLine()).status, 200) << "the connection goes on";
+}
+
+TEST_F(PageServerTest, APhotoBeyondTheLimitIsRefusedByItsLength) {
+  auto page = client();
+  page->send(photoHead(*page, std::size_t{64} * 1024 * 1024 + 1));
+  const HttpReply reply = page->readReply();
+  EXPECT_EQ(reply.status, 413);
+  EXPECT_THAT(reply.body, HasSubstr("64 MiB"));
+  EXPECT_TRUE(page->waitForEnd());
+  EXPECT_TRUE(_events.isEmpty());
+}
+
+TEST_F(PageServerTest, ARequestWithoutAPhotoIsRefused) {
+  auto page = client();
+  page->send(photoHead(*page, 0));
+  EXPECT_EQ(page->readReply().status, 400);
+  EXPECT_TRUE(_events.isEmpty());
+}
+
+TEST_F(PageServerTest, OnlySoManyPhotosAreReadAtATime) {
+  PageServerOptions options;
+  options.uploads = 1;
+  serve(options);
+  auto slow = client();
+  // The answer to another request on the same server says that this one has been begun.
+  slow->send(photoHead(*slow, 10) + "first");
+  EXPECT_EQ(client()->get("/", cookieLine()).status, 200);
+  auto second = client();
+  second->send(photoHead(*second, 6) + "second");
+  EXPECT_EQ(second->readReply().status, 503);
+  slow->send(" half");
+  EXPECT_EQ(_events.next().text, "first half");
+  auto third = client();
+  third->send(photoHead(*third, 3) + "abc");
+  EXPECT_EQ(_events.next().text, "abc");
+}
+
+TEST_F(PageServerTest, APageThatGoesWhileItSendsAPhotoLeavesNothingBehind) {
+  PageServerOptions options;
+  options.uploads = 1;
+  serve(options);
+  auto gone = client();
+  gone->send(photoHead(*gone, 1000) + "123");
+  gone->close();
+  EXPECT_EQ(client()->get("/", cookieLine()).status, 200);
+  auto page = client();
+  page->send(photoHead(*page, 3) + "abc");
+  EXPECT_EQ(_events.next().text, "abc");
+  _server->answerPhoto(12345, 200, "{}");  // to nobody: nothing happens
 }
 
 TEST_F(PageServerTest, TextsGoBothWays) {

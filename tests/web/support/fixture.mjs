@@ -68,6 +68,23 @@ export class TreeBuilder {
     return this.row(identifier, title, cell, { height });
   }
 
+  /** A row that stands for a web link: `tile` is laid over its picture, with `over` in it. */
+  linkRow(identifier, title, { subtitle, size = 29, layer, initials, avatar, lines = 1, tint = [0, 122 / 255, 1, 1] }) {
+    const bounds = [0, 0, size, size];
+    const over = initials === undefined
+      ? this.add({ kind: 'image', frame: bounds, contentMode: 'scaleToFill', alpha: avatar ? 1 : 0, ...(avatar && { image: avatar }) })
+      : this.add({ kind: 'label', frame: bounds, string: initials, color: { rgba: [1, 1, 1, 1] }, size: 13, alignment: 'center' });
+    const level = initials === undefined ? 0.9 : 0.7;
+    const tile = this.add({ kind: 'view', frame: bounds, background: { rgba: [level, level, level, 1] }, interactive: false, ...(layer && { layer }) }, [over]);
+    const placeholder = { hash: '0'.repeat(64), width: size, height: size, scale: 3 };
+    const view = this.add({ kind: 'image', role: 'imageView', frame: [16, 0, size, size], image: placeholder }, [tile]);
+    const accessory = this.add({ kind: 'image', role: 'accessoryView', frame: [0, 0, 22, 22], image: { symbol: 'safari' }, tint: { name: 'systemGray3Color' } });
+    const text = { ...this.text(title, { rgba: tint }), highlightedColor: { rgba: tint } };
+    const detail = { ...this.text(subtitle ?? '', secondary), lines, size: 12 };
+    const cell = this.cell({ class: 'HBLinkTableCell', cellType: 'PSButtonCell', style: 'subtitle', text, detail, image: placeholder }, [view], accessory);
+    return this.row(identifier, title, cell, { selectable: true, height: 60 });
+  }
+
   section(header, footer, rows) {
     return this.add({ kind: 'section', ...(header && { header }), ...(footer && { footer }) }, rows);
   }

@@ -8,7 +8,7 @@ import { PageState } from '../protocol/state.js';
 import type { Context } from './context.js';
 import { arrange, type Arrangement } from './layout.js';
 import { LightElement } from './light-element.js';
-import { linkBanner, noticeList, type Notice, type NoticeKind } from './notices.js';
+import { linkBanner, noticeList, webAddress, type Notice, type NoticeKind } from './notices.js';
 import { bareScreen, framedScreen, shapeOf } from './screen.js';
 
 const noticeMs = 8000;
@@ -98,6 +98,7 @@ export class ZvApp extends LightElement {
   private _happened(event: EventMessage): void {
     if (event.event === 'announce') this._say(event.text ?? '');
     if (event.event === 'transition') this._transition = { kind: event.kind ?? 'push', duration: event.duration ?? 0 };
+    if (event.event === 'openURL') this._offerAddress(event.url);
     if (event.event !== 'homeScreenRestarted') return;
     this._restarts += 1;
     this._notify('restarted', 'The home screen restarted. It reads the preference file anew.');
@@ -109,9 +110,22 @@ export class ZvApp extends LightElement {
   }
 
   private _notify(kind: NoticeKind, text: string): void {
-    const id = ++this._noticeCount;
-    this._notices = [...this._notices.filter((notice) => notice.text !== text), { id, kind, text }];
+    const id = this._addNotice({ kind, text });
     setTimeout(() => this._dismiss(id), noticeMs);
+  }
+
+  // It stays until the user has followed or dismissed it; the page goes nowhere by itself.
+  private _offerAddress(url: string | undefined): void {
+    const address = webAddress(url);
+    if (address === undefined) this._notify('refused', `This is no address of the web: ${url ?? ''}`);
+    else this._addNotice({ kind: 'address', text: 'The device would open this page:', address });
+  }
+
+  private _addNotice(notice: Omit<Notice, 'id'>): number {
+    const id = ++this._noticeCount;
+    const others = this._notices.filter(({ text, address }) => text !== notice.text || address !== notice.address);
+    this._notices = [...others, { id, ...notice }];
+    return id;
   }
 
   private _dismiss(id: number): void {

@@ -1,15 +1,16 @@
 // What stands in a cell: picture, texts, controls, accessory.
 
 import { html, nothing, type TemplateResult } from 'lit';
-import type { CellNode, RowNode, Text, TreeNode } from '../protocol/tree.js';
+import type { CellNode, Picture, RowNode, Text, TreeNode } from '../protocol/tree.js';
 import { styled, type Styles } from '../directives/styled.js';
 import { cssTextColor, cssWeight } from './color.js';
 import { isDark, type Context } from './context.js';
 import { controlFor, controlKinds } from './control.js';
 import { checkmark, chevronRight } from './icons.js';
-import { lookOf, picture, placedView } from './views.js';
+import { lookOf, picture, placedChildren, placedView } from './views.js';
 
 const standardTextSize = 17;
+const smallPicture = 29;
 
 /** The names of the controls in a cell, those of its content first. */
 export function controlsOf(context: Context, id: string, row: RowNode): string[] {
@@ -25,7 +26,7 @@ export function cellContent(context: Context, id: string, cell: CellNode, row: R
   const name = row.title || cell.text?.string || '';
   const accessory = partOf(context, id, accessoryRole(row));
   return html`
-    ${cell.image ? picture(cell.image, 'cell-image') : nothing}
+    ${cell.image ? cellPicture(context, id, cell.image) : nothing}
     ${texts(context, cell)}
     ${parts.filter((part) => part !== accessory).map((part) => isControl(context, part)
       ? html`<span class="cell-control control-${context.tree.nodes[part]?.kind}">${controlFor(context, part, name, enabled)}</span>`
@@ -40,9 +41,33 @@ function partsOf(context: Context, id: string, row: RowNode): string[] {
   const unused = row.editing ? 'accessoryView' : 'editingAccessoryView';
   return (nodes[id]?.children ?? []).flatMap((child) => {
     const role = nodes[child]?.role;
-    if (role === 'content') return nodes[child]?.children ?? [];
+    if (role === 'content') return (nodes[child]?.children ?? []).filter((part) => nodes[part]?.role !== 'imageView');
     return role === unused ? [] : [child];
   });
+}
+
+/** How wide the cell's picture is, in points; 0 where it has none. */
+export function pictureWidth(context: Context, id: string, cell: CellNode): number {
+  if (!cell.image) return 0;
+  const view = pictureView(context, id);
+  const own = 'width' in cell.image ? Math.min(cell.image.width, smallPicture) : smallPicture;
+  return view === undefined ? own : (context.tree.nodes[view]?.frame?.[2] ?? own);
+}
+
+function pictureView(context: Context, id: string): string | undefined {
+  const { nodes } = context.tree;
+  const content = nodes[id]?.children.find((child) => nodes[child]?.role === 'content');
+  return content === undefined ? undefined : nodes[content]?.children.find((child) => nodes[child]?.role === 'imageView');
+}
+
+// The picture, and what lies over it. It says nothing that the texts do not say.
+function cellPicture(context: Context, id: string, image: Picture): TemplateResult {
+  const view = pictureView(context, id);
+  if (view === undefined) return picture(image, 'cell-image');
+  const [, , width = smallPicture, height = smallPicture] = context.tree.nodes[view]?.frame ?? [];
+  return html`<span class="cell-picture" aria-hidden="true" ${styled({ width: `${width}px`, height: `${height}px` })}>
+    ${picture(image, 'cell-picture-ground')}${placedChildren(context, view, 'exact')}
+  </span>`;
 }
 
 // A table that is being edited shows the accessories that are meant for that, and no others.
@@ -84,7 +109,7 @@ function texts(context: Context, cell: CellNode): TemplateResult | typeof nothin
   const { text, detail } = cell;
   if (!text?.string && !detail?.string) return nothing;
   return html`<span class="texts">
-    ${text?.string ? line(context, text, 'text') : nothing}
+    ${text?.string ? line(context, cell.selected && text.highlightedColor ? { ...text, color: text.highlightedColor } : text, 'text') : nothing}
     ${detail?.string ? line(context, detail, 'detail') : nothing}
   </span>`;
 }

@@ -25,9 +25,12 @@ export const restart = (): TemplateResult =>
 export const spinner = (): TemplateResult => icon('spinner', '0 0 22 22', svg`${[0, 45, 90, 135, 180, 225, 270, 315].map((angle) =>
   svg`<path d="M11 1.5v5" transform="rotate(${angle} 11 11)" opacity=${0.25 + (angle / 315) * 0.75}/>`)}`);
 
+const safari = svg`<circle cx="11" cy="11" r="9"/><path d="M14.8 7.2l-2.4 5.2-5.2 2.4 2.4-5.2z"/>`;
+export const compass = (): TemplateResult => icon('compass', '0 0 22 22', safari);
+
 const symbols: Record<string, TemplateResult> = {
   'chevron.right': svg`<path d="M8 4.5l6.5 6.5L8 17.5"/>`,
-  safari: svg`<circle cx="11" cy="11" r="9"/><path d="M14.8 7.2l-2.4 5.2-5.2 2.4 2.4-5.2z"/>`,
+  safari,
   photo: svg`<rect x="2" y="4" width="18" height="14" rx="2.5"/><circle cx="7" cy="9" r="1.6"/><path d="M3 16l5-4 3.5 2.6L15 11l5 5"/>`,
   gear: svg`<circle cx="11" cy="11" r="3.2"/><circle cx="11" cy="11" r="7.6" stroke-dasharray="3 2.97"/>`,
   link: svg`<path d="M9 13l4-4M8 9.5L5.4 12a3.3 3.3 0 0 0 4.6 4.6l2.5-2.5M14 12.5l2.6-2.5A3.3 3.3 0 0 0 12 5.4L9.5 7.9"/>`,

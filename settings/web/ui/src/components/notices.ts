@@ -3,16 +3,28 @@
 import { html, nothing, type TemplateResult } from 'lit';
 import { repeat } from 'lit/directives/repeat.js';
 import type { Link } from '../protocol/connection.js';
-import { restart, warning } from './icons.js';
+import { compass, restart, warning } from './icons.js';
 
-export type NoticeKind = 'restarted' | 'refused';
-export interface Notice { id: number; kind: NoticeKind; text: string }
+export type NoticeKind = 'restarted' | 'refused' | 'address';
+/** `address` is where a link of the notice leads. */
+export interface Notice { id: number; kind: NoticeKind; text: string; address?: string }
+
+/** The address where it is one of the web; no other may become a link. */
+export function webAddress(text: string | undefined): string | undefined {
+  try {
+    const url = new URL(text ?? '');
+    return ['http:', 'https:'].includes(url.protocol) ? url.href : undefined;
+  } catch {
+    return undefined;
+  }
+}
 
 export function noticeList(notices: Notice[], dismiss: (id: number) => void): TemplateResult {
   return html`<div class="notices" role="status" aria-live="polite">
     ${repeat(notices, (notice) => notice.id, (notice) => html`<div class="notice ${notice.kind}">
-      ${notice.kind === 'restarted' ? restart() : warning()}
-      <p>${notice.text}</p>
+      ${{ restarted: restart, refused: warning, address: compass }[notice.kind]()}
+      <p>${notice.text}${notice.address === undefined ? nothing : html`
+        <a href=${notice.address} target="_blank" rel="noopener noreferrer" @click=${() => dismiss(notice.id)}>${notice.address}</a>`}</p>
       <button type="button" class="notice-close" aria-label="Dismiss" @click=${() => dismiss(notice.id)}>×</button>
     </div>`)}
   </div>`;

@@ -42,7 +42,6 @@ export function pressKey(context: Context, row: string, event: KeyboardEvent): v
 /** A click. What assistive technology makes by itself is a tap; any other has been told as a press. */
 export function pressClick(context: Context, row: string): void {
   if (!clickIsTold) void context.act({ action: 'tap', node: row });
-  clickIsTold = false;
 }
 
 function hold(context: Context, row: string, element: HTMLElement, pointer: number | undefined, x: number, y: number): void {
@@ -62,7 +61,7 @@ function moved(event: PointerEvent): void {
 
 function released(event: PointerEvent): void {
   if (!held || event.pointerId !== held.pointer) return;
-  clickIsTold = true;
+  passOverClick();
   end('end');
 }
 
@@ -80,8 +79,17 @@ function cancelled(event: Event): void {
 // What was no press has had its chance to be a tap, too: it was a scroll, or was given up.
 function cancel(): void {
   if (!held) return;
-  clickIsTold = held.pointer !== undefined;
+  if (held.pointer !== undefined) {
+    clickIsTold = true;
+    addEventListener('pointerup', passOverClick, { once: true });
+  }
   end('cancel');
+}
+
+// The click comes right after the finger has gone, where one comes at all.
+function passOverClick(): void {
+  clickIsTold = true;
+  setTimeout(() => { clickIsTold = false; });
 }
 
 function end(phase: 'end' | 'cancel'): void {

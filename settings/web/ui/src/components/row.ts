@@ -4,12 +4,14 @@
 import { html, nothing, type TemplateResult } from 'lit';
 import { nodeOf, type CellNode, type RowNode } from '../protocol/tree.js';
 import { styled } from '../directives/styled.js';
-import { cellContent, cellLook, controlsOf } from './cell.js';
+import { cellContent, cellLook, controlsOf, pictureWidth } from './cell.js';
 import type { Context } from './context.js';
 import type { Editing } from './editing.js';
 import { grip, info, minus, plus, warning } from './icons.js';
 import { pressBegins, pressClick, pressKey } from './press.js';
 import { rowName } from './reorder.js';
+
+const pictureGap = 15;
 
 /** What a row has of its table. */
 export interface RowSetting {
@@ -29,6 +31,7 @@ export function row(context: Context, id: string, setting: RowSetting): Template
   if (!node) return html``;
   const cellId = node.children.find((child) => context.tree.nodes[child]?.kind === 'cell');
   const cell = cellId === undefined ? undefined : nodeOf(context.tree, cellId, 'cell');
+  const picture = cell && cellId !== undefined ? pictureWidth(context, cellId, cell) : 0;
   return html`<div
     class="row ${context.inspected === id ? 'inspected' : ''} ${editing ? `editable ${editing.lookOf(id)}` : ''}"
     role="listitem"
@@ -36,7 +39,7 @@ export function row(context: Context, id: string, setting: RowSetting): Template
     aria-setsize=${place ? place.count : nothing}
     data-node=${id}
     data-identifier=${node.identifier ?? nothing}
-    ${styled({ '--row-height': `${node.height ?? 44}px` })}
+    ${styled({ '--row-height': `${node.height ?? 44}px`, '--picture-room': picture > 0 ? `${picture + pictureGap}px` : undefined })}
   >${cell && cellId !== undefined ? shownRow(context, id, node, cellId, cell, setting) : hiddenRow(node)}</div>`;
 }
 

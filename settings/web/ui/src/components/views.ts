@@ -15,30 +15,39 @@ export function picture(image: Picture, className: string, name = ''): TemplateR
     ${styled({ '--width': `${image.width}px`, '--height': `${image.height}px` })}>`;
 }
 
+/**
+ * Whether texts are made readable on the grounds that pages have, or keep their exact colours, as on
+ * a ground of their own.
+ */
+export type TextColors = 'readable' | 'exact';
+
 /** The look that any view may have. */
 export function lookOf(node: TreeNode): Styles {
   const layer = node.layer;
   return {
     opacity: typeof node.alpha === 'number' ? node.alpha : undefined,
     'background-color': cssColor(node.background),
+    'overflow': layer?.radius || layer?.mask ? 'clip' : undefined,
     'border-radius': layer?.radius ? `${layer.radius}px` : undefined,
     'border': layer?.borderWidth ? `${layer.borderWidth}px solid ${cssColor(layer.borderColor) ?? 'currentcolor'}` : undefined,
+    'mask-image': layer?.mask && 'hash' in layer.mask ? `url("images/${layer.mask.hash}")` : undefined,
     '--tint': cssColor(node.tint),
+    '--tint-text': cssColor(node.tint),
     '--duration': node.animation ? `${node.animation.duration}s` : undefined,
   };
 }
 
 /** The children of a node, each at its frame. */
-export function placedChildren(context: Context, id: string): TemplateResult[] {
+export function placedChildren(context: Context, id: string, colors: TextColors = 'readable'): TemplateResult[] {
   const children = context.tree.nodes[id]?.children ?? [];
-  return children.map((child) => placedView(context, child));
+  return children.map((child) => placedView(context, child, colors));
 }
 
-export function placedView(context: Context, id: string): TemplateResult {
+export function placedView(context: Context, id: string, colors: TextColors = 'readable'): TemplateResult {
   const node = context.tree.nodes[id];
   if (!node || node.hidden) return html``;
   return html`<div class="view view-${node.kind} ${node.animation ? 'animated' : ''}" ${styled({ ...frameOf(node), ...lookOf(node) })}>
-    ${viewContent(context, id, node)}
+    ${viewContent(context, id, node, colors)}
   </div>`;
 }
 
@@ -47,20 +56,20 @@ function frameOf(node: TreeNode): Styles {
   return { left: `${x}px`, top: `${y}px`, width: `${width}px`, height: `${height}px` };
 }
 
-function viewContent(context: Context, id: string, node: TreeNode): unknown {
+function viewContent(context: Context, id: string, node: TreeNode, colors: TextColors): unknown {
   switch (node.kind) {
-    case 'label': return label(context, node);
+    case 'label': return label(context, node, colors);
     case 'image': return image(node);
     case 'button': return button(context, id, node);
     case 'activity': return node.animating ? html`<span class="spinner" role="progressbar" aria-label="Busy">${spinner()}</span>` : nothing;
-    case 'view': return placedChildren(context, id);
+    case 'view': return placedChildren(context, id, colors);
     default: return controlFor(context, id, node.label ?? '', node.interactive !== false) ?? placedChildren(context, id);
   }
 }
 
-function label(context: Context, node: LabelNode): TemplateResult {
+function label(context: Context, node: LabelNode, colors: TextColors): TemplateResult {
   return html`<span class="label" ${styled({
-    color: cssTextColor(node.color, isDark(context) ? 'dark' : 'light'),
+    color: colors === 'exact' ? cssColor(node.color) : cssTextColor(node.color, isDark(context) ? 'dark' : 'light'),
     'font-size': node.size ? `calc(${node.size}px * var(--text-scale))` : undefined,
     'font-weight': cssWeight(node.weight),
     'text-align': node.alignment === 'natural' ? undefined : node.alignment,

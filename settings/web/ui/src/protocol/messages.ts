@@ -37,8 +37,9 @@ export interface TreeMessage { type: 'tree'; revision: number; tree: Tree; ack?:
 export interface PatchMessage { type: 'patch'; revision: number; base: number; patch: Operation[]; ack?: number }
 export interface EventMessage {
   type: 'event';
-  event: 'announce' | 'homeScreenRestarted' | 'transition' | string;
+  event: 'announce' | 'homeScreenRestarted' | 'transition' | 'openURL' | string;
   text?: string;
+  url?: string;
   kind?: string;
   duration?: number;
 }
