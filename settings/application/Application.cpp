@@ -12,6 +12,7 @@
 #include "settings/application/ControlCenterRow.h"
 #include "settings/application/SidePanes.h"
 #include "settings/application/Traits.h"
+#include "settings/device/DeviceTree.h"
 
 namespace settings {
 
@@ -34,6 +35,10 @@ ApplicationResult Application::create(ApplicationOptions options) {
                          "`zentrova-settings device create`"};
   }
   auto files = std::make_shared<platform::DeviceFileSystem>(options.deviceRoot);
+  // What was left behind by writers that were ended in the middle of a write.
+  for (const auto path : {productPreferencesPath, moduleConfigurationPath}) {
+    files->removeStaleTemporaries(path.substr(0, path.rfind('/')));
+  }
   auto state = std::make_unique<State>(std::move(options), std::move(files));
   return {std::unique_ptr<Application>(new Application(std::move(state))), {}};
 }
@@ -276,11 +281,16 @@ std::optional<std::string> Application::imageBytes(std::string_view hash) {
   _state->refresh();
   const auto found = _state->snapshot.targets.images.find(std::string(hash));
   if (found == _state->snapshot.targets.images.end()) return std::nullopt;
+  const platform::ProcessScope scope(_state->process->process());
   return encodedImage(found->second);
 }
 
 platform::FileSystem& Application::device() {
   return *_state->device;
+}
+
+std::string Application::bundleName() const {
+  return std::filesystem::path(_state->options.bundlePath).stem().string();
 }
 
 const std::string& Application::deviceRoot() const noexcept {

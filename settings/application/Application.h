@@ -69,7 +69,8 @@ struct ApplicationResult;
 // processes. Only the wake handler is called from others. Nothing here blocks longer than the disk.
 class Application {
  public:
-  // Does not open anything yet. Fails where the device root is no folder.
+  // Does not open anything yet. Removes what was left in the device's folders by writers that were
+  // ended in the middle of a write. Fails where the device root is no folder.
   static ApplicationResult create(ApplicationOptions options);
   ~Application();
   Application(const Application&) = delete;
@@ -157,6 +158,9 @@ class Application {
   // The file system of the device, for changes from outside; they are not recorded as writes.
   platform::FileSystem& device();
   const std::string& deviceRoot() const noexcept;
+  // "ZentrovaPrefs": who makes the writes that are recorded. Programs that were started write past
+  // the record.
+  std::string bundleName() const;
   // The process that runs; null before `open`.
   SettingsProcess* process() noexcept;
 

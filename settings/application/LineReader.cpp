@@ -155,6 +155,14 @@ RowAddress LineReader::row() {
   return address;
 }
 
+std::string LineReader::devicePath() {
+  std::string path = word("PATH");
+  if (!_error && !path.starts_with('/')) {
+    fail("\"" + path + "\" is no path of the device; one starts with \"/\"");
+  }
+  return path;
+}
+
 std::string LineReader::balanced() {
   const std::size_t start = _position;
   std::size_t depth = 0;

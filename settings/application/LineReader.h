@@ -29,6 +29,8 @@ class LineReader {
   double number(std::string_view what);
   std::size_t index(std::string_view what);
   RowAddress row();
+  // A path of the device, from "/" on.
+  std::string devicePath();
   // JSON: a number, true, false, null, a text in quotes, a list or a map. A bare word is a text.
   nlohmann::json value(std::string_view what);
   // The rest of the line as it stands, without the blanks at both ends.

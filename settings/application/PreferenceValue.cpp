@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <nlohmann/json.hpp>
 
 #include "platform/foundation/PropertyList.h"
@@ -38,7 +39,6 @@ std::string_view typeOf(const Value& value) {
 // What was written in the script, in the form in which the type stands in JSON.
 json normalized(std::string_view type, const json& wanted) {
   if (type == "data" && wanted.is_string()) return {{"data", wanted}};
-  if (type == "string" && !wanted.is_string()) return wanted.dump();
   if (type == "bool" && wanted.is_number()) return wanted != 0;
   if (type == "bool" && (wanted == "yes" || wanted == "on")) return true;
   if (type == "bool" && (wanted == "no" || wanted == "off")) return false;
@@ -49,14 +49,14 @@ json normalized(std::string_view type, const json& wanted) {
 
 PreferenceLookup lookUpPreference(platform::FileSystem& files, std::string_view key) {
   const platform::FileContents contents = files.read(productPreferencesPath);
-  if (contents.error) return {{}, contents.error.message};
+  if (contents.error) return {{}, contents.error.code == ENOENT, contents.error.message};
   const platform::PropertyListResult list = platform::readPropertyList(contents.bytes);
-  if (!list) return {{}, "the preference file is no property list: " + list.error->text()};
+  if (!list) return {{}, false, "the preference file is no property list: " + list.error->text()};
   const auto* const root = list.value.asDictionary();
-  if (!root) return {{}, "the root of the preference file is no dictionary"};
+  if (!root) return {{}, false, "the root of the preference file is no dictionary"};
   const Value* const found = root->find(key);
-  if (found) return {*found, {}};
-  return {{}, "no value under " + std::string(key)};
+  if (found) return {*found, false, {}};
+  return {{}, true, "no value under " + std::string(key)};
 }
 
 bool isPreferenceType(std::string_view type) {
@@ -77,7 +77,7 @@ bool matchesPreference(const Value& stored, std::string_view type, const json& w
 }
 
 std::string describePreference(const Value& stored) {
-  return std::string(typeOf(stored)) + " " + glanceOfValue(stored).dump();
+  return std::string(typeOf(stored)) + " " + jsonText(glanceOfValue(stored));
 }
 
 }  // namespace settings

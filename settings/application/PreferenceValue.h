@@ -13,7 +13,8 @@ namespace settings {
 // What the preference file of the device holds under a key, read from the disk.
 struct PreferenceLookup {
   std::optional<platform::Value> value;  // empty where there is none
-  std::string problem;                   // then why, for people
+  bool isAbsent = false;                 // there is no file, or a sound one without the key
+  std::string problem;                   // why there is none, for people
 };
 PreferenceLookup lookUpPreference(platform::FileSystem& files, std::string_view key);
 

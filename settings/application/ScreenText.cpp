@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "settings/application/ScriptValues.h"
 #include "settings/application/TreeQuery.h"
 
 namespace settings {
@@ -14,7 +15,7 @@ std::string valueText(const TreeQuery& query, const FoundNode& row) {
   const json value = query.shownValue(row);
   if (value.is_null()) return {};
   if (value.is_boolean()) return value.get<bool>() ? "on" : "off";
-  return value.is_string() ? value.get<std::string>() : value.dump();
+  return value.is_string() ? value.get<std::string>() : jsonText(value);
 }
 
 std::string rowText(const TreeQuery& query, const FoundNode& row) {
@@ -49,10 +50,16 @@ std::string presentedText(const FoundNode& presented) {
     const std::string part = TreeQuery::text(node, member);
     if (!part.empty()) text += " " + part;
   }
+  if (node.contains("color")) text += " " + jsonText(node["color"]);
+  if (node.value("busy", false)) text += " busy";
   text += "\n";
-  if (node.contains("actions")) {
-    for (const json& action : node["actions"])
-      text += "  " + TreeQuery::text(action, "title") + "\n";
+  for (const json& action : node.value("actions", json::array())) {
+    text += "  " + TreeQuery::text(action, "title") + "\n";
+  }
+  for (const json& photo : node.value("photos", json::array())) {
+    const std::string problem = TreeQuery::text(photo, "problem");
+    text += "  " + TreeQuery::text(photo, "name") + (problem.empty() ? "" : "  (" + problem + ")") +
+            "\n";
   }
   return text;
 }
@@ -75,12 +82,12 @@ std::string screenText(const TreeQuery& query) {
 
 std::string programText(const json& record) {
   std::string text = TreeQuery::text(record, "path");
-  for (const json& argument : record["arguments"]) text += " " + argument.dump();
-  text +=
-      " environment " + (record["environment"].is_null() ? "none" : record["environment"].dump());
+  for (const json& argument : record["arguments"]) text += " " + jsonText(argument);
+  text += " environment " +
+          (record["environment"].is_null() ? "none" : jsonText(record["environment"]));
   if (record.contains("error")) return text + " not started: " + TreeQuery::text(record, "error");
   const json& exit = record["exit"];
-  return text + (exit.is_null() ? " runs" : " exit " + exit.dump());
+  return text + (exit.is_null() ? " runs" : " exit " + jsonText(exit));
 }
 
 }  // namespace settings

@@ -1,18 +1,13 @@
 #include "settings/application/ScriptCommand.h"
 
-#include <algorithm>
+#include <sstream>
+#include <string_view>
 
 namespace settings {
 namespace {
 
 void append(ScriptCommands& all, ScriptCommands more) {
   all.insert(all.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
-}
-
-Step parseExpectation(LineReader& reader) {
-  static const ScriptCommands forms = expectationCommands();
-  const ScriptCommand* form = takeCommand(forms, reader);
-  return form ? form->parse(reader) : Step();
 }
 
 ScriptCommands makeCommands() {
@@ -25,17 +20,33 @@ ScriptCommands makeCommands() {
   append(all, messageCommands());
   append(all, reportCommands());
   append(all, requestCommands());
-  all.push_back({"expect", "expect ...",
-                 "ends the script where something is not as told; see below", &parseExpectation});
+  append(all, expectationCommands());
   return all;
 }
 
-std::string quotedNames(const ScriptCommands& commands) {
+// The names that may come next, each once: of "expect row" first "expect", then "row".
+std::string allowedNames(const ScriptCommands& commands, std::string_view taken) {
   std::string names;
+  std::string last;
   for (const ScriptCommand& command : commands) {
-    names += (names.empty() ? "" : ", ") + command.name;
+    if (!command.name.starts_with(taken)) continue;
+    const std::string rest = command.name.substr(taken.size());
+    const std::string name = rest.substr(0, rest.find(' '));
+    if (name != last) names += (names.empty() ? "" : ", ") + name;
+    last = name;
   }
   return names;
+}
+
+// Whether the words of the name come next; they are taken where all do.
+bool takeName(const std::string& name, LineReader& reader) {
+  LineReader ahead = reader;
+  std::istringstream words(name);
+  for (std::string word; words >> word;) {
+    if (!ahead.skip(word)) return false;
+  }
+  reader = ahead;
+  return true;
 }
 
 }  // namespace
@@ -45,12 +56,18 @@ const ScriptCommands& scriptCommands() {
   return commands;
 }
 
-const ScriptCommand* takeCommand(const ScriptCommands& commands, LineReader& reader) {
-  for (const ScriptCommand& command : commands) {
-    if (reader.skip(command.name)) return &command;
+const ScriptCommand* takeCommand(LineReader& reader) {
+  for (const ScriptCommand& command : scriptCommands()) {
+    if (takeName(command.name, reader)) return &command;
+  }
+  std::string taken;
+  for (const char* word : {"expect ", "no "}) {
+    if (!takeName(word, reader)) break;
+    taken += word;
   }
   const std::string found = reader.atEnd() ? "nothing" : "\"" + reader.word("a command") + "\"";
-  reader.fail(found + " is no command; allowed are " + quotedNames(commands));
+  reader.fail(found + (taken.empty() ? " is no command" : " is nothing to expect") +
+              "; allowed are " + allowedNames(scriptCommands(), taken));
   return nullptr;
 }
 

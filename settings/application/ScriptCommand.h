@@ -29,8 +29,8 @@ struct StepOutcome {
 // A line of a script that was understood: what to do when its turn comes.
 using Step = std::function<StepOutcome(ScriptContext&)>;
 
-// A command: how it is written, and how what follows its name becomes a step. What `parse` gives
-// counts only where the reader has no error afterwards.
+// A command, whose name is one word or more: how it is written, and how what follows its name
+// becomes a step. What `parse` gives counts only where the reader has no error afterwards.
 struct ScriptCommand {
   std::string name;
   std::string usage;
@@ -48,12 +48,12 @@ ScriptCommands timeCommands();         // the clock and background work
 ScriptCommands messageCommands();      // operations and values by name
 ScriptCommands reportCommands();       // what is there, printed
 ScriptCommands requestCommands();      // the tasks of the URL session
-ScriptCommands expectationCommands();  // what follows "expect"
+ScriptCommands expectationCommands();  // "expect ..."
 
-// All commands, "expect ..." with its forms among them.
+// All commands, in the order in which help shows them.
 const ScriptCommands& scriptCommands();
 // The command that the line starts with, its name taken off the reader. Null, with the reader's
 // error set, where there is none.
-const ScriptCommand* takeCommand(const ScriptCommands& commands, LineReader& reader);
+const ScriptCommand* takeCommand(LineReader& reader);
 
 }  // namespace settings

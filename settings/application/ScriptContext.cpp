@@ -1,9 +1,12 @@
 #include "settings/application/ScriptContext.h"
 
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <ostream>
-#include <sstream>
 #include <utility>
+
+#include "settings/application/ScriptValues.h"
 
 namespace settings {
 
@@ -20,9 +23,7 @@ void ScriptContext::beginLine(std::size_t number, std::string command) {
 
 void ScriptContext::print(const json& result, const std::string& plain) {
   if (_options.json) {
-    _output << json{{"line", _line}, {"command", _command}, {"result", result}}.dump(
-                   -1, ' ', false, json::error_handler_t::replace)
-            << '\n';
+    _output << jsonText({{"line", _line}, {"command", _command}, {"result", result}}) << '\n';
   } else if (!plain.empty()) {
     _output << plain << (plain.back() == '\n' ? "" : "\n");
   }
@@ -33,7 +34,7 @@ void ScriptContext::printFailure(const StepOutcome& outcome) {
   json failure{{"line", _line}, {"command", _command}, {"failure", outcome.message}};
   if (outcome.expected) failure["expected"] = *outcome.expected;
   if (outcome.actual) failure["actual"] = *outcome.actual;
-  _output << failure.dump(-1, ' ', false, json::error_handler_t::replace) << '\n';
+  _output << jsonText(failure) << '\n';
 }
 
 StepOutcome ScriptContext::act(const json& action) {
@@ -64,12 +65,13 @@ StepOutcome ScriptContext::onRow(const RowAddress& address,
 }
 
 ScriptFile ScriptContext::readFile(const std::string& path) const {
-  const std::string full = path.starts_with("/") ? path : _options.folder + "/" + path;
-  std::ifstream input(full, std::ios::binary);
-  std::ostringstream bytes;
-  if (input) bytes << input.rdbuf();
-  if (!input || !bytes) return {{}, "cannot read the file " + full};
-  return {bytes.str(), {}};
+  const std::filesystem::path full = std::filesystem::path(_options.folder) / path;
+  std::error_code error;
+  std::ifstream input;
+  // Nothing that never ends.
+  if (std::filesystem::is_regular_file(full, error)) input.open(full, std::ios::binary);
+  if (!input.is_open()) return {{}, "cannot read the file " + full.string()};
+  return {{std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>()}, {}};
 }
 
 }  // namespace settings

@@ -3,6 +3,7 @@
 
 #include "settings/application/ScriptCommand.h"
 #include "settings/application/ScriptContext.h"
+#include "settings/application/ScriptValues.h"
 
 namespace settings {
 namespace {
@@ -59,17 +60,20 @@ int choiceIndex(const json& values, const json& titles, const json& wanted) {
   return -1;
 }
 
+// A property of the row's specifier; null where there is none.
+json propertyOf(ScriptContext& context, const std::string& row, const char* name) {
+  const json specifier = context.application().inspectRow(row);
+  return specifier.is_object() ? specifier["properties"].value(name, json()) : json();
+}
+
 StepOutcome setSegment(ScriptContext& context, const std::string& row, const Control& control,
                        const json& value) {
-  const json specifier = context.application().inspectRow(row);
-  const json values = specifier.is_object() && specifier.contains("properties")
-                          ? specifier["properties"].value("validValues", json())
-                          : json();
+  const json values = propertyOf(context, row, "validValues");
   const int index = choiceIndex(values, control.node["segments"], value);
   if (index < 0) {
-    return StepOutcome::failed(value.dump() + " is no choice of the row; there are the values " +
-                               values.dump() + " with the titles " +
-                               control.node["segments"].dump());
+    return StepOutcome::failed(jsonText(value) + " is no choice of the row; there are the values " +
+                               jsonText(values) + " with the titles " +
+                               jsonText(control.node["segments"]));
   }
   return context.act({{"action", "segment"}, {"node", control.id}, {"index", index}});
 }
@@ -78,27 +82,25 @@ StepOutcome setSwitch(ScriptContext& context, const Control& control, const json
   static const json names = {{"on", true},  {"off", false}, {"true", true}, {"false", false},
                              {"yes", true}, {"no", false},  {"1", true},    {"0", false}};
   const json state =
-      names.value(value.is_string() ? value.get<std::string>() : value.dump(), json());
+      names.value(value.is_string() ? value.get<std::string>() : jsonText(value), json());
   if (!state.is_boolean()) {
-    return StepOutcome::failed(value.dump() + " is no state of a switch; allowed are on and off");
+    return StepOutcome::failed(jsonText(value) +
+                               " is no state of a switch; allowed are on and off");
   }
   return context.act({{"action", "toggle"}, {"node", control.id}, {"on", state}});
 }
 
 // A row without a control of its own: a tap opens its list, and the value is chosen there.
 StepOutcome setByList(ScriptContext& context, const std::string& row, const json& value) {
-  const json specifier = context.application().inspectRow(row);
-  const json properties =
-      specifier.is_object() ? specifier.value("properties", json::object()) : json::object();
-  const json titles = properties.value("validTitles", json());
-  const int index = choiceIndex(properties.value("validValues", json()), titles, value);
-  if (index < 0 || std::cmp_greater_equal(index, titles.size())) {
+  const json titles = propertyOf(context, row, "validTitles");
+  const int index = choiceIndex(propertyOf(context, row, "validValues"), titles, value);
+  if (index < 0) {
     return StepOutcome::failed("the row has no control that a value can be set with, and " +
-                               value.dump() + " is none of its choices " + titles.dump());
+                               jsonText(value) + " is none of its choices " + jsonText(titles));
   }
   StepOutcome opened = context.act({{"action", "tap"}, {"node", row}});
   if (!opened.ok || context.application().crash()) return opened;
-  const RowAddress choice{RowAddress::By::label, titles[static_cast<std::size_t>(index)], 1, 0, 0};
+  const RowAddress choice{RowAddress::By::position, {}, 1, 0, static_cast<std::size_t>(index)};
   StepOutcome chosen = context.onRow(choice, [&](const std::string& id) {
     return context.act({{"action", "tap"}, {"node", id}});
   });
@@ -115,9 +117,9 @@ StepOutcome setRow(ScriptContext& context, const std::string& row, const json& v
   if (kind == "segmented") return setSegment(context, row, control, value);
   if (kind == "textField") {
     return typeText(context, control.id,
-                    value.is_string() ? value.get<std::string>() : value.dump());
+                    value.is_string() ? value.get<std::string>() : jsonText(value));
   }
-  if (!value.is_number()) return StepOutcome::failed(value.dump() + " is no number");
+  if (!value.is_number()) return StepOutcome::failed(jsonText(value) + " is no number");
   return slideTo(context, control.id, value.get<double>());
 }
 

@@ -14,14 +14,6 @@ StepOutcome outcomeOfFile(const platform::FileError& error) {
   return error ? StepOutcome::failed(error.message) : StepOutcome{};
 }
 
-std::string devicePath(LineReader& reader) {
-  std::string path = reader.word("PATH");
-  if (!reader.error() && path.front() != '/') {
-    reader.fail("\"" + path + "\" is no path of the device; one starts with \"/\"");
-  }
-  return path;
-}
-
 std::optional<std::string> problemOfTrait(const std::string& name, const std::string& value) {
   if (name == controlCenterRowTrait) {
     if (controlCenterRowNamed(value)) return std::nullopt;
@@ -66,7 +58,7 @@ Step putFile(std::string path, std::string file) {
 }
 
 Step parsePut(LineReader& reader) {
-  std::string path = devicePath(reader);
+  std::string path = reader.devicePath();
   if (reader.peek() == '@') return putFile(std::move(path), reader.rest("FILE").substr(1));
   const std::string text = reader.rest("JSON or @FILE");
   if (reader.error()) return {};
@@ -82,7 +74,7 @@ Step parsePut(LineReader& reader) {
 }
 
 Step parseRemove(LineReader& reader) {
-  return [path = devicePath(reader)](ScriptContext& context) {
+  return [path = reader.devicePath()](ScriptContext& context) {
     return outcomeOfFile(context.application().device().remove(path));
   };
 }
@@ -94,13 +86,13 @@ Step parseMode(LineReader& reader) {
   if (error != std::errc() || end != text.data() + text.size() || mode > 07777) {
     reader.fail("\"" + text + "\" is no mode; one is written in octal digits, as 644 or 000");
   }
-  return [mode, path = devicePath(reader)](ScriptContext& context) {
+  return [mode, path = reader.devicePath()](ScriptContext& context) {
     return outcomeOfFile(context.application().device().setMode(path, mode));
   };
 }
 
 Step parseLink(LineReader& reader) {
-  std::string path = devicePath(reader);
+  std::string path = reader.devicePath();
   return [path = std::move(path), target = reader.word("TARGET")](ScriptContext& context) {
     return outcomeOfFile(context.application().device().createSymbolicLink(path, target));
   };

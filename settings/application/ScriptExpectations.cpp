@@ -1,4 +1,4 @@
-// What follows "expect".
+// Every "expect ...".
 
 #include <algorithm>
 #include <cmath>
@@ -10,6 +10,7 @@
 #include "settings/application/ScreenText.h"
 #include "settings/application/ScriptCommand.h"
 #include "settings/application/ScriptContext.h"
+#include "settings/application/ScriptValues.h"
 
 namespace settings {
 namespace {
@@ -44,7 +45,7 @@ bool showsValue(const json& shown, const json& wanted) {
   if (shown.is_number() && wanted.is_number()) {
     return std::abs(shown.get<double>() - wanted.get<double>()) < 1e-6;
   }
-  if (shown.is_string() && !wanted.is_string()) return shown.get<std::string>() == wanted.dump();
+  if (shown.is_string() && !wanted.is_string()) return shown.get<std::string>() == jsonText(wanted);
   return shown == wanted;
 }
 
@@ -62,8 +63,8 @@ Step parseRow(LineReader& reader) {
     return context.onRow(address, [&](const std::string& row) {
       const TreeQuery query(context.application().tree());
       const json shown = query.shownValue(query.find(row));
-      return compare(showsValue(shown, *wanted), "value " + wanted->dump(),
-                     "value " + shown.dump());
+      return compare(showsValue(shown, *wanted), "value " + jsonText(*wanted),
+                     "value " + jsonText(shown));
     });
   };
 }
@@ -126,10 +127,10 @@ Step parsePref(LineReader& reader) {
   if (!reader.error() && !isPreferenceType(type)) {
     reader.fail(quote(type) + " is no TYPE; one is " + preferenceTypeNames());
   }
-  const json value = reader.value("VALUE");
+  const json value = type == "string" ? json(reader.word("VALUE")) : reader.value("VALUE");
   return [=](ScriptContext& context) {
     const PreferenceLookup found = lookUpPreference(context.application().device(), key);
-    const std::string expected = key + " " + type + " " + value.dump();
+    const std::string expected = key + " " + type + " " + jsonText(value);
     return compare(found.value && matchesPreference(*found.value, type, value), expected,
                    found.value ? key + " " + describePreference(*found.value) : found.problem);
   };
@@ -138,8 +139,8 @@ Step parsePref(LineReader& reader) {
 Step parseNoPref(LineReader& reader) {
   return [key = reader.word("KEY")](ScriptContext& context) {
     const PreferenceLookup found = lookUpPreference(context.application().device(), key);
-    return compare(!found.value, "no value under " + key,
-                   found.value ? describePreference(*found.value) : "");
+    return compare(found.isAbsent, "no value under " + key,
+                   found.value ? describePreference(*found.value) : found.problem);
   };
 }
 
@@ -150,14 +151,6 @@ Step parseNoWrites(LineReader&) {
     for (const auto& write : writes) paths += (paths.empty() ? "" : ", ") + write.path;
     return compare(writes.empty(), "no writes", "written: " + paths);
   };
-}
-
-Step parseNo(LineReader& reader) {
-  if (reader.skip("row")) return parseNoRow(reader);
-  if (reader.skip("pref")) return parseNoPref(reader);
-  if (reader.skip("writes")) return parseNoWrites(reader);
-  reader.fail("what follows \"no\" is row ROW, pref KEY or writes");
-  return {};
 }
 
 Step parseFooter(LineReader& reader) {
@@ -185,8 +178,8 @@ Step parseOpacity(LineReader& reader) {
     const FoundNode bar = outer ? query.outerNavigation() : query.innerNavigation();
     if (!bar) return StepOutcome::failed("there is no navigation bar");
     const double actual = (*bar.node)["bar"].value("titleOpacity", 1.0);
-    return compare(std::abs(actual - wanted) < 1e-9, "title opacity " + json(wanted).dump(),
-                   "title opacity " + json(actual).dump());
+    return compare(std::abs(actual - wanted) < 1e-9, "title opacity " + jsonText(wanted),
+                   "title opacity " + jsonText(actual));
   };
 }
 
@@ -219,7 +212,7 @@ bool wasStartedWith(const platform::ProgramRequest& request,
 }
 
 Step parseSpawned(LineReader& reader) {
-  const std::string path = reader.word("PATH");
+  const std::string path = reader.devicePath();
   const auto arguments = words(reader);
   return [=](ScriptContext& context) {
     context.application().waitForPrograms();
@@ -254,26 +247,28 @@ Step parseException(LineReader& reader) {
 
 ScriptCommands expectationCommands() {
   return {
-      {"title", "title \"T\"", "the title of the page", &parseTitle},
-      {"rows", "rows SECTION ROW...",
+      {"expect title", "expect title \"T\"", "the title of the page", &parseTitle},
+      {"expect rows", "expect rows SECTION ROW...",
        "the rows of the section, all of them and in this order, by #identifier or label",
        &parseRows},
-      {"row", "row ROW [value V]", "there is the row, and it shows the value", &parseRow},
-      {"no", "no row ROW | no pref KEY | no writes",
-       "there is no such row, no such key in the preference file, or nothing was written since the "
-       "last `writes`",
-       &parseNo},
-      {"pref", "pref KEY TYPE VALUE",
+      {"expect row", "expect row ROW [value V]", "there is the row, and it shows the value",
+       &parseRow},
+      {"expect no row", "expect no row ROW", "there is no such row", &parseNoRow},
+      {"expect no pref", "expect no pref KEY", "the preference file holds nothing under the key",
+       &parseNoPref},
+      {"expect no writes", "expect no writes", "nothing was written since the last `writes`",
+       &parseNoWrites},
+      {"expect pref", "expect pref KEY TYPE VALUE",
        "what the preference file holds; TYPE is integer, real, bool, string, data, array or dict",
        &parsePref},
-      {"footer", "footer ROW \"text\"", "the footer of the group, or of the group of the row",
-       &parseFooter},
-      {"opacity", "opacity outer|inner N", "the opacity of the title in a navigation bar",
-       &parseOpacity},
-      {"log", "log \"text\"", "a line of the log holds the text", &parseLog},
-      {"spawned", "spawned PATH ARG...", "the program was started with these arguments",
-       &parseSpawned},
-      {"exception", "exception NAME",
+      {"expect footer", "expect footer ROW \"text\"",
+       "the footer of the group, or of the group of the row", &parseFooter},
+      {"expect opacity", "expect opacity outer|inner N",
+       "the opacity of the title in a navigation bar", &parseOpacity},
+      {"expect log", "expect log \"text\"", "a line of the log holds the text", &parseLog},
+      {"expect spawned", "expect spawned PATH ARG...",
+       "the program was started with these arguments", &parseSpawned},
+      {"expect exception", "expect exception NAME",
        "the line before raised the exception; the script goes on with the page as it is",
        &parseException},
   };

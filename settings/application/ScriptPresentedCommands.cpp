@@ -7,6 +7,7 @@
 #include "settings/application/PhotoLibrary.h"
 #include "settings/application/ScriptCommand.h"
 #include "settings/application/ScriptContext.h"
+#include "settings/application/ScriptValues.h"
 
 namespace settings {
 namespace {
@@ -30,9 +31,9 @@ StepOutcome choose(ScriptContext& context, const std::string& sheet, const json&
     if (actions[i]["title"] == label) {
       return context.act({{"action", "choose"}, {"node", sheet}, {"index", i}});
     }
-    titles += (titles.empty() ? "" : ", ") + actions[i]["title"].dump();
+    titles += (titles.empty() ? "" : ", ") + jsonText(actions[i]["title"]);
   }
-  return StepOutcome::failed(json(label).dump() + " is no choice of the " +
+  return StepOutcome::failed(jsonText(label) + " is no choice of the " +
                              TreeQuery::text(node, "kind") + "; there are " +
                              (titles.empty() ? "none" : titles));
 }

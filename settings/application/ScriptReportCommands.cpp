@@ -11,8 +11,9 @@ namespace {
 
 using nlohmann::json;
 
-std::string linesOf(const std::vector<std::string>& lines) {
-  std::string text;
+// `nothing` where there are no lines.
+std::string linesOf(const std::vector<std::string>& lines, const char* nothing = "") {
+  std::string text = lines.empty() ? nothing : "";
   for (const std::string& line : lines) text += line + "\n";
   return text;
 }
@@ -27,9 +28,14 @@ Step parseReportOfSpawned(LineReader&) {
       fresh.push_back(all[context.programCursor]);
       lines.push_back(programText(fresh.back()));
     }
-    context.print(fresh, linesOf(lines));
+    context.print(fresh, linesOf(lines, "nothing was started"));
     return StepOutcome{};
   };
+}
+
+std::string outcomeText(const platform::FileWrite& write) {
+  if (write.error) return ": " + write.error.message;
+  return write.changed ? ", changed" : ", the same bytes";
 }
 
 Step parseWrites(LineReader&) {
@@ -37,18 +43,15 @@ Step parseWrites(LineReader&) {
     json fresh = json::array();
     std::vector<std::string> lines;
     for (const auto& write : context.application().writesSince(context.writesCursor)) {
-      json entry{{"path", write.path},
-                 {"writer", "ZentrovaPrefs"},
-                 {"changed", write.changed},
-                 {"size", write.size}};
-      if (write.error) entry["error"] = write.error.message;
-      lines.push_back(write.path + " by the bundle" +
-                      (write.error     ? ": " + write.error.message
-                       : write.changed ? ", changed"
-                                       : ", the same bytes"));
-      fresh.push_back(std::move(entry));
+      const std::string writer = context.application().bundleName();
+      fresh.push_back({{"path", write.path},
+                       {"writer", writer},
+                       {"changed", write.changed},
+                       {"size", write.size}});
+      if (write.error) fresh.back()["error"] = write.error.message;
+      lines.push_back(write.path + " by " + writer + outcomeText(write));
     }
-    context.print(fresh, lines.empty() ? "nothing was written" : linesOf(lines));
+    context.print(fresh, linesOf(lines, "nothing was written"));
     return StepOutcome{};
   };
 }
@@ -66,7 +69,7 @@ Step parseTree(LineReader&) {
   return [](ScriptContext& context) {
     if (!context.application().isOpen()) return StepOutcome::notOpen();
     const json& tree = context.application().tree();
-    context.print(tree, context.options().json ? std::string() : tree.dump(2));
+    context.print(tree, context.options().json ? std::string() : jsonText(tree, 2));
     return StepOutcome{};
   };
 }
@@ -91,7 +94,7 @@ Step parseReportOfRow(LineReader& reader) {
       row["specifier"] = context.application().inspectRow(id);
       return StepOutcome{};
     });
-    if (outcome.ok) context.print(row, row.dump(2));
+    if (outcome.ok) context.print(row, jsonText(row, 2));
     return outcome;
   };
 }
@@ -107,13 +110,13 @@ Step parseReportOfLog(LineReader&) {
 }
 
 Step parseFile(LineReader& reader) {
-  return [path = reader.word("PATH")](ScriptContext& context) {
+  return [path = reader.devicePath()](ScriptContext& context) {
     const platform::FileContents contents = context.application().device().read(path);
     if (contents.error) return StepOutcome::failed(contents.error.message);
     const platform::PropertyListResult list = platform::readPropertyList(contents.bytes);
     if (!list) return StepOutcome::failed(path + " is no property list: " + list.error->text());
     const json result = jsonOfValue(list.value);
-    context.print(result, result.dump(2));
+    context.print(result, jsonText(result, 2));
     return StepOutcome{};
   };
 }
@@ -124,7 +127,8 @@ ScriptCommands reportCommands() {
   return {
       {"spawned", "spawned", "prints the programs that were started since the last call",
        &parseReportOfSpawned},
-      {"writes", "writes", "prints the files that were written since the last call", &parseWrites},
+      {"writes", "writes", "prints the files that the bundle has written since the last call",
+       &parseWrites},
       {"show", "show", "prints the screen as text", &parseShow},
       {"tree", "tree", "prints the view tree as JSON", &parseTree},
       {"row", "row ROW", "prints a row with its cell and its specifier's properties as JSON",

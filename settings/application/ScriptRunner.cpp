@@ -22,12 +22,12 @@ Line parseLine(std::size_t number, const std::string& text, std::string& problem
   Line line{number, text, {}, {}};
   LineReader reader(text);
   if (reader.atEnd()) return line;
-  const ScriptCommand* command = takeCommand(scriptCommands(), reader);
+  const ScriptCommand* command = takeCommand(reader);
   std::string usage;
   if (command) {
     line.command = command->name;
     line.step = command->parse(reader);
-    usage = command->name == "expect" ? "" : "; the command is: " + command->usage;
+    usage = "; the command is: " + command->usage;
     reader.expectEnd();
   }
   if (reader.error()) problem = *reader.error() + usage;
@@ -125,10 +125,7 @@ ScriptStatus ScriptRunner::run(std::istream& script) {
 std::vector<ScriptCommandHelp> ScriptRunner::help() {
   std::vector<ScriptCommandHelp> result;
   for (const ScriptCommand& command : scriptCommands()) {
-    if (command.name != "expect") result.push_back({command.usage, command.text});
-  }
-  for (const ScriptCommand& form : expectationCommands()) {
-    result.push_back({"expect " + form.usage, form.text});
+    result.push_back({command.usage, command.text});
   }
   return result;
 }

@@ -18,6 +18,7 @@ Step parseBackground(LineReader& reader) {
   std::optional<std::size_t> count;
   if (!reader.skip("all")) count = reader.index("N, or all,");
   return [count](ScriptContext& context) {
+    if (!context.application().isOpen()) return StepOutcome::notOpen();
     const std::size_t ran = context.application().runBackground(count);
     if (!count || ran == *count) return StepOutcome{};
     return StepOutcome::failed("only " + std::to_string(ran) + " of " + std::to_string(*count) +

@@ -27,6 +27,10 @@ json jsonOfValue(const platform::Value& value) {
   return json(jsonFromValue(value));
 }
 
+std::string jsonText(const json& given, int indent) {
+  return given.dump(indent, ' ', false, json::error_handler_t::replace);
+}
+
 std::string plainText(const platform::Value& value) {
   const bool isPlain = value.isNone() || value.isString() || value.asObject();
   return isPlain ? value.description() : jsonTextFromValue(value, -1);

@@ -27,6 +27,10 @@ ScriptValue valueOfJson(const nlohmann::json& json);
 // description, none as null.
 nlohmann::json jsonOfValue(const platform::Value& value);
 
+// The JSON as text, on one line or indented; what is no valid UTF-8 in it (a lone surrogate) is
+// shown as U+FFFD.
+std::string jsonText(const nlohmann::json& json, int indent = -1);
+
 // A result for people: a text as it is, "(null)" for none, an object as it describes itself,
 // anything else as JSON on one line.
 std::string plainText(const platform::Value& value);

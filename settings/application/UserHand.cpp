@@ -76,7 +76,8 @@ std::optional<std::string> UserHand::covered(const NodeTarget& target) const {
     const auto view = target.as<platform::UIView>();
     if (view && view->isDescendantOfView(*over->view())) return std::nullopt;
   }
-  return "something else is open over the page: " + over->title().value_or("a sheet");
+  return "something else is open over the page: " +
+         over->title().value_or(std::string(over->className()));
 }
 
 std::optional<UserHand::Row> UserHand::rowOf(const NodeTarget& target) const {

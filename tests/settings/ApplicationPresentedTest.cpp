@@ -310,6 +310,16 @@ TEST_F(ApplicationPresentedTest, AnythingThatIsNoPhotoOfTheLibraryIsRefusedWithA
   EXPECT_EQ(presented()["kind"], "imagePicker");
 }
 
+TEST_F(ApplicationPresentedTest, APhotoThatIsDamagedInTheMiddleIsRefusedWhenItIsChosen) {
+  std::string damaged = onePixel();
+  damaged[45] = static_cast<char>(damaged[45] + 1);
+  addToLibrary("damaged.png", damaged);
+  openPhotoPicker();
+  EXPECT_TRUE(presented()["photos"][0].contains("image"));
+  EXPECT_FALSE(choosePhoto("damaged.png"));
+  EXPECT_FALSE(photos->image);
+}
+
 TEST_F(ApplicationPresentedTest, APictureThatTheUserBringsIsChosenLikeAPhoto) {
   openPhotoPicker();
   const PhotoResult brought = readPhoto(platform::Data(onePixel()));
@@ -386,6 +396,24 @@ TEST_F(ApplicationPresentedTest, AScriptIsToldWhatIsWrongWithAPhoto) {
   openPhotoPicker();
   EXPECT_THAT(play("photo nothing.png").messages, HasSubstr("line 1: "));
   EXPECT_THAT(play("photo @nothing.png").messages, HasSubstr("cannot read the file"));
+}
+
+TEST_F(ApplicationPresentedTest, AScriptShowsWhatIsOpen) {
+  addToLibrary("A.png", onePixel());
+  addToLibrary("B.txt", "no picture");
+  openPhotoPicker();
+  EXPECT_THAT(play("show").output,
+              HasSubstr("[imagePicker]\n  A.png\n  B.txt  (The file is no PNG or JPEG picture.)"));
+  openColorPicker();
+  EXPECT_THAT(play("show").output, HasSubstr("[colorPicker] {\"rgba\":[0.0,0.0,0.0,1.0]}"));
+  openAlert({UIAlertActionStyle::cancel});
+  EXPECT_THAT(play("show").output, HasSubstr("[alert] Sure? Nothing is lost.\n  Choice 0\n"));
+}
+
+TEST_F(ApplicationPresentedTest, ANameThatIsNoUnicodeIsPrintedAllTheSame) {
+  addToLibrary("\xFF.png", onePixel());
+  openPhotoPicker();
+  EXPECT_THAT(play("tree").output, HasSubstr("\xEF\xBF\xBD.png"));
 }
 
 TEST_F(ApplicationPresentedTest, AScriptChoosesInASheetByItsLabel) {

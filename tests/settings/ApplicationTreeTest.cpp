@@ -5,6 +5,9 @@
 #include <map>
 #include <set>
 
+#include "platform/uikit/UIImage.h"
+#include "platform/uikit/UIImageView.h"
+#include "settings/application/SettingsProcess.h"
 #include "tests/settings/ApplicationFixture.h"
 
 namespace settings::test {
@@ -363,6 +366,22 @@ TEST_F(ApplicationTreeTest, ACellThatComesBackIntoSightKeepsItsIdentity) {
   EXPECT_EQ(node(control), json::object());
   scrollTo(0);
   EXPECT_EQ(controlNode("enabled"), control);
+}
+
+TEST_F(ApplicationTreeTest, AnImageThatWasDrawnIsFetchedAsPng) {
+  open();
+  ASSERT_TRUE(application().runAtEdge("a test", [this] {
+    platform::ImagePixels pixels{1, 1, {255, 0, 0, 255}};
+    const auto view = platform::make<platform::UIImageView>();
+    view->setImage(platform::UIImage::imageWithPixels(std::move(pixels), 1));
+    application().process()->topPage()->view()->addSubview(view);
+  }));
+  const json shown = node(page()["children"].back());
+  ASSERT_EQ(shown["kind"], "image");
+  const auto bytes = application().imageBytes(shown["image"]["hash"].get<std::string>());
+  ASSERT_TRUE(bytes);
+  EXPECT_EQ(bytes->substr(1, 3), "PNG");
+  EXPECT_EQ(application().imageBytes("absent"), std::nullopt);
 }
 
 TEST_F(ApplicationTreeTest, TheRevisionCountsTreesThatDiffer) {
