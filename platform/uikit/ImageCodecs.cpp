@@ -13,7 +13,7 @@ constexpr const char* noMemory = "There is not enough memory for the picture.";
 
 // Nothing where the pixels can be encoded.
 std::optional<std::string> refusalOfPixels(const ImagePixels& pixels) {
-  if (const auto refusal = refusalOfImageSize(pixels.width, pixels.height)) return refusal;
+  if (auto refusal = refusalOfImageSize(pixels.width, pixels.height)) return refusal;
   if (pixels.rgba.size() == bytesPerPixel * pixels.width * pixels.height) return std::nullopt;
   return "The pixels do not fill the picture.";
 }

@@ -23,13 +23,14 @@ struct Blend {
 Blend blendOf(double centre, double sourcePerTarget, std::uint32_t sourceLength) {
   const double reach = std::max(1.0, sourcePerTarget);
   const double last = sourceLength - 1.0;
-  const double from = std::clamp(std::ceil(centre - reach), 0.0, last);
-  const double to = std::clamp(std::floor(centre + reach), 0.0, last);
+  const auto from = static_cast<std::size_t>(std::clamp(std::ceil(centre - reach), 0.0, last));
+  const auto to = static_cast<std::size_t>(std::clamp(std::floor(centre + reach), 0.0, last));
   const double nearest = std::clamp(centre, 0.0, last);
-  Blend blend{static_cast<std::size_t>(from), {}};
+  Blend blend{from, {}};
   float sum = 0;
-  for (double at = from; at <= to; ++at) {
-    blend.weights.push_back(static_cast<float>(std::max(0.0, 1 - std::abs(at - nearest) / reach)));
+  for (std::size_t at = from; at <= to; ++at) {
+    const double away = std::abs(static_cast<double>(at) - nearest);
+    blend.weights.push_back(static_cast<float>(std::max(0.0, 1 - away / reach)));
     sum += blend.weights.back();
   }
   for (float& weight : blend.weights) weight /= sum;

@@ -19,7 +19,7 @@ struct Ink {
 
 // What is no number counts as 0.
 inline std::uint8_t byteOf(double part) {
-  return static_cast<std::uint8_t>((part > 0 ? std::min(part, 1.0) : 0.0) * 255 + 0.5);
+  return static_cast<std::uint8_t>(std::lround((part > 0 ? std::min(part, 1.0) : 0.0) * 255));
 }
 
 // Lays the ink over the four bytes of a pixel.
