@@ -1,8 +1,6 @@
 #pragma once
 
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -38,14 +36,6 @@ inline void prepareAppearance(test_support::TestProcess& process) {
   ZVRCustomizeListController::registerClass(classes);
   process.process().provide(
       std::make_shared<platform::BundleInfo>(platform::BundleInfo{std::string(bundleFolder)}));
-}
-
-// The list as the product ships it.
-inline void writeResource(test_support::TestProcess& process, const std::string& name) {
-  const std::string file = "/" + name + ".plist";
-  std::ifstream in(ZENTROVA_RESOURCES + file, std::ios::binary);
-  const std::string text(std::istreambuf_iterator<char>(in), {});
-  process.tree().write(std::string(bundleFolder) + file, text);
 }
 
 // A process with the classes of the appearance pages and lists of its own.

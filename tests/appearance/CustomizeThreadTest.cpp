@@ -1,5 +1,7 @@
 #include <cerrno>
+#include <fstream>
 #include <functional>
+#include <iterator>
 
 #include "platform/uikit/UIAlertController.h"
 #include "platform/uikit/UIImagePickerController.h"
@@ -13,6 +15,14 @@ namespace {
 using platform::UIImage;
 using platform::UIImagePickerController;
 using platform::Value;
+
+// The list as the product ships it.
+void writeResource(test_support::TestProcess& process, const std::string& name) {
+  const std::string file = "/" + name + ".plist";
+  std::ifstream in(ZENTROVA_RESOURCES + file, std::ios::binary);
+  const std::string text(std::istreambuf_iterator<char>(in), {});
+  process.tree().write(std::string(bundleFolder) + file, text);
+}
 
 // The shipped customize page, with real threads in the background.
 class CustomizeThreads : public testing::Test {

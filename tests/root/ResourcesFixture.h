@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <fstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,10 +31,8 @@ class ResourcesTest : public RootTest {
   void writeSource(const std::string& name) {
     process.tree().write(std::string(bundle) + "/" + name, source(name));
   }
-  static std::string source(const std::string& name) {
-    std::ifstream in(std::string(ZENTROVA_RESOURCES) + "/" + name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-  }
+  // The text of a file of the bundle, as it stands in the sources.
+  static std::string source(const std::string& name);
   static Dictionary list(const std::string& name) {
     const auto result = platform::readPropertyList(source(name));
     EXPECT_FALSE(result.error) << name << ": " << result.error->text();

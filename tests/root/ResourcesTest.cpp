@@ -1,10 +1,18 @@
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <set>
 
 #include "platform/uikit/UIImageView.h"
 #include "tests/root/ResourcesFixture.h"
 
 namespace zentrova::tests {
+
+std::string ResourcesTest::source(const std::string& name) {
+  std::ifstream in(std::string(ZENTROVA_RESOURCES) + "/" + name, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
 namespace {
 
 using platform::Dictionary;
