@@ -1,6 +1,5 @@
 #include "cells/HBLinkTableCell.h"
 
-#include <source_location>
 #include <utility>
 
 #include "cells/SpecifierProperties.h"
@@ -219,10 +218,9 @@ void HBLinkTableCell::logFailure(std::int64_t status,
       "Error loading icon (%@): %li %@ - %@",
       {url ? Value(url->absoluteString()) : Value(), status,
        platform::NSHTTPURLResponse::localizedStringForStatusCode(status), error});
-  const auto here = std::source_location::current();
   platform::os_log(platform::LogLevel::standard,
                    platform::formatString("[%{public}s:%{public}d] %{public}@",
-                                          {platform::sourceFileName(here), here.line(), message}));
+                                          {platform::sourceFileName(__FILE__), __LINE__, message}));
 }
 
 void HBLinkTableCell::iconLoadDidFailWithResponse(

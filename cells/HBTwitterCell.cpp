@@ -1,7 +1,5 @@
 #include "cells/HBTwitterCell.h"
 
-#include <source_location>
-
 #include "cells/SpecifierProperties.h"
 #include "platform/foundation/Class.h"
 #include "platform/foundation/NSAssertionHandler.h"
@@ -25,10 +23,9 @@ constexpr const char* urlSelector = "_urlForUsername:userID:";
 
 void assertOneIsGiven(bool given) {
   if (given) return;
-  const auto here = std::source_location::current();
   platform::NSAssertionHandler::currentHandler()->handleFailureInMethod(
       {urlSelector, std::string(HBTwitterCell::staticClassName), true},
-      platform::sourceFileName(here), here.line(), "Invalid parameter not satisfying: %@",
+      platform::sourceFileName(__FILE__), __LINE__, "Invalid parameter not satisfying: %@",
       {"username != nil || userID != nil"});
 }
 

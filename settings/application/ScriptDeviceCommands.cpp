@@ -100,7 +100,7 @@ Step parseLink(LineReader& reader) {
 
 // The stand-ins print what lies beside them under this name.
 Step parseStdout(LineReader& reader) {
-  const std::string program = devicePath(reader);
+  const std::string program = reader.devicePath();
   return putFile(program + ".stdout", reader.rest("FILE"));
 }
 

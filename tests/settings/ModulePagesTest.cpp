@@ -209,8 +209,8 @@ class Sink : public PageSink {
     if (parsed["type"] != "side") messages.push_back(std::move(parsed));
   }
   void handled(ConnectionId /*connection*/) override {}
-  void answerImage(ImageRequestId /*request*/,
-                   std::shared_ptr<const std::string> /*image*/) override {}
+  void answerImage(RequestId /*request*/, std::shared_ptr<const std::string> /*image*/) override {}
+  void answerPhoto(RequestId /*request*/, unsigned /*status*/, std::string /*told*/) override {}
   std::vector<json> messages;
 };
 

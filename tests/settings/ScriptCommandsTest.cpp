@@ -229,7 +229,7 @@ TEST_F(ScriptCommandsTest, ScrollSetsTheContentOffset) {
 }
 
 TEST_F(ScriptCommandsTest, BackNeedsAPageBefore) {
-  EXPECT_THAT(failed("back"), HasSubstr("no page to go back to"));
+  EXPECT_THAT(failed("back\nback"), HasSubstr("no page to go back to"));
 }
 
 // --- Time ---
