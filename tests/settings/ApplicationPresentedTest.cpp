@@ -277,11 +277,12 @@ TEST_F(ApplicationPresentedTest, AFileOfTheLibraryThatIsNoPictureSaysWhyInPlaceO
   addToLibrary("broken.png", onePixel().substr(0, 50));
   addToLibrary("notes.txt", "no picture");
   openPhotoPicker();
-  for (const json& photo : presented()["photos"]) {
+  const json shown = presented();
+  for (const json& photo : shown["photos"]) {
     EXPECT_FALSE(photo.contains("image")) << photo;
     EXPECT_NE(photo.value("problem", ""), "") << photo;
   }
-  EXPECT_EQ(presented()["photos"].size(), 2U);
+  EXPECT_EQ(shown["photos"].size(), 2U);
 }
 
 TEST_F(ApplicationPresentedTest, APhotoThatIsChosenByNameGoesToTheDelegate) {

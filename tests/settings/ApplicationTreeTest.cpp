@@ -284,6 +284,15 @@ TEST_F(ApplicationTreeTest, TheBarShowsThePageOnTopAndTheWayBack) {
   EXPECT_FALSE(bar().contains("back"));
 }
 
+TEST_F(ApplicationTreeTest, ATableThatWatchesForLongPressesSaysSo) {
+  useWholeDevice();
+  open();
+  const auto table = [this] { return *TreeQuery(application().tree()).table().node; };
+  EXPECT_FALSE(table().contains("pressable"));
+  ASSERT_TRUE(tap("customize").accepted);
+  EXPECT_EQ(table()["pressable"], true);
+}
+
 TEST_F(ApplicationTreeTest, RowsStandInTheirSectionsWithTheirPlaces) {
   useRows({{{"cell", "PSGroupCell"}, {"label", "First"}},
            {{"cell", "PSButtonCell"}, {"label", "A"}},

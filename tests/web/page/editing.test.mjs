@@ -2,6 +2,7 @@ import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { assertAccessible } from '../support/accessibility.mjs';
 import { launchBrowser } from '../support/browser.mjs';
+import { drag, middle } from '../support/drag.mjs';
 import { eventually } from '../support/eventually.mjs';
 import { movableRows } from '../support/fixture.mjs';
 import { openAlone } from '../support/page-alone.mjs';
@@ -27,21 +28,6 @@ async function openRows({ options, ...rules } = {}) {
   const moves = () => server.actions.filter(({ action }) => action === 'move').map(({ node, section, index }) => [fixture.tree.nodes[node].title, section, index]);
   const noGhost = () => eventually(async () => (await page.locator('.carry-layer > *').count()) === 0, 'the picture of the row has landed');
   return { ...opened, fixture, row, handle, shown, said, moves, noGhost };
-}
-
-async function middle(locator) {
-  const box = await locator.boundingBox();
-  return { x: box.x + box.width / 2, y: box.y + box.height / 2, height: box.height };
-}
-
-/** Drags with the mouse, in steps as a hand does, to a row or by a number of points. */
-async function drag(page, handle, goal, { release = true } = {}) {
-  const from = await middle(handle);
-  const to = typeof goal === 'number' ? { y: from.y + goal } : await middle(goal);
-  await page.mouse.move(from.x, from.y);
-  await page.mouse.down();
-  await page.mouse.move(from.x, to.y, { steps: 12 });
-  if (release) await page.mouse.up();
 }
 
 const order = (...active) => active.map((title) => title.replace('*', ''));

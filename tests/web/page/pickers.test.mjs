@@ -203,9 +203,12 @@ test('a busy picker is dimmed, shows that it works, and takes no other picture',
   });
   await page.getByRole('progressbar', { name: 'Busy' }).waitFor();
   assert.equal(await page.getByRole('button', { name: 'beach.jpg' }).isDisabled(), true);
-  const sheet = await page.locator('.image-picker').boundingBox();
-  const spinner = await page.getByRole('progressbar').boundingBox();
-  assert.ok(Math.abs(spinner.y + spinner.height / 2 - sheet.y - sheet.height / 2) < 2, 'it stands in the middle');
+  // The sheet comes in from below.
+  await eventually(async () => {
+    const sheet = await page.locator('.image-picker').boundingBox();
+    const spinner = await page.getByRole('progressbar').boundingBox();
+    return Math.abs(spinner.y + spinner.height / 2 - sheet.y - sheet.height / 2) < 2;
+  }, 'it stands in the middle');
   await eventually(() => page.locator('.sheet-layers > .view').last().evaluate((view) => getComputedStyle(view).opacity === '0.5'), 'the picker is dimmed');
   await page.getByRole('button', { name: 'Cancel' }).isEnabled();
   await context.close();

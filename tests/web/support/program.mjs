@@ -15,6 +15,8 @@ const repository = fileURLToPath(new URL('../../../', import.meta.url));
 export const program = process.env.ZENTROVA_SETTINGS ?? join(repository, 'build/release/bin/zentrova-settings');
 const dist = join(repository, 'settings/web/ui/dist');
 const preferences = 'var/jb/var/mobile/Library/Preferences';
+const modules = 'var/jb/var/mobile/Library/ControlCenter';
+const installed = 'var/jb/Library/ControlCenter/Bundles';
 
 /** A device tree; `dispose` takes it away. */
 export async function makeDevice() {
@@ -34,10 +36,22 @@ export async function makeDevice() {
     /** Another program's preference file, written by python's plistlib from JSON. */
     writePlist: (path, value) => python(`import json,plistlib,sys
 with open(sys.argv[1],"wb") as f: plistlib.dump(json.loads(sys.argv[2]),f)`, path, JSON.stringify(value)),
-    /** What python's plistlib reads, with the type of each value. */
+    /** What python's plistlib reads, with the type of each value; of data only its length. */
     read: async () => JSON.parse(await python(`import json,plistlib,sys
 with open(sys.argv[1],"rb") as f: d=plistlib.load(f)
-print(json.dumps({k:[type(v).__name__,v] for k,v in d.items()}))`, file)),
+print(json.dumps({k:[type(v).__name__,v] for k,v in d.items()},default=len))`, file)),
+    /** The module configuration file of the Control Center support library. */
+    configuration: async () => JSON.parse(await python(`import json,plistlib,sys
+with open(sys.argv[1],"rb") as f: print(json.dumps(plistlib.load(f)))`, join(root, modules, 'ModuleConfiguration_CCSupport.plist'))),
+    /** That many more modules, without icons. */
+    installModules: (count) => python(`import os,plistlib,sys
+for index in range(int(sys.argv[2])):
+  name = f"Extra{index}Module"
+  folder = os.path.join(sys.argv[1], name + ".bundle")
+  os.mkdir(folder)
+  with open(os.path.join(folder, "Info.plist"), "wb") as f:
+    plistlib.dump({"CFBundleIdentifier": f"org.example.{name}", "CFBundleDisplayName": f"Extra {index}", "CFBundleName": name, "CFBundlePackageType": "BNDL"}, f)`,
+      join(root, installed), String(count)),
     kestrelle: join(root, preferences, 'com.hollowmere.kestrelleprefs.plist'),
     dispose,
   };
