@@ -102,7 +102,7 @@ ActionResult Application::State::runAtEdge(const std::string& where,
 
 ActionResult Application::State::useHand(const json& action) {
   const EditWatch edit(action, target(stringMember(action, "node").value_or("")));
-  const ActionResult result = hand->perform(action, snapshot.targets);
+  ActionResult result = hand->perform(action, snapshot.targets);
   const auto outcome = result ? edit.outcome() : std::nullopt;
   if (!outcome) return result;
   for (auto* observer : observers) observer->announced(*outcome);

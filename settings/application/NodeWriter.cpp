@@ -108,8 +108,7 @@ std::string NodeWriter::addView(const std::shared_ptr<UIView>& view, const char*
   if (*role) node["role"] = role;
   std::vector<std::string> children;
   if (!control.leaf) children = addSubviews(*view);
-  return add(view->nodeIdentifier(), {NodeKind::view, view, 0}, std::move(node),
-             std::move(children));
+  return add(view->nodeIdentifier(), {NodeKind::view, view, 0}, std::move(node), children);
 }
 
 }  // namespace settings

@@ -105,6 +105,8 @@ Step parseRows(LineReader& reader) {
     const auto rows = query.children(sections[index]);
     std::vector<std::string> expected;
     std::vector<std::string> actual;
+    expected.reserve(names.size());
+    actual.reserve(rows.size());
     for (const RowAddress& name : names) expected.push_back(name.text());
     for (const FoundNode& row : rows) actual.push_back(namesOfRow(*row.node));
     return compare(areNamed(rows, names), "the rows" + listText(expected),

@@ -88,7 +88,7 @@ json nested(const TreeQuery& query, const FoundNode& found) {
 Step parseReportOfRow(LineReader& reader) {
   return [address = reader.row()](ScriptContext& context) {
     json row;
-    const auto outcome = context.onRow(address, [&](const std::string& id) {
+    auto outcome = context.onRow(address, [&](const std::string& id) {
       const TreeQuery query(context.application().tree());
       row = nested(query, query.find(id));
       row["specifier"] = context.application().inspectRow(id);

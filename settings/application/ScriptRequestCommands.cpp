@@ -60,7 +60,7 @@ Step parseRequests(LineReader&) {
   return [](ScriptContext& context) {
     json all = json::array();
     std::string lines;
-    const StepOutcome outcome = withTasks(context, "requests", [&](const std::vector<Task>& tasks) {
+    StepOutcome outcome = withTasks(context, "requests", [&](const std::vector<Task>& tasks) {
       for (const Task& task : tasks) {
         all.push_back(taskJson(*task));
         lines += taskText(all.back());

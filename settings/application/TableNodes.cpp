@@ -107,7 +107,7 @@ std::string addContent(NodeWriter& writer, const UITableViewCell& cell) {
   json node = writer.viewMembers(*content, "view");
   node["role"] = "content";
   return writer.add(content->nodeIdentifier(), {NodeKind::view, content, 0}, std::move(node),
-                    std::move(children));
+                    children);
 }
 
 std::vector<std::string> addCellChildren(NodeWriter& writer, const UITableViewCell& cell) {
@@ -158,8 +158,7 @@ std::string addCell(NodeWriter& writer, const std::shared_ptr<UITableViewCell>& 
     node["cellType"] = platform::nameOfCellType(list->cellType());
   }
   auto children = addCellChildren(writer, *cell);
-  return writer.add(cell->nodeIdentifier(), {NodeKind::view, cell, 0}, std::move(node),
-                    std::move(children));
+  return writer.add(cell->nodeIdentifier(), {NodeKind::view, cell, 0}, std::move(node), children);
 }
 
 void addSpecifierMembers(const platform::PSSpecifier& specifier, json& node) {
@@ -195,7 +194,7 @@ std::string addRow(NodeWriter& writer, const Table& table, IndexPath path) {
   std::vector<std::string> children;
   if (cell) children.push_back(addCell(writer, cell));
   const std::uint64_t token = table->rowToken(path);
-  return writer.add(token, {NodeKind::row, table, token}, std::move(node), std::move(children));
+  return writer.add(token, {NodeKind::row, table, token}, std::move(node), children);
 }
 
 std::string addSection(NodeWriter& writer, const Table& table, std::int64_t section) {
@@ -213,7 +212,7 @@ std::string addSection(NodeWriter& writer, const Table& table, std::int64_t sect
     children.push_back(addRow(writer, table, {section, row}));
   }
   const std::uint64_t token = table->sectionToken(section);
-  return writer.add(token, {NodeKind::section, table, token}, std::move(node), std::move(children));
+  return writer.add(token, {NodeKind::section, table, token}, std::move(node), children);
 }
 
 bool watchesLongPresses(const UITableView& table) {
@@ -258,7 +257,7 @@ std::string addTable(NodeWriter& writer, const Table& table) {
     children.push_back(writer.addView(table->tableFooterView(), "footer"));
   node["contentHeight"] = table->contentSize().height;
   return writer.add(table->nodeIdentifier(), {NodeKind::table, table, 0}, std::move(node),
-                    std::move(children));
+                    children);
 }
 
 }  // namespace settings

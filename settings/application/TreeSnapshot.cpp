@@ -92,8 +92,7 @@ std::string addPage(NodeWriter& writer, const Page& page) {
   } else {
     children = writer.addSubviews(*view);
   }
-  return writer.add(page->nodeIdentifier(), {NodeKind::page, page, 0}, std::move(node),
-                    std::move(children));
+  return writer.add(page->nodeIdentifier(), {NodeKind::page, page, 0}, std::move(node), children);
 }
 
 std::string addController(NodeWriter& writer, const Page& controller);
@@ -107,7 +106,7 @@ std::string addNavigation(NodeWriter& writer, const Navigation& navigation) {
     children.push_back(addController(writer, top));
   }
   return writer.add(navigation->nodeIdentifier(), {NodeKind::navigation, navigation, 0},
-                    std::move(node), std::move(children));
+                    std::move(node), children);
 }
 
 std::string addController(NodeWriter& writer, const Page& controller) {
@@ -158,7 +157,7 @@ std::string addWindow(NodeWriter& writer, const SnapshotRequest& request) {
   if (request.crash) children.push_back(addCrash(writer, *request.crash, request.crashToken));
   json node = window ? writer.viewMembers(*window, "window") : json{{"kind", "window"}};
   const std::uint64_t token = window ? window->nodeIdentifier() : 0;
-  return writer.add(token, {NodeKind::window, window, 0}, std::move(node), std::move(children));
+  return writer.add(token, {NodeKind::window, window, 0}, std::move(node), children);
 }
 
 }  // namespace

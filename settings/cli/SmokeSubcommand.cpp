@@ -72,7 +72,8 @@ FileContentsByPath filesBelow(const fs::path& root) {
 // Settings as they are once somebody has used them.
 std::string usedPreferences() {
   constexpr std::uint32_t side = 8;
-  const platform::ImagePixels pixels{side, side, std::vector<std::uint8_t>(4 * side * side, 0x80)};
+  constexpr std::size_t bytes = std::size_t{4} * side * side;
+  const platform::ImagePixels pixels{side, side, std::vector<std::uint8_t>(bytes, 0x80)};
   const auto picture =
       platform::LibraryImageCodecs().encodePng(pixels, platform::LibraryImageCodecs::noLimit);
   const platform::Dictionary content{{"presentationStyle", 1},

@@ -152,7 +152,8 @@ void SmokeWalk::visitChoices(const std::string& sheet, const std::string& row,
     const FoundNode open = query().presented();
     if (!open || TreeQuery::text(*open.node, "kind") != "alert") return;
     const std::string title = TreeQuery::text(actions[index], "title");
-    const std::string here = place + ", choice \"" + title + "\"";
+    std::string here = place;
+    here.append(", choice \"").append(title).append("\"");
     _application.perform({{"action", "choose"}, {"node", open.id}, {"index", index}});
     settle();
     answerCrash({}, here);
