@@ -83,17 +83,6 @@ test('of a thousand rows only those around what is in sight are in the document,
   await context.close();
 });
 
-test('a thousand rows scroll within the time of a frame', async () => {
-  const { page, context, trouble } = await openLong();
-  const session = await context.newCDPSession(page);
-  await session.send('Performance.enable', { timeDomain: 'threadTicks' });
-  await scrollByFrames(page, session, 20, 30);
-  const time = await scrollByFrames(page, session, 240, 90);
-  assert.ok(time < frameMs / 2, `a frame of scrolling takes ${time.toFixed(1)} ms of the page's thread`);
-  assert.deepEqual(trouble, []);
-  await context.close();
-});
-
 test('a row is dragged across the whole table: it scrolls while the finger is at its edge', async () => {
   const { page, context, server, fixture, scroller, rowsInDocument, trouble } = await openLong();
   const handle = await page.getByRole('button', { name: /^Move Module 0$/ }).boundingBox();

@@ -47,7 +47,7 @@ test('the presentation style brings both switches in their order, and what is se
 
 test('the pane beside the phone shows the file and what the last tap changed in it', async () => {
   const { page, row, close } = await openAll(browser);
-  await page.locator('.pane-file').getByText('Not there yet').waitFor();
+  await page.locator('.entries tr[data-key="groupedIdentifiers"]').waitFor();
   await radio(row('presentationStyle'), 1).click();
   const change = page.locator('.last-change');
   await change.getByText('presentationStyle').waitFor();
