@@ -7,7 +7,6 @@ import { movableRows } from '../support/fixture.mjs';
 import { openAlone } from '../support/page-alone.mjs';
 
 const count = 1000;
-const frameMs = 1000 / 60;
 
 let browser;
 before(async () => { browser = await launchBrowser(); });
@@ -38,27 +37,6 @@ async function openLong(options) {
   const scroller = opened.page.locator('.table-scroll');
   const rowsInDocument = () => opened.page.locator('.row').count();
   return { ...opened, fixture, scroller, rowsInDocument };
-}
-
-/** Scrolls by so many points with each frame; gives the time of the page's own thread for each. */
-async function scrollByFrames(page, session, frames, points) {
-  const busy = async () => {
-    const { metrics } = await session.send('Performance.getMetrics');
-    return metrics.find(({ name }) => name === 'TaskDuration').value * 1000;
-  };
-  const before = await busy();
-  await page.evaluate(({ frames, points }) => new Promise((resolve) => {
-    const scroller = document.querySelector('.table-scroll');
-    let left = frames;
-    const step = () => {
-      scroller.scrollTop += points;
-      left -= 1;
-      if (left > 0) requestAnimationFrame(step);
-      else resolve();
-    };
-    requestAnimationFrame(step);
-  }), { frames, points });
-  return ((await busy()) - before) / frames;
 }
 
 test('of a thousand rows only those around what is in sight are in the document, wherever one scrolls', async () => {
