@@ -102,14 +102,14 @@ double UITableView::measuredHeight(const std::optional<std::string>& title, bool
                                    std::int64_t section) const {
   constexpr double titleSize = 13;
   constexpr double plainHeight = 28;
-  constexpr double gap = 18;       // above and below the rows of a group
+  constexpr double groupGap = 18;  // above and below the rows of a group
   constexpr double firstGap = 35;  // above the first group
   constexpr double paddingAboveRows = 22;
   constexpr double paddingBelowRows = 14;
   const bool isPlain = _style == UITableViewStyle::plain;
   if (!title || title->empty()) {
     if (isPlain) return 0;
-    return isHeader && section == 0 ? firstGap : gap;
+    return isHeader && section == 0 ? firstGap : groupGap;
   }
   const double width = contentWidth() - 2 * UITableViewCell::margin;
   const double text =
