@@ -3,6 +3,7 @@
 namespace zentrova::tests {
 namespace {
 
+using platform::Dictionary;
 using platform::Value;
 
 class ColorList : public ColorCellTest {
@@ -148,6 +149,47 @@ TEST_F(ColorReset, PressOutsideOfTheRowsDoesNothing) {
   process.scheduler().advance(2.0);
   EXPECT_TRUE(finger(*page).hasRecognized());
   EXPECT_FALSE(process.tree().exists(preferences));
+}
+
+// A page may give the row another cell than the one that is in sight.
+class CellAskedList : public ZVRCustomizeColorListViewController {
+ public:
+  std::shared_ptr<platform::UITableViewCell> cellForRowAtIndexPath(
+      const std::shared_ptr<platform::UITableView>& tableView,
+      platform::IndexPath indexPath) override {
+    asked.push_back(indexPath);
+    return ZVRCustomizeColorListViewController::cellForRowAtIndexPath(tableView, indexPath);
+  }
+  std::vector<platform::IndexPath> asked;
+};
+
+TEST_F(ColorReset, PageItselfIsAskedForTheCell) {
+  writeRows();
+  const auto list = std::make_shared<CellAskedList>();
+  ASSERT_TRUE(list->initWithStyle(0));
+  show(list);
+  list->asked.clear();
+  touch(*list, "second");
+  EXPECT_TRUE(list->asked.empty());
+  process.scheduler().advance(1.0);
+  EXPECT_EQ(list->asked, (std::vector<platform::IndexPath>{{0, 1}}));
+}
+
+// Every kind of colour row is one.
+class FineColorCell : public HBColorPickerTableCell {
+  PLATFORM_CLASS(FineColorCell)
+};
+
+TEST_F(ColorReset, RowOfASubclassIsResetToo) {
+  process.classes().add(platform::ClassBuilder<FineColorCell>("HBColorPickerTableCell").build());
+  writeList("GlobalColors", {Dictionary{{"cell", "PSButtonCell"},
+                                        {"cellClass", "FineColorCell"},
+                                        {"id", "fine"},
+                                        {"key", "fine"},
+                                        {"default", "red"}}});
+  page = show(platform::make(&ZVRCustomizeColorListViewController::initWithStyle, 0));
+  press(*page, "fine", 1.0);
+  EXPECT_EQ(inFile("fine"), Value(resetValue));
 }
 
 // Whatever the row's default is.

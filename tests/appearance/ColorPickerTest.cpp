@@ -1,5 +1,6 @@
 #include <cerrno>
 
+#include "platform/foundation/NSNotificationCenter.h"
 #include "tests/appearance/ColorCellFixture.h"
 
 namespace zentrova::tests {
@@ -37,6 +38,25 @@ TEST_F(ColorPicker, TapOpensIt) {
   EXPECT_EQ(opened->view()->ownTintColor(), cell()->tintColour());
   EXPECT_FALSE(opened->supportsAlpha());
   EXPECT_FALSE(process.tree().exists(preferences));
+}
+
+// Knows how it was presented.
+class AppearingPicker : public UIColorPickerViewController {
+  PLATFORM_CLASS(UIColorPickerViewController)
+
+ public:
+  void viewWillAppear(bool animated) override { animations.push_back(animated); }
+  std::vector<bool> animations;
+};
+
+// The class is the one that bears the name.
+TEST_F(ColorPicker, IsFoundByNameAndSlidesIn) {
+  process.classes().remove("UIColorPickerViewController");
+  process.classes().add(platform::ClassBuilder<AppearingPicker>("UIViewController").build());
+  showRows();
+  const auto opened = std::dynamic_pointer_cast<AppearingPicker>(open());
+  ASSERT_TRUE(opened);
+  EXPECT_EQ(opened->animations, std::vector<bool>{true});
 }
 
 TEST_F(ColorPicker, StartsAtTheStoredColor) {
@@ -110,6 +130,27 @@ TEST_F(ColorPicker, ClosingWritesANamedColorAsItIsShown) {
   showRows();
   open()->userClose();
   EXPECT_EQ(inFile("first"), Value("FFFFFFFF"));
+}
+
+// Neither a choice nor a reset is told to anybody, whatever the row asks for.
+TEST_F(ColorPicker, NoNotificationFollowsAWrite) {
+  writeList("GlobalColors", {Dictionary{{"cell", "PSButtonCell"},
+                                        {"cellClass", "HBColorPickerTableCell"},
+                                        {"id", "first"},
+                                        {"key", "first"},
+                                        {"PostNotification", "com.example.changed"}}});
+  page = show(platform::make(&ZVRCustomizeColorListViewController::initWithStyle, 0));
+  std::vector<std::string> posted;
+  auto& center = platform::NSNotificationCenter::defaultCenter();
+  const auto token = center.addObserverForName(
+      std::nullopt, nullptr,
+      [&](const platform::NSNotification& each) { posted.push_back(each.name); });
+  open()->userPick({1, 0, 0, 1});
+  picker()->userClose();
+  press(*page, "first", 1.0);
+  center.removeObserver(token);
+  EXPECT_EQ(inFile("first"), Value(resetValue));
+  EXPECT_EQ(posted, std::vector<std::string>());
 }
 
 TEST_F(ColorPicker, AlphaIsAlwaysWhole) {

@@ -99,6 +99,47 @@ TEST_F(CustomizePicture, BackgroundStoresAndTheMainQueueShows) {
   EXPECT_EQ(page->presentedViewController(), nullptr);
 }
 
+// Knows whether something lay over it at each reload.
+class WatchedCustomizePage : public ZVRCustomizeListController {
+ public:
+  std::int64_t numberOfSectionsInTableView(
+      const std::shared_ptr<platform::UITableView>& tableView) override {
+    coveredAtReloads.push_back(presentedViewController() != nullptr);
+    return ZVRCustomizeListController::numberOfSectionsInTableView(tableView);
+  }
+  std::vector<bool> coveredAtReloads;
+};
+
+// The picker goes when the page already shows the new image.
+TEST_F(CustomizePicture, TableIsReloadedBeforeThePickerGoes) {
+  writeList("Customize", allRows());
+  const auto watched = show(platform::make<WatchedCustomizePage>());
+  page = watched;
+  choose(plainPicture(8, 8));
+  process.scheduler().runAllBackground();
+  watched->coveredAtReloads.clear();
+  process.scheduler().runMain();
+  EXPECT_EQ(watched->coveredAtReloads, std::vector<bool>{true});
+  EXPECT_EQ(page->presentedViewController(), nullptr);
+}
+
+// The main thread does not so much as look at the pixels.
+TEST_F(CustomizePicture, PictureIsDecodedInTheBackground) {
+  const auto whole = platform::UIImagePNGRepresentation(noisyPicture(64));
+  std::vector<std::uint8_t> bytes(whole->bytes().begin(), whole->bytes().end());
+  bytes[bytes.size() / 2] ^= 1U;
+  writePreferences({{"backgroundImage", smallPicture()}});
+  showPage();
+  choose(UIImage::imageWithData(Data(bytes)));
+  EXPECT_EQ(logLines(), std::vector<std::string>());
+  finish();
+  ASSERT_EQ(logLines().size(), 2U);
+  EXPECT_EQ(logLines()[0].find("An image cannot be decoded: The PNG cannot be read"), 0U);
+  EXPECT_EQ(logLines()[1], "zentrova imagedata: 0");
+  EXPECT_EQ(storedData(), smallPicture());
+  EXPECT_EQ(page->presentedViewController(), nullptr);
+}
+
 TEST_F(CustomizePicture, LengthIsLogged) {
   showPage();
   choose(plainPicture(8, 8));

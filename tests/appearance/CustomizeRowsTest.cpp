@@ -53,6 +53,15 @@ TEST_F(CustomizeRows, ButtonChangesAnImageThatIsNoData) {
   EXPECT_EQ(shownButtonTitle(), "Change background image");
 }
 
+// The rows go by the store that is made with them.
+TEST_F(CustomizeRows, RowsThatAreBuiltAnewKnowAnImageStoredSince) {
+  showPage();
+  writePreferences({{"backgroundImage", Data("image")}});
+  EXPECT_EQ(buttonTitle(), "backgroundImageCell");
+  page->reloadSpecifiers();
+  EXPECT_EQ(shownButtonTitle(), "Change background image");
+}
+
 TEST_F(CustomizeRows, OnlyTheFirstButtonIsRetitled) {
   writePreferences({{"backgroundImage", Data("image")}});
   auto rows = allRows();
@@ -100,6 +109,20 @@ TEST_F(CustomizeColors, EachRowPushesItsList) {
     EXPECT_EQ(top->specifiers()->front()->identifier(), key);
     navigation->popViewControllerAnimated(false);
   }
+}
+
+// Knows how it was covered.
+class CoveredCustomizePage : public ZVRCustomizeListController {
+ public:
+  void viewWillDisappear(bool animated) override { animations.push_back(animated); }
+  std::vector<bool> animations;
+};
+
+TEST_F(CustomizeColors, ListsSlideIn) {
+  writeList("Customize", allRows());
+  const auto covered = show(platform::make<CoveredCustomizePage>());
+  covered->showDarkColors();
+  EXPECT_EQ(covered->animations, std::vector<bool>{true});
 }
 
 TEST_F(CustomizeColors, EachVisitIsANewPage) {

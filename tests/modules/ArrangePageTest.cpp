@@ -97,6 +97,20 @@ TEST_F(ArrangePage, RowsWithSettingsOpenTheirPage) {
   }
 }
 
+// Knows how it was covered.
+class CoveredArrangePage : public ZVRArrangeModulesViewController {
+ public:
+  void viewWillDisappear(bool animated) override { animations.push_back(animated); }
+  std::vector<bool> animations;
+};
+
+TEST_F(ArrangePage, SettingsSlideIn) {
+  const auto covered = platform::make<CoveredArrangePage>();
+  show(covered);
+  EXPECT_TRUE(covered->tableView()->userTapRow({0, 0}));
+  EXPECT_EQ(covered->animations, std::vector<bool>{true});
+}
+
 TEST_F(ArrangePage, OtherRowsAreOnlyDeselected) {
   openWith(arrayOf({pinned, brightness, audio, "com.example.Other"}));
   for (std::int64_t row = 1; row < 4; ++row) {
