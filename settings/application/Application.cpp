@@ -280,9 +280,28 @@ std::vector<platform::FileWrite> Application::writesSince(std::uint64_t& cursor)
 std::optional<std::string> Application::imageBytes(std::string_view hash) {
   _state->refresh();
   const auto found = _state->snapshot.targets.images.find(std::string(hash));
-  if (found == _state->snapshot.targets.images.end()) return std::nullopt;
+  if (found == _state->snapshot.targets.images.end()) return thumbnailBytes(hash);
   const platform::ProcessScope scope(_state->process->process());
   return encodedImage(found->second);
+}
+
+std::optional<std::string> Application::thumbnailBytes(std::string_view hash) {
+  const auto work = thumbnailWork(hash);
+  if (!work) return std::nullopt;
+  ThumbnailFile made = work();
+  if (made.problem.empty()) return std::move(made.bytes);
+  noteThumbnailProblem(hash, made.problem);
+  return std::nullopt;
+}
+
+std::function<ThumbnailFile()> Application::thumbnailWork(std::string_view hash) {
+  return _state->photos.thumbnailWork(hash);
+}
+
+void Application::noteThumbnailProblem(std::string_view hash, const std::string& problem) {
+  _state->photos.noteProblem(hash, problem);
+  _state->treeIsStale = true;
+  for (auto* observer : _state->observers) observer->treeChanged();
 }
 
 platform::FileSystem& Application::device() {

@@ -24,6 +24,7 @@ namespace settings {
 class ApplicationObserver;
 class SettingsProcess;
 struct PhotoResult;
+struct ThumbnailFile;
 
 enum class Time {
   virtualClock,  // stands still until `advance`; background work runs where `background` says
@@ -152,8 +153,13 @@ class Application {
   std::shared_ptr<platform::Object> objectAt(std::string_view node);
   // Files written by the bundle since the cursor, over all processes.
   std::vector<platform::FileWrite> writesSince(std::uint64_t& cursor);
-  // The bytes of an image (PNG or JPEG) that the tree names by hash; empty where none bears it.
+  // The bytes of an image (PNG or JPEG) that the tree names by hash; empty where none bears it. To
+  // make those of a photo's thumbnail takes a while: see thumbnailWork.
   std::optional<std::string> imageBytes(std::string_view hash);
+  // The work that makes the thumbnail of that hash, for any thread; empty for every other image.
+  std::function<ThumbnailFile()> thumbnailWork(std::string_view hash);
+  // That work has found that the photo is none: the library says so from now on.
+  void noteThumbnailProblem(std::string_view hash, const std::string& problem);
 
   // The file system of the device, for changes from outside; they are not recorded as writes.
   platform::FileSystem& device();
@@ -174,6 +180,7 @@ class Application {
   ActionResult stopProgram(const nlohmann::json& action);
   ActionResult answerCrash(const nlohmann::json& action, bool restart);
   ActionResult setBounds(const nlohmann::json& action);
+  std::optional<std::string> thumbnailBytes(std::string_view hash);
   std::unique_ptr<State> _state;
 };
 

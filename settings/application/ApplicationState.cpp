@@ -34,7 +34,7 @@ class BusyScope {
 
 Application::State::State(ApplicationOptions given,
                           std::shared_ptr<platform::DeviceFileSystem> files)
-    : options(std::move(given)), device(std::move(files)), pane(*device), photos(*device) {
+    : options(std::move(given)), device(std::move(files)), pane(*device), photos(device) {
   auto observed = std::make_shared<platform::ObservedFileSystem>(device);
   observed->addObserver([this](const platform::FileWrite& write) { writes.add(write); });
   auto log = std::make_shared<platform::MemoryLog>();

@@ -1,16 +1,17 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/foundation/Collections.h"
 #include "platform/foundation/FileSystem.h"
 #include "platform/uikit/UIImage.h"
+#include "settings/application/Thumbnail.h"
 
 namespace settings {
 
@@ -31,26 +32,31 @@ PhotoResult readPhoto(const platform::Data& bytes);
 // A photo of the library, or a file there that is none.
 struct LibraryPhoto {
   std::string name;
-  PhotoResult picture;
+  Thumbnail thumbnail;  // of a file that looks like a photo
+  std::string problem;  // why it is none, for people; empty for a photo
 };
 
-// The photo library of a device: the files of one folder. Threads: one.
+// The photo library of a device: the files of one folder. Nothing here unpacks a photo, so that
+// neither a look at the library nor a choice keeps the main thread. Threads: main.
 class PhotoLibrary {
  public:
-  // The file system must outlive the library.
-  explicit PhotoLibrary(platform::FileSystem& files) : _files(files) {}
+  explicit PhotoLibrary(std::shared_ptr<platform::FileSystem> files) : _files(std::move(files)) {}
 
   // The photos, by name, as they were when the picker of that identity asked first: what is shown
-  // in a picker stays while it is open. They are not unpacked, so that a library of large photos
-  // opens at once; one that turns out to be damaged is refused when it is chosen.
+  // in a picker stays while it is open.
   const std::vector<LibraryPhoto>& photosFor(std::uint64_t picker);
-  // The photo of that name as it is now, read to its end.
-  PhotoResult photo(std::string_view name);
+  // The photo of that name as it is now. Damage within it shows when its pixels are asked for; what
+  // is known already is refused.
+  PhotoResult photo(std::string_view name) const;
+
+  // The work that makes the thumbnail of that key, one of those that were given last; empty where
+  // there is none. It may run on any thread, and takes as long as unpacking the photo does.
+  std::function<ThumbnailFile()> thumbnailWork(std::string_view key) const;
+  // The work has shown that the photo is none.
+  void noteProblem(std::string_view key, const std::string& problem);
 
  private:
-  std::optional<platform::Data> read(std::string_view name, PhotoResult& problem);
-
-  platform::FileSystem& _files;
+  std::shared_ptr<platform::FileSystem> _files;
   std::uint64_t _picker = 0;
   std::vector<LibraryPhoto> _photos;
 };

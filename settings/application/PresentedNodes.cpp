@@ -55,14 +55,21 @@ std::string addColorPicker(NodeWriter& writer,
                     {});
 }
 
-json photosJson(NodeWriter& writer, const std::vector<LibraryPhoto>& photos) {
+json thumbnailJson(const Thumbnail& thumbnail) {
+  return {{"hash", thumbnail.key},
+          {"width", thumbnail.width},
+          {"height", thumbnail.height},
+          {"scale", 1}};
+}
+
+json photosJson(const std::vector<LibraryPhoto>& photos) {
   json result = json::array();
   for (const LibraryPhoto& photo : photos) {
     json entry{{"name", photo.name}};
-    if (photo.picture.image) {
-      entry["image"] = writer.imageJson(photo.picture.image);
+    if (photo.problem.empty()) {
+      entry["image"] = thumbnailJson(photo.thumbnail);
     } else {
-      entry["problem"] = photo.picture.problem;
+      entry["problem"] = photo.problem;
     }
     result.push_back(std::move(entry));
   }
@@ -76,7 +83,7 @@ std::string addImagePicker(NodeWriter& writer,
   json node = writer.viewMembers(*view, "imagePicker");
   node["class"] = picker->className();
   node["busy"] = picker->isBusy();
-  node["photos"] = photosJson(writer, library.photosFor(picker->nodeIdentifier()));
+  node["photos"] = photosJson(library.photosFor(picker->nodeIdentifier()));
   return writer.add(picker->nodeIdentifier(), {NodeKind::imagePicker, picker, 0}, std::move(node),
                     writer.addSubviews(*view));
 }

@@ -5,9 +5,18 @@
 #include "settings/application/Application.h"
 #include "settings/web/MainLoop.h"
 #include "settings/web/PagePublisher.h"
-#include "settings/web/PhotoReader.h"
+#include "settings/web/WorkerThread.h"
 
 namespace settings {
+namespace {
+
+platform::Data dataOf(std::string bytes) {
+  auto kept = std::make_shared<const std::string>(std::move(bytes));
+  const std::string_view view = *kept;
+  return platform::Data::sharing(std::move(kept), view);
+}
+
+}  // namespace
 
 // Carries what comes from the pages over to the main thread.
 struct PageHost::State : PageEvents {
@@ -33,18 +42,32 @@ struct PageHost::State : PageEvents {
     loop.post([this, connection] { publisher->closed(connection); });
   }
   void imageWanted(RequestId request, std::string hash) override {
-    loop.post([this, request, hash = std::move(hash)] { publisher->imageWanted(request, hash); });
+    loop.post([this, request, hash = std::move(hash)] {
+      if (auto work = application.thumbnailWork(hash)) {
+        makeThumbnail(request, hash, std::move(work));
+      } else {
+        publisher->imageWanted(request, hash);
+      }
+    });
   }
+  // A photo that was sent does not wait behind the thumbnails of a whole library.
   void photoSent(RequestId request, std::string bytes) override {
-    photos.read(std::move(bytes), [this, request](PhotoResult photo) {
+    photos.post([this, request, sent = dataOf(std::move(bytes))] {
+      loop.post([this, request, photo = readPhoto(sent)] { publisher->photoRead(request, photo); });
+    });
+  }
+  void makeThumbnail(RequestId request, const std::string& hash,
+                     std::function<ThumbnailFile()> work) {
+    thumbnails.post([this, request, hash, work = std::move(work)] {
       loop.post(
-          [this, request, photo = std::move(photo)] { publisher->photoRead(request, photo); });
+          [this, request, hash, made = work()] { publisher->thumbnailMade(request, hash, made); });
     });
   }
 
   Application& application;
   MainLoop loop;
-  PhotoReader photos;
+  WorkerThread photos;
+  WorkerThread thumbnails;
   std::unique_ptr<PageServer> server;
   std::unique_ptr<PagePublisher> publisher;
 };

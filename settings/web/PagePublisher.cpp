@@ -81,6 +81,13 @@ void PagePublisher::imageWanted(RequestId request, std::string_view hash) {
                     bytes ? std::make_shared<const std::string>(*std::move(bytes)) : nullptr);
 }
 
+void PagePublisher::thumbnailMade(RequestId request, std::string_view hash, ThumbnailFile made) {
+  if (!made.problem.empty()) _application.noteThumbnailProblem(hash, made.problem);
+  const bool isMade = !made.bytes.empty();
+  _sink.answerImage(request,
+                    isMade ? std::make_shared<const std::string>(std::move(made.bytes)) : nullptr);
+}
+
 void PagePublisher::photoRead(RequestId request, PhotoResult photo) {
   if (photo.image) {
     const std::string name = _sentPhotos.keep(std::move(photo));

@@ -37,6 +37,8 @@ class PagePublisher : private ApplicationObserver {
   void wantsWhole(ConnectionId connection);
   void closed(ConnectionId connection);
   void imageWanted(RequestId request, std::string_view hash);
+  // A thumbnail that was wanted has been made, or the photo has turned out to be none.
+  void thumbnailMade(RequestId request, std::string_view hash, ThumbnailFile made);
   // A photo that was sent has been looked at: it is kept under a name that the page is told, or the
   // page is told why it is none.
   void photoRead(RequestId request, PhotoResult photo);

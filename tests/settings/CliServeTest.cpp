@@ -8,6 +8,11 @@
 #include <optional>
 #include <string>
 
+#include "platform/foundation/Collections.h"
+#include "platform/uikit/ImageHeader.h"
+#include "settings/device/DeviceTree.h"
+#include "settings/device/TreeWriter.h"
+#include "tests/root/Pictures.h"
 #include "tests/settings/LoopbackClient.h"
 #include "tests/settings/ProgramRunner.h"
 
@@ -20,14 +25,12 @@ using ::testing::HasSubstr;
 // What a browser's page does with the messages of the server.
 class PageClient {
  public:
-  explicit PageClient(const std::string& address) : _client(portOf(address)) {
+  explicit PageClient(const std::string& address) : _port(portOf(address)), _client(_port) {
     LoopbackClient first(portOf(address));
     const HttpReply reply = first.get(address.substr(address.find("/?")));
     const std::string cookie = reply.headers.at("set-cookie");
-    _opened = _client
-                  .openSocket("Cookie: " + cookie.substr(0, cookie.find(';')) + "\r\n" +
-                              _client.originLine())
-                  .status == 101;
+    _cookieLine = "Cookie: " + cookie.substr(0, cookie.find(';')) + "\r\n";
+    _opened = _client.openSocket(_cookieLine + _client.originLine()).status == 101;
   }
   static std::uint16_t portOf(const std::string& address) {
     return static_cast<std::uint16_t>(
@@ -62,6 +65,11 @@ class PageClient {
     }
   }
 
+  // The image of that hash, over a connection of its own.
+  HttpReply image(const std::string& hash) const {
+    return LoopbackClient(_port).get("/images/" + hash, _cookieLine);
+  }
+
   // The key of the first node for which the test holds; empty where there is none.
   template <class Test>
   std::string find(Test test) const {
@@ -83,7 +91,9 @@ class PageClient {
     }
   }
 
+  std::uint16_t _port;
   LoopbackClient _client;
+  std::string _cookieLine;
   bool _opened = false;
   int _sequence = 0;
 };
@@ -119,6 +129,15 @@ class CliServe : public ::testing::Test {
   std::unique_ptr<LiveProgram> program;
   std::string address;
 };
+
+void tapRow(PageClient& browser, const std::string& identifier) {
+  const std::string row = browser.find([&](const json& node) {
+    return node.value("kind", "") == "row" && node.value("identifier", "") == identifier;
+  });
+  ASSERT_NE(row, "") << identifier;
+  const json answer = browser.act({{"action", "tap"}, {"node", row}});
+  EXPECT_EQ(answer["type"], "patch") << identifier << ": " << answer.value("message", "");
+}
 
 bool isSwitch(const json& node) {
   return node.value("kind", "") == "switch" && node.value("enabled", true);
@@ -242,6 +261,43 @@ TEST_F(CliServe, TheSpecifierBehindARowIsToldOnRequest) {
   json side = browser.next("side");
   EXPECT_EQ(side["row"]["node"], row);
   EXPECT_EQ(side["row"]["identifier"], browser.tree["nodes"][row]["identifier"]);
+}
+
+// To unpack a photo takes long: the page asks for its thumbnail, and is answered while the
+// application goes on. What turns out to be damaged then says so in the library.
+TEST_F(CliServe, ThumbnailsAreMadeOnDemandAndADamagedPhotoIsToldThen) {
+  std::string damaged = zentrova::tests::pngOf(64, 64);
+  damaged[50] = static_cast<char>(damaged[50] + 1);
+  TreeWriter writer(device);
+  writer.file(std::string(photosPath) + "/IMG_0000.PNG", damaged);
+  ASSERT_EQ(writer.problem(), "");
+
+  PageClient browser(address);
+  browser.next("tree");
+  // All rows of both pages are in sight.
+  browser.act({{"action", "bounds"}, {"width", 400}, {"height", 4000}});
+  tapRow(browser, "customize");
+  tapRow(browser, "backgroundImageCell");
+  const std::string picker =
+      browser.find([](const json& node) { return node.value("kind", "") == "imagePicker"; });
+  ASSERT_NE(picker, "");
+  const json library = browser.tree["nodes"][picker]["photos"];
+  ASSERT_EQ(library[1]["name"], "IMG_0001.JPG");
+  EXPECT_EQ(library[1]["image"]["width"], 320);
+  const HttpReply thumbnail = browser.image(library[1]["image"]["hash"]);
+  EXPECT_EQ(thumbnail.status, 200);
+  EXPECT_EQ(thumbnail.headers.at("content-type"), "image/jpeg");
+  const platform::Data bytes(thumbnail.body);
+  EXPECT_EQ(platform::readImageHeader(bytes.bytes()).value().width, 320U);
+
+  ASSERT_TRUE(library[0].contains("image"));
+  EXPECT_EQ(browser.image(library[0]["image"]["hash"]).status, 404);
+  browser.next("patch");
+  const json told = browser.tree["nodes"][picker]["photos"][0];
+  EXPECT_THAT(told.value("problem", ""), HasSubstr("The PNG cannot be read"));
+  const json answer = browser.act({{"action", "photo"}, {"node", picker}, {"name", told["name"]}});
+  EXPECT_EQ(answer["type"], "refused");
+  EXPECT_EQ(answer["message"], told["problem"]);
 }
 
 TEST_F(CliServe, APortInUseIsAFailureThatSaysSo) {

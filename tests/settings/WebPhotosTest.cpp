@@ -1,69 +1,78 @@
-#include <condition_variable>
+#include <future>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <mutex>
+#include <set>
 #include <string>
 #include <thread>
 #include <utility>
 #include <vector>
 
-#include "settings/web/PhotoReader.h"
+#include "settings/application/PhotoLibrary.h"
 #include "settings/web/SentPhotos.h"
+#include "settings/web/WorkerThread.h"
 #include "tests/root/Pictures.h"
 
 namespace settings {
 namespace {
 
-// Reads photos one after the other and waits for all of them.
-std::vector<PhotoResult> readAll(const std::vector<std::string>& files) {
-  std::mutex mutex;
-  std::condition_variable added;
-  std::vector<PhotoResult> results;
-  PhotoReader reader;
-  for (const std::string& bytes : files) {
-    reader.read(bytes, [&](PhotoResult photo) {
-      EXPECT_NE(std::this_thread::get_id(), std::thread::id());
-      const std::lock_guard lock(mutex);
-      results.push_back(std::move(photo));
-      added.notify_all();
+TEST(WorkerThreadTest, WorkIsDoneInItsOrderOnAnotherThread) {
+  std::vector<int> done;
+  std::set<std::thread::id> threads;
+  std::promise<void> last;
+  WorkerThread worker;
+  for (int count = 0; count < 5; ++count) {
+    worker.post([&, count] {
+      done.push_back(count);
+      threads.insert(std::this_thread::get_id());
     });
   }
-  std::unique_lock lock(mutex);
-  added.wait(lock, [&] { return results.size() == files.size(); });
-  return results;
+  worker.post([&] { last.set_value(); });
+  last.get_future().wait();
+  EXPECT_THAT(done, testing::ElementsAre(0, 1, 2, 3, 4));
+  EXPECT_EQ(threads.size(), 1U);
+  EXPECT_FALSE(threads.contains(std::this_thread::get_id()));
 }
 
-TEST(PhotoReaderTest, PicturesAreReadInTheirOrderAndOthersSayWhyTheyAreNone) {
-  const auto results =
-      readAll({zentrova::tests::pngOf(3, 2), "no picture", "", zentrova::tests::jpegOf(4, 5)});
-  ASSERT_TRUE(results[0].image) << results[0].problem;
-  EXPECT_EQ(results[0].image->size().width, 3);
-  EXPECT_FALSE(results[1].image);
-  EXPECT_EQ(results[1].problem, "The file is no PNG or JPEG picture.");
-  EXPECT_FALSE(results[2].image);
-  ASSERT_TRUE(results[3].image) << results[3].problem;
-  EXPECT_EQ(results[3].image->size().height, 5);
-}
-
-TEST(PhotoReaderTest, ACutOffPictureIsRefused) {
-  const std::string whole = zentrova::tests::pngOf(64, 64);
-  const auto results = readAll({whole.substr(0, whole.size() - 20)});
-  EXPECT_FALSE(results[0].image);
-  EXPECT_NE(results[0].problem, "");
-}
-
-TEST(PhotoReaderTest, ItEndsWithPicturesStillWaiting) {
-  int done = 0;
+TEST(WorkerThreadTest, ItEndsAfterTheWorkInHand) {
+  bool isDone = false;
+  std::promise<void> begun;
   {
-    PhotoReader reader;
-    for (int count = 0; count < 50; ++count) {
-      reader.read(zentrova::tests::pngOf(200, 200), [&](const PhotoResult&) { ++done; });
-    }
+    WorkerThread worker;
+    worker.post([&] {
+      begun.set_value();
+      for (int count = 0; count < 1000; ++count) std::this_thread::yield();
+      isDone = true;
+    });
+    begun.get_future().wait();
   }
-  EXPECT_LE(done, 50);
+  EXPECT_TRUE(isDone);
 }
 
 PhotoResult photo(const std::string& bytes) {
-  return readAll({bytes}).front();
+  return readPhoto(platform::Data(bytes));
+}
+
+TEST(ReadPhotoTest, PicturesAreReadAndOtherFilesSayWhyTheyAreNone) {
+  const PhotoResult png = photo(zentrova::tests::pngOf(3, 2));
+  ASSERT_TRUE(png.image) << png.problem;
+  EXPECT_EQ(png.image->size().width, 3);
+  const PhotoResult jpeg = photo(zentrova::tests::jpegOf(4, 5));
+  ASSERT_TRUE(jpeg.image) << jpeg.problem;
+  EXPECT_EQ(jpeg.image->size().height, 5);
+  for (const char* other : {"no picture", ""}) {
+    EXPECT_FALSE(photo(other).image);
+    EXPECT_EQ(photo(other).problem, "The file is no PNG or JPEG picture.");
+  }
+}
+
+TEST(ReadPhotoTest, APictureThatIsCutOffOrDamagedIsRefused) {
+  const std::string whole = zentrova::tests::pngOf(64, 64);
+  std::string damaged = whole;
+  damaged[50] = static_cast<char>(damaged[50] + 1);
+  for (const std::string& bytes : {whole.substr(0, whole.size() - 20), damaged}) {
+    EXPECT_FALSE(photo(bytes).image);
+    EXPECT_NE(photo(bytes).problem, "");
+  }
 }
 
 TEST(SentPhotosTest, APhotoIsFoundByTheNameThatItWasGiven) {
