@@ -20,6 +20,9 @@
 #include "benchmarks/Timing.h"
 #include "platform/foundation/Base64.h"
 #include "platform/foundation/PropertyList.h"
+#ifdef ZENTROVA_GNUSTEP
+#include "benchmarks/GNUstepPeer.h"
+#endif
 
 namespace benchmarks {
 namespace {
@@ -119,20 +122,47 @@ void measurePython(const Sample& sample, bool binary) {
   std::filesystem::remove(path);
 }
 
+// GNUstep as a further contender, where it is installed and takes the sample.
+void addGNUstepParse([[maybe_unused]] std::vector<Contender>& contenders,
+                     [[maybe_unused]] const std::string& bytes) {
+#ifdef ZENTROVA_GNUSTEP
+  if (!gnustepParses(bytes.data(), bytes.size())) {
+    std::printf("\nGNUstep refuses the next sample\n");
+    return;
+  }
+  contenders.push_back({"GNUstep", [&bytes] { keep(gnustepParses(bytes.data(), bytes.size())); }});
+#endif
+}
+
+void addGNUstepWrite([[maybe_unused]] std::vector<Contender>& contenders,
+                     [[maybe_unused]] const std::string& xml) {
+#ifdef ZENTROVA_GNUSTEP
+  const std::shared_ptr<void> list(gnustepOpen(xml.data(), xml.size()), gnustepRelease);
+  check(list != nullptr, "GNUstep refuses the sample");
+  contenders.push_back({"GNUstep", [list] { keep(gnustepWrites(list.get())); }});
+#endif
+}
+
 void measureParse(const Sample& sample) {
   const auto shared = std::make_shared<const std::string>(sample.xml);
+  std::vector<Contender> contenders = {
+      {"here", [&] { keep(parse(sample.xml)); }},
+      {"here, text shared", [&] { keep(parseShared(shared)); }},
+      {"libplist", [&] { parseWithLibplist(sample.xml, false); }},
+      {"pugixml, bare XML", [&] { parseWithPugixml(sample.xml); }}};
+  addGNUstepParse(contenders, sample.xml);
   measure("parse " + sample.name + " XML, " + std::to_string(sample.xml.size()) + " bytes",
-          {{"here", [&] { keep(parse(sample.xml)); }},
-           {"here, text shared", [&] { keep(parseShared(shared)); }},
-           {"libplist", [&] { parseWithLibplist(sample.xml, false); }},
-           {"pugixml, bare XML", [&] { parseWithPugixml(sample.xml); }}});
+          contenders);
   measurePython(sample, false);
 }
 
 void measureBinary(const Sample& sample) {
+  std::vector<Contender> contenders = {
+      {"here", [&] { keep(parse(sample.binary)); }},
+      {"libplist", [&] { parseWithLibplist(sample.binary, true); }}};
+  addGNUstepParse(contenders, sample.binary);
   measure("parse " + sample.name + " binary, " + std::to_string(sample.binary.size()) + " bytes",
-          {{"here", [&] { keep(parse(sample.binary)); }},
-           {"libplist", [&] { parseWithLibplist(sample.binary, true); }}});
+          contenders);
   measurePython(sample, true);
 }
 
@@ -170,26 +200,28 @@ void measureWrite(const Sample& sample) {
   plist_t list = nullptr;
   plist_from_xml(sample.xml.data(), static_cast<std::uint32_t>(sample.xml.size()), &list);
   std::string copy;
-  measure("write " + sample.name + " XML",
-          {{"here, in one text", [&] { keep(platform::writeXmlPropertyList(sample.value)); }},
-           {"here, in pieces", [&] { keep(platform::writeXmlPropertyListPieces(sample.value)); }},
-           {"memcpy into fresh memory",
-            [&] {
-              const std::unique_ptr<char[]> fresh(new char[sample.xml.size()]);
-              std::memcpy(fresh.get(), sample.xml.data(), sample.xml.size());
-              keep(fresh[0]);
-            }},
-           {"memcpy into memory again",
-            [&] {
-              copy.assign(sample.xml);
-              keep(copy);
-            }},
-           {"libplist", [&] {
-              char* text = nullptr;
-              std::uint32_t size = 0;
-              plist_to_xml(list, &text, &size);
-              plist_to_xml_free(text);
-            }}});
+  std::vector<Contender> contenders = {
+      {"here, in one text", [&] { keep(platform::writeXmlPropertyList(sample.value)); }},
+      {"here, in pieces", [&] { keep(platform::writeXmlPropertyListPieces(sample.value)); }},
+      {"memcpy into fresh memory",
+       [&] {
+         const std::unique_ptr<char[]> fresh(new char[sample.xml.size()]);
+         std::memcpy(fresh.get(), sample.xml.data(), sample.xml.size());
+         keep(fresh[0]);
+       }},
+      {"memcpy into memory again",
+       [&] {
+         copy.assign(sample.xml);
+         keep(copy);
+       }},
+      {"libplist", [&] {
+         char* text = nullptr;
+         std::uint32_t size = 0;
+         plist_to_xml(list, &text, &size);
+         plist_to_xml_free(text);
+       }}};
+  addGNUstepWrite(contenders, sample.xml);
+  measure("write " + sample.name + " XML", contenders);
   plist_free(list);
 }
 
