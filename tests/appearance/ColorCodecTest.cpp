@@ -210,6 +210,13 @@ TEST_F(ColorCodec, ProductsAreRoundedInSinglePrecision) {
   EXPECT_EQ(valueStringFromColor({justBelow, 0, 0, 1}), "800000FF");
 }
 
+// The product itself is one of doubles: of single-precision factors it would be below the half.
+TEST_F(ColorCodec, ComponentsAreMultipliedInDoublePrecision) {
+  constexpr double component = 0.013725489764705881;
+  ASSERT_LT(static_cast<float>(component) * 255.0F, 3.5F);
+  EXPECT_EQ(valueStringFromColor({component, 0, 0, 1}), "040000FF");
+}
+
 TEST_F(ColorCodec, NothingIsClamped) {
   EXPECT_EQ(valueStringFromColor({1.1, 0, 0, 1}), "1190000FF");
   EXPECT_EQ(valueStringFromColor({0, 2, 0, 1}), "001FE00FF");

@@ -122,6 +122,29 @@ TEST_F(CustomizeSheet, ClearRemovesTheImageItsTitleAndItsThumbnail) {
   EXPECT_EQ(page->presentedViewController(), nullptr);
 }
 
+// Knows how the button was called at each reload.
+class RetitledCustomizePage : public ZVRCustomizeListController {
+ public:
+  std::int64_t numberOfSectionsInTableView(
+      const std::shared_ptr<platform::UITableView>& tableView) override {
+    const auto button = specifierForID("backgroundImageCell");
+    titlesAtReloads.push_back(button ? button->name().value_or("") : "");
+    return ZVRCustomizeListController::numberOfSectionsInTableView(tableView);
+  }
+  std::vector<std::string> titlesAtReloads;
+};
+
+TEST_F(CustomizeSheet, ClearRetitlesTheButtonBeforeTheTableIsReloaded) {
+  writePreferences({{"backgroundImage", smallPicture()}});
+  writeList("Customize", allRows());
+  const auto retitled = show(platform::make<RetitledCustomizePage>());
+  page = retitled;
+  page->backgroundViewButtonPressed();
+  retitled->titlesAtReloads.clear();
+  sheet()->userChoose(1);
+  EXPECT_EQ(retitled->titlesAtReloads, std::vector<std::string>{"Set background image"});
+}
+
 TEST_F(CustomizeSheet, CancelChangesNothing) {
   showPageWithImage();
   page->backgroundViewButtonPressed();

@@ -1,3 +1,4 @@
+#include "platform/foundation/MutableDictionary.h"
 #include "tests/modules/FavoritesFixture.h"
 
 namespace zentrova::tests {
@@ -106,6 +107,16 @@ TEST_F(FavoritesPage, PropertiesCanBeSetByName) {
   EXPECT_TRUE(page->valueForKey("disabledIdentifiers").isNone());
   page->setValueForKey(arrayOf({"q"}), "disabledIdentifiers");
   EXPECT_EQ(page->valueForKey("disabledIdentifiers"), Value(arrayOf({"q"})));
+}
+
+// The system's map may be one that can still change.
+TEST_F(FavoritesPage, DescriptionsMayBeAMutableDictionary) {
+  openWith(arrayOf({"a", "b", "c"}));
+  const auto descriptions = std::make_shared<platform::MutableDictionary>(
+      platform::Dictionary{{"a", std::make_shared<ModuleDescription>("Other A")}});
+  page->setValueForKey(Value(descriptions), "moduleDescriptionByIdentifier");
+  table->reloadData();
+  EXPECT_EQ(active(), (Texts{"Other A", "b (not installed)", "c (not installed)"}));
 }
 
 TEST_F(FavoritesPage, LoadedModulesAreReadOnce) {
