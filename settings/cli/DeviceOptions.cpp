@@ -20,7 +20,7 @@ constexpr std::array<TraitOption, 6> traitOptions = {{
     {"--system", "system", "System version, as 15.4"},
     {"--screen", "screen", "Points and scale, as 390x844@3"},
     {"--appearance", "appearance", "light or dark"},
-    {"--text-scale", "textScale", "Text size, 1 is the standard one"},
+    {"--text-scale", "text", "Text size, 1 is the standard one"},
     {"--tint", "tint", "Tint colour, as 007AFFFF"},
 }};
 

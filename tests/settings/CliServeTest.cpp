@@ -109,9 +109,11 @@ class CliServe : public ::testing::Test {
   // Whatever a test did, the program ends in order; a sanitizer's finding is another status.
   void TearDown() override { EXPECT_EQ(program->stop(SIGTERM), 0); }
 
-  void serve() {
-    program = std::make_unique<LiveProgram>(std::vector<std::string>{
-        "serve", "--device", device, "--port", "0", "--page", page.folder.path()});
+  void serve(const std::vector<std::string>& options = {}) {
+    std::vector<std::string> arguments{"serve",  "--device",        device, "--port", "0",
+                                       "--page", page.folder.path()};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    program = std::make_unique<LiveProgram>(arguments);
     address = program->readLine();
     ASSERT_THAT(address, HasSubstr("http://127.0.0.1:"));
   }
@@ -162,6 +164,20 @@ TEST_F(CliServe, ANewPageGetsTheTreeAndThePanes) {
   EXPECT_TRUE(side.contains("file"));
   EXPECT_TRUE(side.contains("log"));
   EXPECT_TRUE(side.contains("programs"));
+}
+
+TEST_F(CliServe, EveryTraitOfTheDeviceCanBeGivenAtTheStart) {
+  EXPECT_EQ(program->stop(SIGTERM), 0);
+  serve({"--idiom", "pad", "--system", "16.5", "--screen", "820x1180@2", "--appearance", "dark",
+         "--text-scale", "1.24", "--tint", "FF0000FF"});
+  PageClient browser(address);
+  const json device = browser.next("tree")["tree"]["device"];
+  EXPECT_EQ(device["idiom"], "pad");
+  EXPECT_EQ(device["system"], "16.5");
+  EXPECT_EQ(device["screen"], (json{{"width", 820}, {"height", 1180}, {"scale", 2}}));
+  EXPECT_EQ(device["appearance"], "dark");
+  EXPECT_EQ(device["textScale"], 1.24);
+  EXPECT_EQ(device["tint"], "FF0000FF");
 }
 
 TEST_F(CliServe, ASwitchIsAnsweredByOnePatchAndIsInTheFile) {
