@@ -208,6 +208,7 @@ std::string addSection(NodeWriter& writer, const Table& table, std::int64_t sect
   }
   std::vector<std::string> children;
   const std::int64_t rows = table->numberOfRowsInSection(section);
+  if (rows > 0) node["rowsTop"] = table->rectForRowAtIndexPath({section, 0}).y;
   for (std::int64_t row = 0; row < rows; ++row) {
     children.push_back(addRow(writer, table, {section, row}));
   }

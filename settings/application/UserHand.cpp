@@ -23,6 +23,13 @@ namespace {
 
 constexpr const char* takesNoTouches = "the control is disabled or takes no touches just now";
 
+// A presenter may show more rows than lie in the table's bounds, as its texts are of another
+// height.
+void setOverscan(platform::UITableView& table, double points) {
+  constexpr double mostScreens = 2;
+  table.setOverscan(std::clamp(points, 0.0, mostScreens * table.bounds().height));
+}
+
 }  // namespace
 
 ActionResult UserHand::accepted(bool done, const char* otherwise) {
@@ -51,24 +58,29 @@ bool UserHand::knows(const std::string& action) {
 ActionResult UserHand::perform(const json& action, const NodeTargets& targets) {
   const auto node = stringMember(action, "node");
   if (!node) return refused("the action names no node");
-  return onNode(*node, targets, [&](const NodeTarget& target) {
-    const auto name = stringMember(action, "action").value_or("");
+  const auto name = stringMember(action, "action").value_or("");
+  // A table that was pushed still moves when something opens over it.
+  const Covered covered = name == "scroll" ? Covered::taken : Covered::refused;
+  const auto work = [&](const NodeTarget& target) {
     for (const Entry& entry : entries()) {
       if (entry.name == name) return (this->*entry.action)(action, target);
     }
     return refused("\"" + name + "\" is no action");
-  });
+  };
+  return onNode(*node, targets, work, covered);
 }
 
 ActionResult UserHand::onNode(const std::string& node, const NodeTargets& targets,
-                              const std::function<ActionResult(const NodeTarget&)>& work) const {
+                              const std::function<ActionResult(const NodeTarget&)>& work,
+                              Covered covered) const {
   const auto found = targets.nodes.find(node);
   if (found == targets.nodes.end()) return refused("the node " + node + " is gone");
-  if (const auto over = covered(found->second)) return refused(*over);
+  const auto over = coverOf(found->second);
+  if (over && covered == Covered::refused) return refused(*over);
   return work(found->second);
 }
 
-std::optional<std::string> UserHand::covered(const NodeTarget& target) const {
+std::optional<std::string> UserHand::coverOf(const NodeTarget& target) const {
   auto over = _process.outer() ? _process.outer()->presentedViewController() : nullptr;
   while (over && over->presentedViewController()) over = over->presentedViewController();
   if (!over || target.object.lock() == over) return std::nullopt;
@@ -156,10 +168,11 @@ ActionResult UserHand::edit(const json& action, const NodeTarget& target) {
 
 // A hand can pull a table past its ends, but no further than a screen.
 ActionResult UserHand::scroll(const json& action, const NodeTarget& target) {
-  const auto table = target.as<platform::UIScrollView>();
+  const auto table = target.as<platform::UITableView>();
   if (!table || target.kind != NodeKind::table) return wrongNode("table");
   const auto offset = numberMember(action, "offset");
   if (!offset) return refused("\"offset\" must be a number");
+  if (const auto overscan = numberMember(action, "overscan")) setOverscan(*table, *overscan);
   const double height = table->bounds().height;
   const double end = std::max(0.0, table->contentSize().height - height);
   table->setContentOffset({table->contentOffset().x, std::clamp(*offset, -height, end + height)});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <nlohmann/json_fwd.hpp>
@@ -71,16 +72,19 @@ class UserHand {
   ActionResult close(const nlohmann::json& action, const NodeTarget& target);
 
   static ActionResult chooseIn(const NodeTarget& target, const PhotoResult& photo);
+  // What becomes of an action on a page while something lies over it.
+  enum class Covered : std::uint8_t { refused, taken };
   // Does the work with what the node stands for, where a hand can reach it.
   ActionResult onNode(const std::string& node, const NodeTargets& targets,
-                      const std::function<ActionResult(const NodeTarget&)>& work) const;
+                      const std::function<ActionResult(const NodeTarget&)>& work,
+                      Covered covered = Covered::refused) const;
 
   ActionResult beginPress(const Row& row);
   ActionResult endPress(const Row& row);
   void cancelPress();
   std::optional<Row> rowOf(const NodeTarget& target) const;
   // The refusal of an action on a page while a sheet lies over it.
-  std::optional<std::string> covered(const NodeTarget& target) const;
+  std::optional<std::string> coverOf(const NodeTarget& target) const;
 
   SettingsProcess& _process;
   PhotoLibrary& _photos;

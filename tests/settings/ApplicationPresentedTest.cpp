@@ -195,6 +195,13 @@ TEST_F(ApplicationPresentedTest, APageUnderAnAlertTakesNoTouches) {
   EXPECT_TRUE(application().programRecords().empty());
 }
 
+TEST_F(ApplicationPresentedTest, ATableThatIsOnItsWayMovesOnUnderAnAlert) {
+  const std::string table = TreeQuery(application().tree()).table().id;
+  openAlert({UIAlertActionStyle::cancel});
+  EXPECT_TRUE(act({{"action", "scroll"}, {"offset", 30}}, table));
+  EXPECT_EQ(node(table)["offset"], 30);
+}
+
 // --- The colour picker ---
 
 TEST_F(ApplicationPresentedTest, AColourPickerShowsItsColourAndWhetherAlphaIsOffered) {

@@ -1,5 +1,6 @@
 // The view tree as docs/tree.md describes it, of the pages as the bundle has them.
 
+#include <algorithm>
 #include <cstdint>
 #include <gmock/gmock.h>
 #include <map>
@@ -62,6 +63,7 @@ const std::map<std::string, Members>& kinds() {
         {"contentHeight", {number}}}},
       {"section",
        {{"index", {whole}},
+        {"rowsTop", {number, Need::sometimes}},
         {"header", {textType, Need::sometimes}},
         {"footer", {textType, Need::sometimes}},
         {"identifier", {textType, Need::sometimes}}}},
@@ -180,6 +182,38 @@ class ApplicationTreeTest : public ApplicationTest {
     for (const json& child : node["children"]) expectSoundNode(tree, child, seen);
   }
 };
+
+TEST_F(ApplicationTreeTest, ASectionTellsWhereItsRowsBegin) {
+  const json tree = application().tree();
+  double bottom = 0;
+  for (const FoundNode& section : TreeQuery(tree).sections()) {
+    const double top = section.node->at("rowsTop");
+    EXPECT_GT(top, bottom) << "rows begin below those before, and a header";
+    bottom = top;
+    for (const json& row : section.node->at("children")) {
+      bottom += tree["nodes"][row.get<std::string>()]["height"].get<double>();
+    }
+  }
+  EXPECT_LE(bottom, TreeQuery(tree).table().node->at("contentHeight").get<double>());
+}
+
+TEST_F(ApplicationTreeTest, RowsBeyondTheBoundsHaveCellsAsFarAsThePresenterSeesThem) {
+  const auto shown = [this] {
+    const json tree = application().tree();
+    const auto rows = TreeQuery(tree).rows();
+    return std::ranges::count_if(rows,
+                                 [](const FoundNode& row) { return row.node->at("visible"); });
+  };
+  const std::string table = TreeQuery(application().tree()).table().id;
+  const auto scroll = [&](const json& overscan) {
+    EXPECT_TRUE(act({{"action", "scroll"}, {"offset", 0}, {"overscan", overscan}}, table));
+  };
+  const auto inBounds = shown();
+  scroll(200);
+  EXPECT_GT(shown(), inBounds);
+  scroll(0);
+  EXPECT_EQ(shown(), inBounds);
+}
 
 TEST_F(ApplicationTreeTest, BeforeAnythingIsOpenThereIsAnEmptyWindow) {
   const json shown = tree();

@@ -92,6 +92,26 @@ test('rows out of sight have no cell but keep their height and their name', asyn
   await context.close();
 });
 
+test('a row whose text is a view of its own has its accessory at the right', async () => {
+  const b = new TreeBuilder();
+  const swatch = b.add({ kind: 'view', role: 'accessoryView', frame: [0, 0, 29, 29], layer: { radius: 14.5 } });
+  const cell = b.cell({ cellType: 'PSButtonCell' }, [], swatch);
+  b.nodes[cell].children.push(b.add({ kind: 'label', frame: [10, 11, 300, 22], string: 'Background', size: 17 }));
+  const { page, context } = await openAlone(browser, b.tree(b.page('Colors', [b.section(undefined, undefined, [b.row('color', 'Background', cell)])])));
+  const [row, shown] = [await page.locator('.row').boundingBox(), await page.locator('.accessory-view').boundingBox()];
+  assert.equal(Math.round(row.x + row.width - shown.x - shown.width), 16);
+  await context.close();
+});
+
+test('the line below a row begins where its own text does, and the last row has none', async () => {
+  const b = new TreeBuilder();
+  const rows = [b.linkRow('link', 'Manual', { subtitle: 'How everything works' }), b.valueRow('plain', 'Version', '1.0'), b.valueRow('last', 'Made for', 'phones')];
+  const { page, context } = await openAlone(browser, b.tree(b.page('Lines', [b.section(undefined, undefined, rows)])));
+  const lines = await page.locator('.row').evaluateAll((all) => all.map((row) => getComputedStyle(row, '::before')).map(({ content, left }) => (content === 'none' ? 'none' : left)));
+  assert.deepEqual(lines, ['60px', '16px', 'none']);
+  await context.close();
+});
+
 test('static text that is too long for its row makes it higher instead of being cut', async () => {
   const b = new TreeBuilder({ textScale: 2 });
   const row = b.staticRow('text', 'A text of many words that does not fit into the height that was thought of for it.', 44);

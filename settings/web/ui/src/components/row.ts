@@ -21,6 +21,8 @@ export interface RowSetting {
   editing: Editing | undefined;
   /** The table watches for long presses on its rows. */
   pressable: boolean;
+  /** It is the last one of its section. */
+  last: boolean;
   /** The row's place, where not all rows of its section are in the document. */
   place?: { index: number; count: number };
 }
@@ -33,7 +35,7 @@ export function row(context: Context, id: string, setting: RowSetting): Template
   const cell = cellId === undefined ? undefined : nodeOf(context.tree, cellId, 'cell');
   const picture = cell && cellId !== undefined ? pictureWidth(context, cellId, cell) : 0;
   return html`<div
-    class="row ${context.inspected === id ? 'inspected' : ''} ${editing ? `editable ${editing.lookOf(id)}` : ''}"
+    class="row ${setting.last ? 'last' : ''} ${context.inspected === id ? 'inspected' : ''} ${editing ? `editable ${editing.lookOf(id)}` : ''}"
     role="listitem"
     aria-posinset=${place ? place.index + 1 : nothing}
     aria-setsize=${place ? place.count : nothing}

@@ -11,10 +11,13 @@ import { RowGlide } from './glide.js';
 import { LightElement } from './light-element.js';
 import { orderOf, type Order, type SectionRows } from './reorder.js';
 import { row, type RowSetting } from './row.js';
+import { anchorsOf, toPage, toTable, type Anchor, type Stretch } from './scroll-map.js';
 import { lookOf, placedView } from './views.js';
 import { isLong, piecesOf, RowWindow, type Piece } from './window.js';
 
 const standardRowHeight = 44;
+// How far beyond what is in sight rows are asked for, so that they are there when they come.
+const aheadPoints = 88;
 
 export class ZvTable extends LightElement {
   static override properties = {
@@ -75,8 +78,10 @@ export class ZvTable extends LightElement {
   private _edge(role: 'header' | 'footer'): TemplateResult | typeof nothing {
     const view = this._node?.children.find((child) => this.context.tree.nodes[child]?.role === role);
     if (view === undefined) return nothing;
-    const height = this.context.tree.nodes[view]?.frame?.[3] ?? 0;
-    return html`<div class="table-edge" ${styled({ height: `${height}px` })}>${placedView(this.context, view)}</div>`;
+    const [, top = 0, , height = 0] = this.context.tree.nodes[view]?.frame ?? [];
+    return html`<div class="table-edge" ${styled({ height: `${height}px` })}><div class="table-edge-content" ${styled({ top: `${-top}px` })}>
+      ${placedView(this.context, view)}
+    </div></div>`;
   }
 
   private _section({ id, rows }: SectionRows): TemplateResult {
@@ -88,25 +93,25 @@ export class ZvTable extends LightElement {
     return html`<section class="section" data-section=${id} aria-labelledby=${headed ?? nothing}>
       ${heading(node, headed)}
       ${rows.length === 0 ? nothing : html`<div class="rows" role="list" aria-labelledby=${headed ?? nothing}>
-        ${isLong(rows) ? this._longRows(id, rows, setting) : repeat(rows, (each) => each, (each) => row(context, each, setting))}
+        ${isLong(rows) ? this._longRows(id, rows, setting) : repeat(rows, (each) => each, (each, index) => row(context, each, { ...setting, last: index === rows.length - 1 }))}
       </div>`}
       ${node.footer ? html`<p class="section-footer">${node.footer}</p>` : nothing}
     </section>`;
   }
 
-  private _setting(use: RowSetting['use']): RowSetting {
+  private _setting(use: RowSetting['use']): Omit<RowSetting, 'last'> {
     const node = this._node;
     return { use, editing: node?.editing ? this.editing : undefined, pressable: node?.pressable ?? false };
   }
 
-  private _longRows(section: string, rows: readonly string[], setting: RowSetting): unknown {
+  private _longRows(section: string, rows: readonly string[], setting: Omit<RowSetting, 'last'>): unknown {
     const pieces = piecesOf(rows, this._window.sliceOf(section), this._kept(), this._heightOf);
     return repeat(pieces, ({ key }) => key, (piece) => this._piece(piece, rows.length, setting));
   }
 
-  private _piece(piece: Piece, count: number, setting: RowSetting): TemplateResult {
+  private _piece(piece: Piece, count: number, setting: Omit<RowSetting, 'last'>): TemplateResult {
     if ('height' in piece) return html`<div class="row-space" aria-hidden="true" ${styled({ height: `${piece.height}px` })}></div>`;
-    return row(this.context, piece.row, { ...setting, place: { index: piece.index, count } });
+    return row(this.context, piece.row, { ...setting, last: piece.index === count - 1, place: { index: piece.index, count } });
   }
 
   /** Rows that are in the document wherever they are. */
@@ -165,13 +170,45 @@ export class ZvTable extends LightElement {
     this._scrollFrame = undefined;
     const { scroller } = this;
     if (!scroller || !this.isConnected || this._telling) return;
-    const offset = scroller.scrollTop - this._contentTop(scroller);
+    const { offset, overscan } = this._sight(scroller);
     if (offset === this._toldOffset) return;
     this._telling = true;
     this._toldOffset = offset;
-    await this.context.act({ action: 'scroll', node: this.nodeId, offset });
+    await this.context.act({ action: 'scroll', node: this.nodeId, offset, overscan });
     this._telling = false;
     void this._tellOffset();
+  }
+
+  /** What is in sight, as the application's table measures it. */
+  private _sight(scroller: HTMLElement): { offset: number; overscan: number } {
+    const top = scroller.scrollTop - this._contentTop(scroller);
+    const anchors = this._anchors(scroller);
+    const offset = toTable(anchors, top);
+    const [, , , height = scroller.clientHeight] = this._node?.frame ?? [];
+    const beyond = toTable(anchors, top + scroller.clientHeight) - (offset + height);
+    return { offset, overscan: Math.ceil(Math.max(0, beyond)) + aheadPoints };
+  }
+
+  private _anchors(scroller: HTMLElement): Anchor[] {
+    const top = this._contentTop(scroller);
+    const stretches = this._shown.flatMap(({ id }) => this._stretches(scroller, id, top));
+    const last = scroller.lastElementChild as HTMLElement | null;
+    const end = last ? last.offsetTop + last.offsetHeight - top : 0;
+    return anchorsOf(stretches, end, this._node?.contentHeight ?? end);
+  }
+
+  private _stretches(scroller: HTMLElement, section: string, top: number): Stretch[] {
+    const card = scroller.querySelector<HTMLElement>(`[data-section="${section}"] > .rows`);
+    const rowsTop = nodeOf(this.context.tree, section, 'section')?.rowsTop;
+    if (!card || rowsTop === undefined) return [];
+    let table = rowsTop;
+    return [...card.querySelectorAll<HTMLElement>(':scope > :not(.ghost)')].map((element) => {
+      const row = element.dataset['node'];
+      const tableHeight = row === undefined ? element.offsetHeight : this._heightOf(row);
+      const stretch = { page: card.offsetTop + element.offsetTop - top, pageHeight: element.offsetHeight, table, tableHeight };
+      table += tableHeight;
+      return stretch;
+    });
   }
 
   /** How far down the table's own content begins: below the bar and the large title. */
@@ -186,7 +223,9 @@ export class ZvTable extends LightElement {
     this._knownOffset = offset;
     const { scroller } = this;
     if (!scroller || offset === known || this._telling || this._scrollFrame !== undefined) return;
-    scroller.scrollTop = offset + this._contentTop(scroller);
+    const [, , , height = 0] = this._node?.frame ?? [];
+    const isAtEnd = offset > 0 && offset + height >= (this._node?.contentHeight ?? Infinity) - 1;
+    scroller.scrollTop = isAtEnd ? scroller.scrollHeight : toPage(this._anchors(scroller), offset) + this._contentTop(scroller);
   }
 }
 

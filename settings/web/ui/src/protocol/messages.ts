@@ -58,6 +58,7 @@ export type ServerMessage = TreeMessage | PatchMessage | EventMessage | SideMess
 
 export type ActionName =
   | 'tap' | 'toggle' | 'segment' | 'slide' | 'edit' | 'scroll' | 'press' | 'back' | 'commit' | 'move'
+  | 'stop'
   | 'choose' | 'pick' | 'photo' | 'close' | 'continue' | 'restart' | 'bounds' | 'trait' | 'reopen';
 
 export interface Action {

@@ -67,7 +67,14 @@ export interface TableNode extends Common {
   offset?: number;
   contentHeight?: number;
 }
-export interface SectionNode extends Common { kind: 'section'; index?: number; header?: string; footer?: string }
+export interface SectionNode extends Common {
+  kind: 'section';
+  index?: number;
+  header?: string;
+  footer?: string;
+  /** Where its first row begins in the table's content. */
+  rowsTop?: number;
+}
 export interface RowNode extends Common {
   kind: 'row';
   section?: number;
