@@ -53,10 +53,19 @@ void fillHills(Canvas& canvas, Paint paint, double horizon, double height, doubl
   });
 }
 
+// Lighter towards the horizon, in steps that are too small to be seen.
+void fillSky(Canvas& canvas, Paint sky) {
+  constexpr int steps = 48;
+  constexpr double horizon = 0.62;
+  for (int step = 1; step <= steps; ++step) {
+    const double top = horizon * step / steps;
+    canvas.fill(lighter(sky, step), [top](Position at) { return top - at.y; });
+  }
+}
+
 Canvas paintLandscape(const Landscape& scene) {
   Canvas canvas(photoWidth, photoHeight, scene.sky);
-  canvas.fill(lighter(scene.sky, 14), [](Position at) { return 0.35 - at.y; });
-  canvas.fill(lighter(scene.sky, 28), [](Position at) { return 0.5 - at.y; });
+  fillSky(canvas, scene.sky);
   canvas.fill(scene.sun, [&](Position at) {
     return distanceToDisc(at, {scene.sunX, scene.sunY}, 0.09);
   });
