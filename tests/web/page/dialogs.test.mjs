@@ -23,6 +23,19 @@ async function present(node) {
 
 const actions = [{ title: 'Cancel', style: 'cancel' }, { title: 'Restart', style: 'destructive' }];
 
+test('of two choices the one that cancels is at the left, of more it is the last', async () => {
+  const open = { title: 'Open', style: 'default' };
+  const cancel = { title: 'Cancel', style: 'cancel' };
+  for (const [given, shown] of [[[open, cancel], ['Cancel', 'Open']], [[cancel, open, { title: 'Copy' }], ['Open', 'Copy', 'Cancel']]]) {
+    const { page, context, last } = await present({ kind: 'alert', style: 'alert', title: 'Open?', actions: given });
+    assert.deepEqual(await page.locator('.alert-action').allTextContents(), shown);
+    await page.getByRole('button', { name: 'Cancel' }).click();
+    await eventually(() => last().action === 'choose', 'the choice is sent');
+    assert.equal(last().index, given.indexOf(cancel), 'it is told by its place in the alert');
+    await context.close();
+  }
+});
+
 test('an alert takes the focus, keeps it, answers, and gives it back', async () => {
   const { page, context, trouble, dismiss, last } = await present({ kind: 'alert', style: 'alert', title: 'Restart?', message: 'The home screen restarts.', actions });
   await eventually(() => page.evaluate(() => document.activeElement.textContent === 'Cancel'), 'the focus is in the alert');

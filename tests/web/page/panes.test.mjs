@@ -31,6 +31,20 @@ test('what the last tap changed is shown with before and after, what it removed 
   await context.close();
 });
 
+test('a list has lines of its own below its key, as wide as the table', async () => {
+  const { page, context, server } = await openAlone(browser, everyKind().tree);
+  server.send({ type: 'side', file: { path: '/p', state: 'ok', entries: { list: ['a', 'b'], none: [], one: { key: 'value' } }, changed: [] } });
+  await entry(page, 'list').waitFor();
+  assert.match(await entry(page, 'list').textContent(), /list\s*array\s*2 items/);
+  assert.match(await entry(page, 'one').textContent(), /one\s*dictionary\s*1 item\s*$/);
+  assert.match(await entry(page, 'none').textContent(), /none\s*array\s*\[\]/);
+  const nested = page.locator('.entries tr.nested');
+  assert.deepEqual(await nested.allTextContents(), ['[\n  "a",\n  "b"\n]', '{\n  "key": "value"\n}']);
+  const [table, list] = [await page.locator('.entries').boundingBox(), await nested.first().locator('pre').boundingBox()];
+  assert.ok(list.width > 0.9 * table.width);
+  await context.close();
+});
+
 test('text of the file is text, whatever it looks like', async () => {
   const { page, context, server, trouble } = await openAlone(browser, everyKind().tree);
   const nasty = '<img src=x onerror="document.title=1">';

@@ -28,7 +28,7 @@ export function colorGrid(rgba: readonly number[], pick: (rgb: Rgb) => void): Te
     const color = gridColors[place] ?? [0, 0, 0];
     return html`<button type="button" role="gridcell" class="color-cell" tabindex=${place === stop ? 0 : -1}
       data-color=${hexOf(color)} aria-label="${colorName(color)}, ${hexOf(color)}" aria-selected=${place === chosen}
-      ${styled({ 'background-color': `#${hexOf(color)}` })} @click=${() => pick(color)}></button>`;
+      ${styled({ '--cell': `#${hexOf(color)}` })} @click=${() => pick(color)}></button>`;
   };
   return html`<div class="color-grid" role="grid" aria-label="Colors" @keydown=${walk}>
     ${rows.map((first) => html`<div role="row" class="color-row">${Array.from({ length: columns }, (_, place) => cell(first + place))}</div>`)}

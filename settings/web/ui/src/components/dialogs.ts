@@ -17,7 +17,8 @@ export function alertDialog(context: Context, id: string, node: AlertNode): Temp
   const button = ({ action, index }: { action: AlertAction; index: number }): TemplateResult => html`<button
     type="button" class="alert-action ${action.style ?? 'default'}" @click=${() => choose(index)}>${action.title}</button>`;
   const sheet = node.style === 'sheet';
-  const apart = sheet ? actions.filter((each) => each !== cancel) : actions;
+  const others = actions.filter((each) => each !== cancel);
+  const box = sheet || !cancel ? others : inOrder(cancel, others);
   return html`<zv-modal .name=${node.title || node.message || 'Question'} .cancel=${leave} class=${sheet ? 'sheet-modal' : 'alert-modal'}>
     <div class=${sheet ? 'sheet' : 'alert'} data-node=${id}>
       <div class="alert-box">
@@ -25,11 +26,16 @@ export function alertDialog(context: Context, id: string, node: AlertNode): Temp
           ${node.title ? html`<h2>${node.title}</h2>` : nothing}
           ${node.message ? html`<p>${node.message}</p>` : nothing}
         </div>` : nothing}
-        <div class="alert-actions ${!sheet && actions.length === 2 ? 'side-by-side' : ''}">${apart.map(button)}</div>
+        <div class="alert-actions ${!sheet && actions.length === 2 ? 'side-by-side' : ''}">${box.map(button)}</div>
       </div>
       ${sheet && cancel ? html`<div class="alert-box">${button(cancel)}</div>` : nothing}
     </div>
   </zv-modal>`;
+}
+
+// Of two the one that cancels is at the left, of more it is the last.
+function inOrder<T>(cancel: T, others: T[]): T[] {
+  return others.length === 1 ? [cancel, ...others] : [...others, cancel];
 }
 
 export function waitingDialog(context: Context, id: string, node: WaitingNode): TemplateResult {

@@ -37,10 +37,10 @@ export function devicePane(context: Context): TemplateResult {
 /** A value that is not on the list is shown as it is. */
 function choice(context: Context, name: string, label: string, values: [string, string][], current: string): TemplateResult {
   const all: [string, string][] = values.some(([value]) => value === current) ? values : [...values, [current, current]];
-  return html`<label class="trait"><span>${label}</span><select data-trait=${name} .value=${live(current)}
+  return html`<label class="trait"><span>${label}</span><span class="choice"><select data-trait=${name} .value=${live(current)}
     @change=${(event: Event) => setTrait(context, name, (event.target as HTMLSelectElement).value)}>
     ${all.map(([value, title]) => html`<option value=${value} ?selected=${value === current}>${title}</option>`)}
-  </select></label>`;
+  </select></span></label>`;
 }
 
 function setTrait(context: Context, name: string, value: string): void {

@@ -6,6 +6,7 @@ import { repeat } from 'lit/directives/repeat.js';
 import type { FileChange, FileState } from '../protocol/messages.js';
 import type { Sides } from '../protocol/state.js';
 import { warning } from '../components/icons.js';
+import { breakable, entry, isNested } from './entries.js';
 import { shownValue } from './values.js';
 
 const stateNames = { ok: 'Saved', missing: 'Not there yet', problem: 'Damaged' } as const;
@@ -14,7 +15,7 @@ export function filePane(sides: Sides): TemplateResult {
   const { file } = sides;
   if (!file) return html`<p class="pane-empty">Waiting for the file…</p>`;
   return html`
-    <p class="file-path"><span class="chip ${file.state}">${stateNames[file.state]}</span><code>${file.path ?? ''}</code></p>
+    <p class="file-path"><span class="chip ${file.state}">${stateNames[file.state]}</span><code>${breakable(file.path ?? '')}</code></p>
     ${file.state === 'problem' ? html`<div class="file-problem">${warning()}<p>${file.problem ?? 'It cannot be read.'}</p></div>` : nothing}
     ${file.state === 'missing' ? html`<p class="pane-empty">${file.problem || 'It is written with the first change.'}</p>` : nothing}
     ${keyed(sides.fileCount, lastChange(file.changed ?? []))}
@@ -25,10 +26,15 @@ function lastChange(changed: FileChange[]): TemplateResult | typeof nothing {
   if (changed.length === 0) return nothing;
   return html`<div class="last-change"><h3>Changed by the last tap</h3><ul>${changed.map((change) => html`<li>
     <code>${change.key}</code>
-    <span class="before">${shownValue(change.before).text}</span>
+    ${changedValue('before', change.before)}
     <span class="arrow" aria-label="becomes">→</span>
-    <span class="after">${shownValue(change.after).text}</span>
+    ${changedValue('after', change.after)}
   </li>`)}</ul></div>`;
+}
+
+function changedValue(kind: 'before' | 'after', value: unknown): TemplateResult {
+  const { text } = shownValue(value);
+  return html`<span class="${kind} ${isNested(text) ? 'nested' : ''}">${text}</span>`;
 }
 
 function entries(file: FileState, count: number): TemplateResult {
@@ -37,11 +43,7 @@ function entries(file: FileState, count: number): TemplateResult {
   const changed = new Set((file.changed ?? []).map((change) => change.key));
   return html`<table class="entries">
     <thead><tr><th scope="col">Key</th><th scope="col">Type</th><th scope="col">Value</th></tr></thead>
-    <tbody>${repeat(keys, (key) => (changed.has(key) ? `${key} ${count}` : key), (key) => {
-      const value = shownValue(file.entries?.[key]);
-      return html`<tr class=${changed.has(key) ? 'changed' : ''} data-key=${key}>
-        <th scope="row"><code>${key}</code></th><td>${value.type}</td><td class="value">${value.text}</td>
-      </tr>`;
-    })}</tbody>
+    <tbody>${repeat(keys, (key) => (changed.has(key) ? `${key} ${count}` : key), (key) =>
+      entry(key, file.entries?.[key], changed.has(key) ? 'changed' : ''))}</tbody>
   </table>`;
 }

@@ -4,6 +4,7 @@ import { html, nothing, type TemplateResult } from 'lit';
 import { warning } from '../components/icons.js';
 import type { RowInfo } from '../protocol/messages.js';
 import type { Sides } from '../protocol/state.js';
+import { entry } from './entries.js';
 import { shownValue } from './values.js';
 
 export function rowPane(sides: Sides): TemplateResult {
@@ -29,9 +30,6 @@ function facts(row: RowInfo): [string, string][] {
 function properties(row: RowInfo, keys: string[]): TemplateResult {
   return html`<table class="entries">
     <thead><tr><th scope="col">Property</th><th scope="col">Type</th><th scope="col">Value</th></tr></thead>
-    <tbody>${keys.map((key) => {
-      const value = shownValue(row.properties?.[key]);
-      return html`<tr><th scope="row"><code>${key}</code></th><td>${value.type}</td><td class="value">${value.text}</td></tr>`;
-    })}</tbody>
+    <tbody>${keys.map((key) => entry(key, row.properties?.[key]))}</tbody>
   </table>`;
 }
