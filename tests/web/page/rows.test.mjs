@@ -103,6 +103,38 @@ test('a row whose text is a view of its own has its accessory at the right', asy
   await context.close();
 });
 
+test('a row that could not be made says why, in the width of the page and with what stands around it', async () => {
+  const b = new TreeBuilder();
+  const problem = 'Root.plist, row 2 ("Broken"): unknown cell "PSNoSuchCell"; known are PSGroupCell, PSLinkCell, PSSwitchCell';
+  const cell = b.cell({ cellType: 'PSStaticTextCell', style: 'subtitle', enabled: false, text: b.text('Broken'), detail: { ...b.text(problem), lines: 0 } });
+  const broken = b.row('broken', 'Broken', cell, { problem, height: 144 });
+  const unseen = b.row('unseen', 'Unseen', undefined, { problem: 'No cell was given.' });
+  const { page, context } = await openAlone(browser, b.tree(b.page('Rows', [b.section(undefined, undefined, [broken, unseen, b.switchRow('after', 'After', true)])])));
+  assert.equal(await page.getByText(problem).count(), 1, 'it is said once');
+  assert.match(await page.locator('.row[data-identifier="unseen"]').textContent(), /Unseen\s*No cell was given\./);
+  const [text, row] = [await page.locator('.cell.problem p').first().boundingBox(), await page.locator('.row').first().boundingBox()];
+  assert.ok(text.width > 0.75 * row.width, `${text.width} of ${row.width}`);
+  assert.ok(row.height < 144, `${row.height}`);
+  await page.getByRole('switch', { name: 'After' }).waitFor();
+  await context.close();
+});
+
+test('a text that does not fit on its one line ends in an ellipsis', async () => {
+  const b = new TreeBuilder();
+  const row = b.valueRow('value', 'A label that is rather long', 'A value that is also very long indeed');
+  const { page, context } = await openAlone(browser, b.tree(b.page('Rows', [b.section(undefined, undefined, [row])])));
+  for (const part of ['.text', '.detail']) {
+    const look = await page.locator(part).evaluate((element) => {
+      const { textOverflow, whiteSpace } = getComputedStyle(element);
+      return { textOverflow, whiteSpace, height: element.offsetHeight };
+    });
+    assert.equal(look.textOverflow, 'ellipsis');
+    assert.equal(look.whiteSpace, 'nowrap');
+    assert.ok(look.height < 30, 'it is one line');
+  }
+  await context.close();
+});
+
 test('the line below a row begins where its own text does, and the last row has none', async () => {
   const b = new TreeBuilder();
   const rows = [b.linkRow('link', 'Manual', { subtitle: 'How everything works' }), b.valueRow('plain', 'Version', '1.0'), b.valueRow('last', 'Made for', 'phones')];

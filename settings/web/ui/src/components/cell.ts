@@ -115,7 +115,8 @@ function texts(context: Context, cell: CellNode): TemplateResult | typeof nothin
 }
 
 function line(context: Context, text: Text, kind: 'text' | 'detail'): TemplateResult {
-  return html`<span class=${kind} ${styled({
+  const alone = (text.lines ?? 1) === 1;
+  return html`<span class="${kind} ${alone ? 'one-line' : ''}" ${styled({
     color: cssTextColor(text.color, isDark(context) ? 'dark' : 'light'),
     opacity: text.alpha,
     'font-size': text.size && text.size !== standardTextSize ? `calc(${text.size}px * var(--text-scale))` : undefined,

@@ -35,20 +35,33 @@ export function row(context: Context, id: string, setting: RowSetting): Template
   const cell = cellId === undefined ? undefined : nodeOf(context.tree, cellId, 'cell');
   const picture = cell && cellId !== undefined ? pictureWidth(context, cellId, cell) : 0;
   return html`<div
-    class="row ${setting.last ? 'last' : ''} ${context.inspected === id ? 'inspected' : ''} ${editing ? `editable ${editing.lookOf(id)}` : ''}"
+    class="row ${setting.last ? 'last' : ''} ${node.problem ? 'broken' : ''} ${context.inspected === id ? 'inspected' : ''} ${editing ? `editable ${editing.lookOf(id)}` : ''}"
     role="listitem"
     aria-posinset=${place ? place.index + 1 : nothing}
     aria-setsize=${place ? place.count : nothing}
     data-node=${id}
     data-identifier=${node.identifier ?? nothing}
     ${styled({ '--row-height': `${node.height ?? 44}px`, '--picture-room': picture > 0 ? `${picture + pictureGap}px` : undefined })}
-  >${cell && cellId !== undefined ? shownRow(context, id, node, cellId, cell, setting) : hiddenRow(node)}</div>`;
+  >${rowContent(context, id, node, cellId, cell, setting)}</div>`;
+}
+
+function rowContent(
+  context: Context, id: string, node: RowNode, cellId: string | undefined, cell: CellNode | undefined, setting: RowSetting,
+): TemplateResult {
+  if (node.problem) return brokenRow(node.title, node.problem);
+  return cell && cellId !== undefined ? shownRow(context, id, node, cellId, cell, setting) : hiddenRow(node);
 }
 
 // Out of sight a row has no cell, but it keeps its height and its name.
 function hiddenRow(node: RowNode): TemplateResult {
-  if (node.problem) return html`<div class="cell problem">${warning()}<span>${node.problem}</span></div>`;
   return html`<span class="visually-hidden">${node.title ?? ''}</span>`;
+}
+
+/** A row that could not be made, or whose cell could not: it says why in place of what it would show. */
+function brokenRow(title: string | undefined, problem: string): TemplateResult {
+  return html`<div class="cell problem" role="group" aria-label=${title || nothing}>
+    ${warning()}<p>${title ? html`<strong>${title}</strong>` : nothing}${problem}</p>
+  </div>`;
 }
 
 function shownRow(
@@ -63,8 +76,7 @@ function shownRow(
       ? tappable(context, id, cell, enabled, setting, content)
       : plainCell(context, id, node, cell, enabled, controls.length > 0, content)}
     ${cell.accessory === 'detail' ? detailButton(context, id, node) : nothing}
-    ${editing && node.editing?.movable ? handle(context, id, editing) : nothing}
-    ${node.problem ? html`<p class="row-problem">${warning()}${node.problem}</p>` : nothing}`;
+    ${editing && node.editing?.movable ? handle(context, id, editing) : nothing}`;
 }
 
 function tappable(context: Context, id: string, cell: CellNode, enabled: boolean, setting: RowSetting, content: TemplateResult): TemplateResult {
