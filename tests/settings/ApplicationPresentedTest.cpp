@@ -196,8 +196,8 @@ TEST_F(ApplicationPresentedTest, APageUnderAnAlertTakesNoTouches) {
 }
 
 TEST_F(ApplicationPresentedTest, ATableThatIsOnItsWayMovesOnUnderAnAlert) {
-  const std::string table = TreeQuery(application().tree()).table().id;
   openAlert({UIAlertActionStyle::cancel});
+  const std::string table = TreeQuery(application().tree()).table().id;
   EXPECT_TRUE(act({{"action", "scroll"}, {"offset", 30}}, table));
   EXPECT_EQ(node(table)["offset"], 30);
 }

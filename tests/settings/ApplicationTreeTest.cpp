@@ -183,38 +183,6 @@ class ApplicationTreeTest : public ApplicationTest {
   }
 };
 
-TEST_F(ApplicationTreeTest, ASectionTellsWhereItsRowsBegin) {
-  const json tree = application().tree();
-  double bottom = 0;
-  for (const FoundNode& section : TreeQuery(tree).sections()) {
-    const double top = section.node->at("rowsTop");
-    EXPECT_GT(top, bottom) << "rows begin below those before, and a header";
-    bottom = top;
-    for (const json& row : section.node->at("children")) {
-      bottom += tree["nodes"][row.get<std::string>()]["height"].get<double>();
-    }
-  }
-  EXPECT_LE(bottom, TreeQuery(tree).table().node->at("contentHeight").get<double>());
-}
-
-TEST_F(ApplicationTreeTest, RowsBeyondTheBoundsHaveCellsAsFarAsThePresenterSeesThem) {
-  const auto shown = [this] {
-    const json tree = application().tree();
-    const auto rows = TreeQuery(tree).rows();
-    return std::ranges::count_if(rows,
-                                 [](const FoundNode& row) { return row.node->at("visible"); });
-  };
-  const std::string table = TreeQuery(application().tree()).table().id;
-  const auto scroll = [&](const json& overscan) {
-    EXPECT_TRUE(act({{"action", "scroll"}, {"offset", 0}, {"overscan", overscan}}, table));
-  };
-  const auto inBounds = shown();
-  scroll(200);
-  EXPECT_GT(shown(), inBounds);
-  scroll(0);
-  EXPECT_EQ(shown(), inBounds);
-}
-
 TEST_F(ApplicationTreeTest, BeforeAnythingIsOpenThereIsAnEmptyWindow) {
   const json shown = tree();
   EXPECT_FALSE(application().isOpen());
@@ -325,6 +293,43 @@ TEST_F(ApplicationTreeTest, ATableThatWatchesForLongPressesSaysSo) {
   EXPECT_FALSE(table().contains("pressable"));
   ASSERT_TRUE(tap("customize").accepted);
   EXPECT_EQ(table()["pressable"], true);
+}
+
+TEST_F(ApplicationTreeTest, ASectionTellsWhereItsRowsBegin) {
+  useWholeDevice();
+  open();
+  const json tree = application().tree();
+  const TreeQuery query(tree);
+  double bottom = 0;
+  for (const FoundNode& section : query.sections()) {
+    const double top = section.node->at("rowsTop");
+    EXPECT_GT(top, bottom) << "rows begin below those before, and a header";
+    bottom = top;
+    for (const json& row : section.node->at("children")) {
+      bottom += tree["nodes"][row.get<std::string>()]["height"].get<double>();
+    }
+  }
+  EXPECT_LE(bottom, query.table().node->at("contentHeight").get<double>());
+}
+
+TEST_F(ApplicationTreeTest, RowsBeyondTheBoundsHaveCellsAsFarAsThePresenterSeesThem) {
+  useWholeDevice();
+  open();
+  const auto shown = [this] {
+    const TreeQuery query(application().tree());
+    const auto rows = query.rows();
+    return std::ranges::count_if(rows,
+                                 [](const FoundNode& row) { return row.node->at("visible"); });
+  };
+  const std::string table = TreeQuery(application().tree()).table().id;
+  const auto scroll = [&](const json& overscan) {
+    EXPECT_TRUE(act({{"action", "scroll"}, {"offset", 0}, {"overscan", overscan}}, table));
+  };
+  const auto inBounds = shown();
+  scroll(200);
+  EXPECT_GT(shown(), inBounds);
+  scroll(0);
+  EXPECT_EQ(shown(), inBounds);
 }
 
 TEST_F(ApplicationTreeTest, RowsStandInTheirSectionsWithTheirPlaces) {
