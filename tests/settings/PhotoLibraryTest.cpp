@@ -5,6 +5,7 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/foundation/DeviceFileSystem.h"
@@ -147,6 +148,28 @@ TEST_F(PhotoLibraryTest, OnlyAThumbnailUnpacksThePhoto) {
   const ThumbnailFile made = thumbnail();
   EXPECT_EQ(made.bytes, "");
   EXPECT_THAT(made.problem, HasSubstr("The PNG cannot be read"));
+}
+
+// A small file that says how large its picture is.
+std::string pngThatSays(std::string_view widthAndHeight) {
+  constexpr std::size_t widthOffset = 16;
+  return pngOf(1, 1).replace(widthOffset, widthAndHeight.size(), widthAndHeight);
+}
+
+TEST_F(PhotoLibraryTest, PicturesOfNoSizeOrOfTooMuchAreRefusedByTheirHeader) {
+  using namespace std::string_view_literals;
+  add("1.png", pngThatSays("\0\0\0\0\0\0\0\1"sv));          // 0 x 1
+  add("2.png", pngThatSays("\0\1\x86\xA0\0\0\0\1"sv));      // 100,000 x 1
+  add("3.png", pngThatSays("\0\0\xEA\x60\0\0\xEA\x60"sv));  // 60,000 x 60,000
+  EXPECT_EQ(photos()[0].problem, "The file is no PNG or JPEG picture.");
+  EXPECT_EQ(photos()[1].problem,
+            "The picture has 100000 x 1 pixels; a side may have at most 65500.");
+  EXPECT_EQ(photos()[2].problem,
+            "The picture has 60000 x 60000 pixels; at most 100 million pixels are read.");
+  for (const LibraryPhoto& each : photos()) {
+    EXPECT_EQ(library().photo(each.name).problem, each.problem);
+    EXPECT_EQ(each.thumbnail.key, "");
+  }
 }
 
 TEST_F(PhotoLibraryTest, DamageThatIsKnownIsShownAndThePhotoRefused) {
