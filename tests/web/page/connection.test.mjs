@@ -19,8 +19,10 @@ test('a lost connection is said, tried again, and what was typed is sent then', 
   await page.keyboard.type('abc');
   await eventually(() => server.actions.at(-1)?.string === 'abc', 'what is typed is sent');
   server.accepting = false;
+  const place = await page.locator('.device').boundingBox();
   await server.socket.close();
   await banner(page).waitFor();
+  assert.deepEqual(await page.locator('.device').boundingBox(), place, 'the device stays where it is');
   await page.keyboard.type('def');
   await page.keyboard.press('Enter');
   assert.equal(await field.inputValue(), 'abcdef');
