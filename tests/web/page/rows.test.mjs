@@ -103,6 +103,18 @@ test('a row whose text is a view of its own has its accessory at the right', asy
   await context.close();
 });
 
+test('a scroll that comes too late is refused without a word, a tap is not', async () => {
+  const { tree } = everyKind();
+  const { page, context, server } = await openAlone(browser, tree);
+  server.answer(({ action }) => `no ${action} any more`);
+  await page.locator('.table-scroll').evaluate((scroller) => { scroller.scrollTop = 100; });
+  await eventually(() => server.sent.some((message) => message.action === 'scroll'), 'the scrolling is told');
+  await page.getByRole('button', { name: 'Respring' }).click();
+  await page.locator('.notice.refused').first().waitFor();
+  assert.deepEqual(await page.locator('.notice p').allTextContents(), ['no tap any more']);
+  await context.close();
+});
+
 test('a row that could not be made says why, in the width of the page and with what stands around it', async () => {
   const b = new TreeBuilder();
   const problem = 'Root.plist, row 2 ("Broken"): unknown cell "PSNoSuchCell"; known are PSGroupCell, PSLinkCell, PSSwitchCell';

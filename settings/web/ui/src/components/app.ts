@@ -75,10 +75,16 @@ export class ZvApp extends LightElement {
   private _received(message: ServerMessage): void {
     const outcome = this._state.take(message);
     if (outcome.gap) this._connection.ask({ type: 'resync' });
-    if (outcome.refused !== undefined) this._notify('refused', outcome.refused);
+    if (outcome.refused !== undefined && !this._isUnasked(message)) this._notify('refused', outcome.refused);
     if (outcome.event) this._happened(outcome.event);
     if (outcome.treeChanged) this._contextChanged();
     this.requestUpdate();
+  }
+
+  /** What a user does not ask for needs no answer: the page may have gone while it was still scrolling. */
+  private _isUnasked(message: ServerMessage): boolean {
+    const action = message.type === 'refused' ? this._connection.unanswered(message.ack) : undefined;
+    return action?.action === 'scroll' || action?.action === 'bounds';
   }
 
   private _contextChanged(): void {

@@ -63,6 +63,11 @@ export class Connection {
     return new Promise((resolve) => this._waiting.set(sequence, { action, resolve }));
   }
 
+  /** The action of that number, where it has not been answered yet. */
+  unanswered(sequence: number | undefined): Action | undefined {
+    return sequence === undefined ? undefined : this._waiting.get(sequence)?.action;
+  }
+
   /** Asks for what is no action; lost where there is no connection. */
   ask(request: { type: 'inspect'; node: string } | { type: 'resync' }): void {
     if (this._link.state === 'open') this._transmit(request);
