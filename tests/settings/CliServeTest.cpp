@@ -171,13 +171,13 @@ TEST_F(CliServe, EveryTraitOfTheDeviceCanBeGivenAtTheStart) {
   serve({"--idiom", "pad", "--system", "16.5", "--screen", "820x1180@2", "--appearance", "dark",
          "--text-scale", "1.24", "--tint", "FF0000FF"});
   PageClient browser(address);
-  const json device = browser.next("tree")["tree"]["device"];
-  EXPECT_EQ(device["idiom"], "pad");
-  EXPECT_EQ(device["system"], "16.5");
-  EXPECT_EQ(device["screen"], (json{{"width", 820}, {"height", 1180}, {"scale", 2}}));
-  EXPECT_EQ(device["appearance"], "dark");
-  EXPECT_EQ(device["textScale"], 1.24);
-  EXPECT_EQ(device["tint"], "FF0000FF");
+  const json shown = browser.next("tree")["tree"]["device"];
+  EXPECT_EQ(shown["idiom"], "pad");
+  EXPECT_EQ(shown["system"], "16.5");
+  EXPECT_EQ(shown["screen"], (json{{"width", 820}, {"height", 1180}, {"scale", 2}}));
+  EXPECT_EQ(shown["appearance"], "dark");
+  EXPECT_EQ(shown["textScale"], 1.24);
+  EXPECT_EQ(shown["tint"], "FF0000FF");
 }
 
 TEST_F(CliServe, ASwitchIsAnsweredByOnePatchAndIsInTheFile) {
