@@ -121,6 +121,31 @@ test('the last row of a section leaves it empty, and comes back into it', async 
   await context.close();
 });
 
+/** The whole drag between two frames of the browser, as a slow machine sees it. */
+const dragAtOnce = (page, handle, goal) => handle.evaluate((element, to) => {
+  const { x, y, width, height } = element.getBoundingClientRect();
+  const point = { pointerId: 1, isPrimary: true, bubbles: true, clientX: x + width / 2 };
+  const send = (type, clientY) => element.dispatchEvent(new PointerEvent(type, { ...point, clientY }));
+  send('pointerdown', y + height / 2);
+  send('pointermove', to);
+  send('pointerup', to);
+}, goal);
+
+test('a row lands at the same place however many frames were drawn while it was dragged', async () => {
+  for (const [title, goal, section, index] of [['Torch', 'Audio', 0, 2], ['Brightness', 'Power module', 1, 1]]) {
+    for (const frames of ['many', 'none']) {
+      const { page, context, handle, row, moves, noGhost } = await openRows();
+      const from = await middle(handle(title));
+      const to = (await middle(row(goal))).y + 10;
+      if (frames === 'none') await dragAtOnce(page, handle(title), to);
+      else await drag(page, handle(title), to - from.y);
+      await noGhost();
+      assert.deepEqual(moves(), [[title, section, index]], `${title}, ${frames}`);
+      await context.close();
+    }
+  }
+});
+
 test('a finger drags by the handle, and scrolls elsewhere', async () => {
   const { page, context, moves, noGhost, trouble, row, handle } = await openRows({ options: { viewport: { width: 390, height: 844 }, hasTouch: true, isMobile: true } });
   const session = await context.newCDPSession(page);

@@ -46,13 +46,16 @@ export class Carrying {
     this._host.requestUpdate();
   }
 
-  to(spot: Spot): void {
+  /** Carries the row to a place. True where it was at another one. */
+  to(spot: Spot): boolean {
     const carried = this._carried;
-    if (!carried || sameSpot(carried.spot, spot)) return;
+    if (!carried) return false;
     const place = spotOf(moved(this._treeOrder(), carried.row, spot), carried.row) ?? spot;
+    if (sameSpot(carried.spot, place)) return false;
     carried.spot = place;
     this._say(spotText(this._tree, this.order, place));
     this._host.requestUpdate();
+    return true;
   }
 
   /** Puts the row down where it is. Ends when the application has answered. */

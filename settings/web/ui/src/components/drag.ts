@@ -15,6 +15,8 @@ const slowScroll = 400;
 const scrollGrowth = 4;
 const fastScroll = 12_000;
 const longestFrameMs = 250;
+// Places that lead to each other would have no end.
+const mostLooks = 8;
 
 /** Where things are on the table's own scale; the device may be shown smaller than it is. */
 interface Measures { top: number; height: number; scale: number }
@@ -88,10 +90,18 @@ export class FingerDrag {
   private readonly _up = (event: PointerEvent): void => {
     if (event.pointerId !== this._finger?.pointer) return;
     this._moved(event);
-    this._follow();
+    const { y } = this._finger;
     this._release();
-    if (this._lifted) void this._carrying.drop().then(() => this._land());
+    if (this._lifted) void this._drop(this._lifted, y);
   };
+
+  // The rows stand elsewhere as soon as the others make room, which may still be to be drawn.
+  private async _drop(lifted: Lifted, y: number): Promise<void> {
+    for (let look = 0; look < mostLooks && this._lifted === lifted && this._follow(y); look += 1) await this._host.updateComplete;
+    if (this._lifted !== lifted) return;
+    await this._carrying.drop();
+    this._land();
+  }
 
   private readonly _cancelled = (event: Event): void => {
     if (event instanceof PointerEvent && event.pointerId !== this._finger?.pointer) return;
@@ -145,18 +155,19 @@ export class FingerDrag {
     this._frame = requestAnimationFrame(this._tick);
     this._scrollNearEdge(Math.min(now - this._lastFrame, longestFrameMs) / 1000);
     this._lastFrame = now;
-    this._follow();
+    if (this._finger) this._follow(this._finger.y);
   };
 
-  private _follow(): void {
-    const { _finger: finger, _lifted: lifted } = this;
+  /** Brings what is carried to a height in the window. True where it has another place in the table then. */
+  private _follow(clientY: number): boolean {
+    const { _lifted: lifted } = this;
     const { scroller } = this._host;
-    if (!finger || !lifted || !scroller) return;
+    if (!lifted || !scroller) return false;
     const { top, scale } = this._measures();
-    const y = (finger.y - top) / scale - lifted.hold;
+    const y = (clientY - top) / scale - lifted.hold;
     this._put(y);
     const spot = this._spotAt(scroller, y + scroller.scrollTop, lifted.height);
-    if (spot) this._carrying.to(spot);
+    return spot !== undefined && this._carrying.to(spot);
   }
 
   private _put(y: number): void {
