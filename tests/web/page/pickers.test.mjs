@@ -121,6 +121,20 @@ test('what was picked last is told before the picker is closed', async () => {
   await context.close();
 });
 
+test('an answer that comes after the picker was closed brings no colour back', async () => {
+  const { page, context, server, picks } = await openPicker({ color: { rgba } });
+  server.answer(() => undefined);
+  await page.getByRole('gridcell', { name: 'black, 000000' }).click();
+  await page.getByRole('gridcell', { name: 'white, FFFFFF' }).click();
+  await page.getByRole('button', { name: 'Close' }).click();
+  await eventually(() => server.actions.at(-1)?.action === 'close', 'the picker is closed');
+  for (const { sequence } of server.actions) server.patch([], sequence);
+  await page.keyboard.press('Escape');
+  await eventually(() => server.actions.filter(({ action }) => action === 'close').length === 2, 'the next action has come');
+  assert.equal(picks().length, 2);
+  await context.close();
+});
+
 test('Escape closes a picker', async () => {
   for (const kind of ['colorPicker', 'imagePicker']) {
     const { page, context, server, id } = await openPicker({ kind, color: { rgba }, photos: [] });

@@ -99,9 +99,10 @@ export class ZvColorPicker extends LightElement {
     void this.updateComplete.then(() => this.querySelector<HTMLElement>(`#color-${this._way}`)?.focus());
   };
 
-  // What has not been told yet is told before.
+  // What has not been told yet is told before, and nothing afterwards.
   private readonly _close = (): void => {
     if (this._draft && this._draft !== this._told) void this._tell(this._draft);
+    this._draft = undefined;
     void this.context.act({ action: 'close', node: this.nodeId });
   };
 
