@@ -279,10 +279,10 @@ std::vector<platform::FileWrite> Application::writesSince(std::uint64_t& cursor)
 
 std::optional<std::string> Application::imageBytes(std::string_view hash) {
   _state->refresh();
-  const auto found = _state->snapshot.targets.images.find(std::string(hash));
-  if (found == _state->snapshot.targets.images.end()) return thumbnailBytes(hash);
+  const auto image = _state->imageNamed(std::string(hash));
+  if (!image) return thumbnailBytes(hash);
   const platform::ProcessScope scope(_state->process->process());
-  return encodedImage(found->second);
+  return encodedImage(image);
 }
 
 std::optional<std::string> Application::thumbnailBytes(std::string_view hash) {

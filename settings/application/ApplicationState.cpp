@@ -30,6 +30,17 @@ class BusyScope {
   bool& _busy;
 };
 
+// A row that is scrolled out of sight has no cell to say what it is called: it keeps the name that
+// it had.
+void keepTitles(json& tree, const json& before) {
+  if (!before.contains("nodes")) return;
+  for (auto& [identity, node] : tree["nodes"].items()) {
+    if (node.value("kind", "") != "row" || node.value("title", "") != "") continue;
+    const auto known = before["nodes"].find(identity);
+    if (known != before["nodes"].end()) node["title"] = known->value("title", "");
+  }
+}
+
 }  // namespace
 
 Application::State::State(ApplicationOptions given,
@@ -59,6 +70,7 @@ void Application::State::endProcess() {
   hand.reset();
   // Even what only points to objects of the bundle needs the bundle's code to be let go of.
   snapshot.targets = {};
+  pastImages.clear();
   process.reset();
 }
 
@@ -101,7 +113,8 @@ ActionResult Application::State::runAtEdge(const std::string& where,
 }
 
 ActionResult Application::State::useHand(const json& action) {
-  const EditWatch edit(action, target(stringMember(action, "node").value_or("")));
+  const std::string node = stringMember(action, "node").value_or("");
+  const EditWatch edit(action, target(node), titleOf(node));
   ActionResult result = hand->perform(action, snapshot.targets);
   const auto outcome = result ? edit.outcome() : std::nullopt;
   if (!outcome) return result;
@@ -175,6 +188,7 @@ void Application::State::refresh() {
                           crashToken,    true,    identityBase};
   std::optional<platform::ProcessScope> scope;
   if (process) scope.emplace(process->process());
+  const NamedImages before = std::exchange(snapshot.targets.images, {});
   try {
     snapshot = makeTreeSnapshot(request, *services.traits);
   } catch (const platform::Exception& exception) {
@@ -185,10 +199,18 @@ void Application::State::refresh() {
     snapshot = makeTreeSnapshot(request, *services.traits);
     treeIsStale = false;
   }
+  pastImages.keep(before, snapshot.targets.images);
+  keepTitles(snapshot.tree, tree);
   snapshot.tree["revision"] = revision;
   if (revision > 0 && snapshot.tree == tree) return;
   snapshot.tree["revision"] = ++revision;
   tree = std::move(snapshot.tree);
+}
+
+std::shared_ptr<platform::UIImage> Application::State::imageNamed(const std::string& hash) const {
+  const auto& images = snapshot.targets.images;
+  const auto found = images.find(hash);
+  return found == images.end() ? pastImages.find(hash) : found->second;
 }
 
 std::string Application::State::placeOf(const json& action) const {
@@ -202,6 +224,13 @@ std::string Application::State::placeOf(const json& action) const {
     return place + " on \"" + found->get<std::string>() + "\"";
   }
   return place + " on a " + members.value("kind", "node");
+}
+
+std::string Application::State::titleOf(const std::string& node) {
+  refresh();
+  if (!tree.contains("nodes")) return {};
+  const auto found = tree["nodes"].find(node);
+  return found == tree["nodes"].end() ? std::string() : found->value("title", "");
 }
 
 const NodeTarget* Application::State::target(std::string_view node) {

@@ -14,6 +14,7 @@
 #include "platform/foundation/DevicePrograms.h"
 #include "settings/application/Application.h"
 #include "settings/application/FilePane.h"
+#include "settings/application/PastImages.h"
 #include "settings/application/PhotoLibrary.h"
 #include "settings/application/RecordLog.h"
 #include "settings/application/SettingsProcess.h"
@@ -59,6 +60,10 @@ struct Application::State {
   // What the user points at, for people: "tap on \"Respring\"".
   std::string placeOf(const nlohmann::json& action) const;
   const NodeTarget* target(std::string_view node);
+  // An image that the tree names, or has named a short while ago; null for any other hash.
+  std::shared_ptr<platform::UIImage> imageNamed(const std::string& hash) const;
+  // What a node of the tree is called; empty where it is gone or has no name.
+  std::string titleOf(const std::string& node);
   // What the user does, with the file pane told of it before.
   ActionResult runAction(const std::string& where, const std::function<ActionResult()>& work);
 
@@ -91,6 +96,7 @@ struct Application::State {
   std::set<std::uint64_t> announcedPrograms;
 
   TreeSnapshot snapshot;
+  PastImages pastImages;
   nlohmann::json tree;  // the snapshot's, with its revision
   std::uint64_t revision = 0;
   std::uint64_t identityBase = 0;

@@ -1,11 +1,11 @@
 #include "settings/application/EditWatch.h"
 
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "platform/uikit/UITableView.h"
 #include "settings/application/ActionMembers.h"
 #include "settings/application/NodeTarget.h"
-#include "settings/application/TableNodes.h"
 
 namespace settings {
 
@@ -33,13 +33,12 @@ std::string placeText(platform::UITableView& table, IndexPath path) {
 
 }  // namespace
 
-EditWatch::EditWatch(const nlohmann::json& action, const NodeTarget* target) {
+EditWatch::EditWatch(const nlohmann::json& action, const NodeTarget* target, std::string title)
+    : _title(title.empty() ? "The row" : std::move(title)) {
   if (!isEdit(action) || !target || target->kind != NodeKind::row) return;
   _table = target->as<platform::UITableView>();
   if (!_table) return;
   _row = target->token;
-  if (const auto path = _table->indexPathForRowToken(_row)) _title = titleOfRow(_table, *path);
-  if (_title.empty()) _title = "The row";
   _before = rows();
 }
 

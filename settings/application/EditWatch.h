@@ -19,8 +19,9 @@ struct NodeTarget;
 // says nothing where it refuses: the row just goes back. Threads: the application's.
 class EditWatch {
  public:
-  // Watches nothing where the action is no edit of a row. `target` may be null.
-  EditWatch(const nlohmann::json& action, const NodeTarget* target);
+  // Watches nothing where the action is no edit of a row. `target` may be null. `title` is what the
+  // row is called; the table itself does not know it of a row that is out of sight.
+  EditWatch(const nlohmann::json& action, const NodeTarget* target, std::string title);
 
   // What has become of the row, for a screen reader; nothing where nothing was watched.
   std::optional<std::string> outcome() const;

@@ -49,6 +49,15 @@ class ModulePages : public ApplicationTest, private ApplicationObserver {
     return std::string(addedModulesPath) + "/" + name + ".bundle";
   }
 
+  void scrollToEnd() {
+    const FoundNode table = TreeQuery(application().tree()).table();
+    EXPECT_TRUE(act({{"action", "scroll"}, {"offset", table.node->at("contentHeight")}}, table.id));
+  }
+  // The hash of the icon in a row's cell.
+  std::string iconOf(const std::string& identifier) {
+    const json cell = node(row(identifier)["children"][0]);
+    return cell["image"]["hash"];
+  }
   void openPage(const std::string& row) {
     open();
     ASSERT_TRUE(tap(row).accepted);
@@ -129,6 +138,30 @@ TEST_F(ModulePages, RowKeepsItsIdentityFromSectionToSection) {
   EXPECT_TRUE(move(camera, 0, 0).accepted);
   EXPECT_EQ(rowNode(camera), node);
   EXPECT_EQ(namesIn(0).front(), camera);
+}
+
+// A finger carries a row far from where it was; people still want to hear which one it is.
+TEST_F(ModulePages, RowThatWasSeenKeepsItsNameOutOfSight) {
+  openPage("favoriteModules");
+  EXPECT_EQ(row(camera)["title"], "Camera");
+  scrollToEnd();
+  ASSERT_EQ(row(camera)["visible"], false);
+  EXPECT_EQ(row(camera)["title"], "Camera");
+  EXPECT_TRUE(move(camera, 0, 0));
+  ASSERT_EQ(row(camera)["visible"], false);
+  EXPECT_THAT(takeAnnouncements(),
+              ElementsAre("Camera is now 1 of 4 in Active modules (min 3, max 4)"));
+}
+
+// A presenter asks for an image after it has read its name, and the user scrolls meanwhile.
+TEST_F(ModulePages, IconThatHasJustGoneOutOfSightCanStillBeAskedFor) {
+  openPage("favoriteModules");
+  const std::string icon = iconOf(camera);
+  const auto bytes = application().imageBytes(icon);
+  ASSERT_TRUE(bytes);
+  scrollToEnd();
+  ASSERT_EQ(row(camera)["visible"], false);
+  EXPECT_EQ(application().imageBytes(icon), bytes);
 }
 
 TEST_F(ModulePages, RowOfAModuleThatIsGoneIsAnnouncedAsRemoved) {
