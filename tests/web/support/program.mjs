@@ -2,13 +2,15 @@
 
 import { execFile, spawn } from 'node:child_process';
 import { once } from 'node:events';
-import { mkdtemp, rm } from 'node:fs/promises';
+import { mkdtemp, readFile, rename, rm, writeFile } from 'node:fs/promises';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { createInterface } from 'node:readline';
 import { fileURLToPath } from 'node:url';
 import { promisify } from 'node:util';
 import { watchForTrouble } from './browser.mjs';
+import { still } from './eventually.mjs';
+import { installModules, readPlist, readTyped, writePlist } from './plists.mjs';
 
 const run = promisify(execFile);
 const repository = fileURLToPath(new URL('../../../', import.meta.url));
@@ -30,36 +32,31 @@ export async function makeDevice() {
     throw error;
   }
   const file = join(root, preferences, 'com.hollowmere.zentrovaprefs.plist');
+  const configuration = join(root, modules, 'ModuleConfiguration_CCSupport.plist');
+  const changing = await Promise.all([file, configuration].map(async (path) => ({ path, bytes: await readFile(path) })));
   return {
     root,
     file,
-    /** Another program's preference file, written by python's plistlib from JSON. */
-    writePlist: (path, value) => python(`import json,plistlib,sys
-with open(sys.argv[1],"wb") as f: plistlib.dump(json.loads(sys.argv[2]),f)`, path, JSON.stringify(value)),
-    /** What python's plistlib reads, with the type of each value; of data only its length. */
-    read: async () => JSON.parse(await python(`import json,plistlib,sys
-with open(sys.argv[1],"rb") as f: d=plistlib.load(f)
-print(json.dumps({k:[type(v).__name__,v] for k,v in d.items()},default=len))`, file)),
-    /** The module configuration file of the Control Center support library. */
-    configuration: async () => JSON.parse(await python(`import json,plistlib,sys
-with open(sys.argv[1],"rb") as f: print(json.dumps(plistlib.load(f)))`, join(root, modules, 'ModuleConfiguration_CCSupport.plist'))),
-    /** That many more modules, without icons. */
-    installModules: (count) => python(`import os,plistlib,sys
-for index in range(int(sys.argv[2])):
-  name = f"Extra{index}Module"
-  folder = os.path.join(sys.argv[1], name + ".bundle")
-  os.mkdir(folder)
-  with open(os.path.join(folder, "Info.plist"), "wb") as f:
-    plistlib.dump({"CFBundleIdentifier": f"org.example.{name}", "CFBundleDisplayName": f"Extra {index}", "CFBundleName": name, "CFBundlePackageType": "BNDL"}, f)`,
-      join(root, installed), String(count)),
     kestrelle: join(root, preferences, 'com.hollowmere.kestrelleprefs.plist'),
+    writePlist,
+    /** The preference file, each value with its type; nothing is in a file that is not there. */
+    read: () => readTyped(file),
+    /** The module configuration file of the Control Center support library. */
+    configuration: () => readPlist(configuration),
+    /** That many more modules, without icons. */
+    installModules: (count) => installModules(join(root, installed), count),
+    /** A shell script in place of a program of the device. */
+    putProgram: (path, script) => writeFile(join(root, path), `#!/bin/sh\n${script}\n`, { mode: 0o755 }),
+    /** Puts back what the pages write to. */
+    restore: () => Promise.all(changing.map(({ path, bytes }) => replaceFile(path, bytes))),
     dispose,
   };
 }
 
-async function python(script, ...args) {
-  const { stdout } = await run('python3', ['-c', script, ...args]);
-  return stdout;
+// A program that reads the file finds the old or the new one.
+async function replaceFile(path, bytes) {
+  await writeFile(`${path}.new`, bytes);
+  await rename(`${path}.new`, path);
 }
 
 /** Starts `serve`; gives its address, its port, and how to end it. */
@@ -116,4 +113,27 @@ export async function openAll(browser, { serveOptions = [], prepare, ...options 
     await close();
     throw error;
   }
+}
+
+/**
+ * Device, server and window for all tests of a file. Each test begins with `fresh`: the device's
+ * settings are those of a new one, or those that the test gives; the page is loaded and Settings
+ * opened anew. Nothing moves but where the test is about movement: it costs most of the time.
+ */
+export async function shareAll(browser, options) {
+  const { page, row, device, trouble, server, close } = await openAll(browser, options);
+  const fresh = async ({ settings, reducedMotion = 'reduce' } = {}) => {
+    await page.goto('about:blank');
+    await page.emulateMedia({ reducedMotion });
+    trouble.length = 0;
+    await device.restore();
+    if (settings) await device.writePlist(device.file, settings);
+    await page.goto(server.address);
+    const before = await page.locator('.page').getAttribute('data-node');
+    await page.locator('[data-action="reopen"]').click();
+    await page.locator(`.page:not(.ghost, [data-node="${before}"]) .row`).first().waitFor();
+    await still(page);
+    return { page, row, device, trouble };
+  };
+  return { fresh, close };
 }
