@@ -47,7 +47,7 @@ void ChildProcess::terminate() {
 
 void ChildProcess::sendSignal(int number) {
   const std::lock_guard lock(_mutex);
-  if (!_exitStatus) ::kill(_processIdentifier, number);
+  if (!_exitStatus) ::kill(-_processIdentifier, number);
 }
 
 void ChildProcess::waitForEnd() {

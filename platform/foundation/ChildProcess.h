@@ -8,7 +8,7 @@
 
 namespace platform {
 
-// A child that was started, and the thread that waits for it.
+// A child that was started and leads a process group, and the thread that waits for it.
 // Threads: any, but readAvailable from one at a time.
 class ChildProcess final : public RunningProgram {
  public:
@@ -23,7 +23,8 @@ class ChildProcess final : public RunningProgram {
   std::optional<int> exitStatus() override;
   void terminate() override;
 
-  // Nothing where the child has ended: its id may belong to somebody else by then.
+  // To the child and what it has started in its group. Nothing where the child has ended: its id,
+  // and that of the group, may belong to somebody else by then.
   void sendSignal(int number);
   // Waits until the child ends, and takes its exit status.
   void waitForEnd();

@@ -26,7 +26,8 @@ std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
 std::vector<char*> pointersTo(std::vector<std::string>&&) = delete;
 
 // What the child finds: `output` as its standard output (-1: ours), no other descriptor of ours,
-// and signals as a fresh program has them.
+// signals as a fresh program has them, and a process group of its own, so that who ends it ends
+// what it has started as well.
 class Surroundings {
  public:
   explicit Surroundings(int output) {
@@ -39,7 +40,8 @@ class Surroundings {
     ::posix_spawnattr_setsigmask(&_attributes, &signals);
     ::sigaddset(&signals, SIGPIPE);
     ::posix_spawnattr_setsigdefault(&_attributes, &signals);
-    ::posix_spawnattr_setflags(&_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    ::posix_spawnattr_setflags(
+        &_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
   }
   ~Surroundings() {
     ::posix_spawn_file_actions_destroy(&_actions);

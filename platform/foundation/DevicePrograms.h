@@ -17,7 +17,7 @@ class ChildProcess;
 enum class AtEnd { letRun, kill };
 
 // Starts the programs of a device tree with posix_spawn. Children get the standard descriptors and
-// no others, and are waited for, each by its own id, as soon as they end.
+// no others, lead a group each, and are waited for, each by its own id, as soon as they end.
 class DevicePrograms final : public Programs {
  public:
   // A program lives on by default, as on a device; tests and scripts kill what still runs.
@@ -26,7 +26,8 @@ class DevicePrograms final : public Programs {
 
   std::shared_ptr<RunningProgram> start(const ProgramRequest& request) override;
   std::vector<ProgramRecord> records() override;
-  // Sends a signal to the program of that record; nothing where it does not run.
+  // Sends a signal to the program of that record and what it has started; nothing where it does
+  // not run.
   void sendSignal(std::uint64_t id, int number);
 
  private:

@@ -1,5 +1,9 @@
+#include <chrono>
 #include <csignal>
+#include <fstream>
+#include <iterator>
 #include <optional>
+#include <thread>
 
 #include "tests/settings/RootPageFixture.h"
 
@@ -74,6 +78,30 @@ TEST_F(Waiting, TreeSaysWhatIsWaitedForAndStopEndsIt) {
   EXPECT_TRUE(presented().empty());
   EXPECT_EQ(exitStatus(), 128 + SIGTERM);
   EXPECT_TRUE(tap("vibration"));
+}
+
+// Whether the process has ended; one that nobody has taken the status of yet counts as ended.
+bool hasEnded(const std::string& process) {
+  std::ifstream file("/proc/" + process + "/stat");
+  const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  const auto name = text.rfind(") ");
+  return name == std::string::npos || text[name + 2] == 'Z';
+}
+
+TEST_F(Waiting, WhatTheProgramHasStartedEndsWithIt) {
+  openWith("/bin/sleep 60 & printf '%s' $! > \"$0.child\"; wait");
+  tree();
+  application().setPatience(60);
+  const auto child = [this] { return contents("/bin/bash.child"); };
+  application().setWaitHandler([&] {
+    if (!child().empty()) act({{"action", "stop"}}, presentedNode());
+  });
+  EXPECT_TRUE(tap("version"));
+  EXPECT_EQ(exitStatus(), 128 + SIGTERM);
+  ASSERT_NE(child(), "");
+  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  while (!hasEnded(child()) && std::chrono::steady_clock::now() < limit) std::this_thread::yield();
+  EXPECT_TRUE(hasEnded(child())) << child();
 }
 
 TEST_F(Waiting, ShortWaitIsNotShown) {

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <signal.h>
 #include <string>
 #include <thread>
@@ -121,6 +122,47 @@ TEST_F(DeviceProgramsTest, ASignalIsToldAsTheShellDoes) {
   EXPECT_EQ(program->exitStatus(), std::nullopt);
   program->terminate();
   EXPECT_EQ(exitOf(*program), 128 + SIGTERM);
+}
+
+TEST_F(DeviceProgramsTest, AProgramLeadsAGroupOfItsOwn) {
+  _tree.writeProgram("/group", "read -r line < /proc/self/stat; set -- $line; echo \"$5\"");
+  const auto program = _programs.start(request("/group"));
+  ASSERT_TRUE(program);
+  EXPECT_EQ(allOutput(*program), std::to_string(program->processIdentifier()) + "\n");
+}
+
+// Prints when it has started another program, and waits for that.
+constexpr const char* startsAnother = "/bin/sleep 60 & echo started; wait";
+
+// Whether the output ends: nobody has the other end of the pipe any more.
+bool outputEnds(RunningProgram& program) {
+  constexpr int milliseconds = 20000;
+  pollfd output{program.outputDescriptor(), POLLIN, 0};
+  return ::poll(&output, 1, milliseconds) == 1 && program.readAvailable().empty();
+}
+
+TEST_F(DeviceProgramsTest, ASignalReachesWhatTheProgramHasStarted) {
+  _tree.writeProgram("/family", startsAnother);
+  for (const int number : {SIGTERM, SIGKILL}) {
+    const auto program = _programs.start(request("/family"));
+    ASSERT_TRUE(program);
+    ASSERT_EQ(program->readAvailable(), "started\n");
+    _programs.sendSignal(_programs.records().back().id, number);
+    EXPECT_EQ(exitOf(*program), 128 + number);
+    EXPECT_TRUE(outputEnds(*program)) << "what it has started goes on";
+  }
+}
+
+TEST_F(DeviceProgramsTest, KillAtEndReachesWhatTheProgramHasStarted) {
+  _tree.writeProgram("/family", startsAnother);
+  std::shared_ptr<RunningProgram> program;
+  {
+    DevicePrograms programs(std::make_shared<DeviceFileSystem>(_tree.root()), AtEnd::kill);
+    program = programs.start(request("/family"));
+    ASSERT_TRUE(program);
+    ASSERT_EQ(program->readAvailable(), "started\n");
+  }
+  EXPECT_TRUE(outputEnds(*program)) << "what it has started goes on";
 }
 
 TEST_F(DeviceProgramsTest, ChildrenGetTheStandardDescriptorsOnly) {
