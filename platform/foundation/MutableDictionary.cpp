@@ -19,13 +19,20 @@ std::string_view textOf(const Value& key) {
   return {};
 }
 
+// What follows an "@" is no entry's key but one of the dictionary's own.
+Value valueIn(const Dictionary& entries, std::string_view key) {
+  if (!key.starts_with('@')) return entries.valueForKey(key);
+  const std::string_view ownKey = key.substr(1);
+  if (ownKey == "count") return static_cast<std::int64_t>(entries.size());
+  raiseUndefinedKey("__NSDictionaryM", ownKey, false);
+}
+
 }  // namespace
 
 MutableDictionary::MutableDictionary(Dictionary entries) : _entries(std::move(entries)) {}
 
 Value MutableDictionary::valueForKey(const Value& key) const {
-  if (key.isNone()) return {};
-  return snapshot().valueForKey(textOf(key));
+  return key.isNone() ? Value() : valueIn(snapshot(), textOf(key));
 }
 
 void MutableDictionary::setValueForKey(const Value& value, const Value& key) {
@@ -87,7 +94,7 @@ bool MutableDictionary::writeToFileAtomically(std::string_view path) const {
 }
 
 Value MutableDictionary::valueForKey(std::string_view key) {
-  return snapshot().valueForKey(key);
+  return valueIn(snapshot(), key);
 }
 
 void MutableDictionary::setValueForKey(const Value& value, std::string_view key) {

@@ -20,8 +20,8 @@ class MutableDictionary : public Object {
   MutableDictionary() = default;
   explicit MutableDictionary(Dictionary entries);
 
-  // The platform's valueForKey:. None where the key is absent or is none itself; a key that is
-  // not a string raises as the platform does (a message that the key does not understand).
+  // The platform's valueForKey:, none where the key is absent or none. One that is no string raises
+  // (an unknown message). "@count" asks the dictionary itself; other keys with "@" raise there too.
   Value valueForKey(const Value& key) const;
   // The platform's setValue:forKey:. A none value removes; a none key raises
   // NSInvalidArgumentException.

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 
+#include "platform/foundation/Exception.h"
 #include "tests/prefs/StoreFixture.h"
 
 namespace zentrova::tests {
@@ -183,6 +184,19 @@ TEST_F(HBPreferencesGetters, NoneKeyGivesTheFallback) {
   EXPECT_TRUE(store->objectForKey(nullptr).isNone());
   EXPECT_EQ(store->objectForKey(nullptr, "default"), Value("default"));
   EXPECT_EQ(store->integerForKey(nullptr, 3), 3);
+}
+
+// The dictionary is asked by key-value access, where such a key is one of the dictionary's own.
+TEST_F(HBPreferencesGetters, KeyWithASignIsAskedOfTheDictionary) {
+  writeFile(Dictionary{{"@absent", 1}, {"other", 2}});
+  const auto store = makeStore();
+  EXPECT_EQ(store->integerForKey("@count"), 2);
+  try {
+    store->objectForKey("@absent", 5);
+    FAIL() << "nothing was raised";
+  } catch (const platform::Exception& exception) {
+    EXPECT_EQ(exception.name(), "NSUnknownKeyException");
+  }
 }
 
 // The dictionary is not asked by key path: a key with points is a key.

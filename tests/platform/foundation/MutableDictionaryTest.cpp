@@ -47,6 +47,24 @@ TEST(MutableDictionary, AKeyThatIsNoStringRaises) {
   }
 }
 
+// What follows the sign is asked of the dictionary itself, whatever entries there are.
+TEST(MutableDictionary, AKeyWithASignIsOneOfTheDictionaryItself) {
+  MutableDictionary dictionary(Dictionary{{"@count", "stored"}, {"@name", 1}, {"name", 2}});
+  EXPECT_EQ(dictionary.valueForKey(Value("@count")), Value(3));
+  EXPECT_EQ(dictionary.valueForKey("@count"), Value(3));
+  EXPECT_EQ(nameOfException([&] { dictionary.valueForKey(Value("@name")); }),
+            "NSUnknownKeyException");
+  EXPECT_EQ(nameOfException([&] { dictionary.valueForKey("@"); }), "NSUnknownKeyException");
+}
+
+TEST(MutableDictionary, AKeyWithASignIsWrittenAsAnyOther) {
+  MutableDictionary dictionary;
+  dictionary.setValueForKey(Value(1), Value("@name"));
+  EXPECT_EQ(dictionary.snapshot(), (Dictionary{{"@name", 1}}));
+  dictionary.setValueForKey(Value(), Value("@name"));
+  EXPECT_EQ(dictionary.count(), 0U);
+}
+
 TEST(MutableDictionary, KeepsObjectsThatNoPropertyListHolds) {
   MutableDictionary dictionary;
   const auto object = std::make_shared<Object>();
