@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 #include "platform/foundation/Exception.h"
+#include "platform/preferences/DarwinNotifications.h"
 #include "platform/preferences/PreferencesClasses.h"
 #include "platform/uikit/UIKitClasses.h"
 #include "prefs/HBRootListController.h"
@@ -99,11 +102,28 @@ TEST_F(HBRootListControllerTest, DomainIsFixedWhateverTheRowSays) {
   EXPECT_EQ(inFile("key"), Value(1));
 }
 
-TEST_F(HBRootListControllerTest, NothingIsLoggedOrStartedByAChange) {
+// Remembers what is posted.
+class NotedNotifications : public platform::DarwinNotifications {
+ public:
+  void post(const std::string& name) override { names.push_back(name); }
+  std::vector<std::string> names;
+};
+
+// The platform's own handling, which would also write the domain that the row names and post what
+// it names, takes no part.
+TEST_F(HBRootListControllerTest, NothingIsPostedLoggedOrWrittenElsewhereByAChange) {
+  const auto notifications = std::make_shared<NotedNotifications>();
+  process.process().provide<platform::DarwinNotifications>(notifications);
   const auto row = makeRow("key");
+  row->setProperty("com.example.other", "defaults");
   row->setProperty("com.example.changed", "PostNotification");
+  process.files().takeWrites();
   makePage()->setPreferenceValue(1, row);
+  EXPECT_TRUE(notifications->names.empty());
   EXPECT_TRUE(process.log().entries().empty());
+  const auto writes = process.files().takeWrites();
+  ASSERT_EQ(writes.size(), 1U);
+  EXPECT_EQ(writes[0].path, path);
 }
 
 TEST_F(HBRootListControllerTest, StoreCanBeReplaced) {

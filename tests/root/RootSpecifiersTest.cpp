@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/foundation/Exception.h"
+#include "platform/uikit/UIKitState.h"
 #include "tests/root/RootFixture.h"
 
 namespace zentrova::tests {
@@ -232,6 +233,28 @@ TEST_F(RootChange, StyleOneIsStoredAndInsertsBothSwitches) {
   EXPECT_EQ(page->specifierForID("alwaysPresentFromTop")->target(), page);
 }
 
+TEST_F(RootChange, StyleOneSetsTheFooterAnew) {
+  writeRoot();
+  showPage();
+  page->specifierForID("presentationGroup")->setProperty("changed", "footerText");
+  change(1);
+  EXPECT_EQ(footerOf(page, "presentationGroup"), Value(presentationText));
+}
+
+// Each of the two is an animated change of its own.
+TEST_F(RootChange, SwitchesComeAndGoWithAnimation) {
+  const auto animations = [] { return platform::UIKitState::current().makeAnimationIdentifier(); };
+  writeRoot();
+  showPage();
+  for (const int style : {1, 0}) {
+    const auto before = animations();
+    change(style);
+    EXPECT_EQ(animations(), before + 3) << style;
+    ASSERT_TRUE(page->table()->lastAnimation());
+    EXPECT_EQ(page->table()->lastAnimation()->identifier, before + 2) << style;
+  }
+}
+
 // The value is in the file before the rows change.
 TEST_F(RootChange, ValueIsStoredThoughTheRowsCannotChange) {
   writeRoot();
@@ -331,9 +354,12 @@ TEST_F(RootChange, TabletStoresTheStyleAndAddsNoRows) {
       std::nullopt);
   style->setProperty("presentationStyle", "id");
   style->setProperty("presentationStyle", "key");
+  page->insertSpecifier(style, std::size_t{1}, false);
+  const Identifiers rows{"first", "presentationStyle", "before", "last", "after"};
+  ASSERT_EQ(identifiersOf(page), rows);
   page->setPreferenceValue(1, style);
   EXPECT_EQ(inFile("presentationStyle"), Value(1));
-  EXPECT_EQ(identifiersOf(page), (Identifiers{"first", "before", "last", "after"}));
+  EXPECT_EQ(identifiersOf(page), rows);
 }
 
 TEST_F(RootChange, ListWithoutGroupTakesTheSwitchesAllTheSame) {

@@ -16,9 +16,21 @@ class StandInPage : public UIViewController {
 
  public:
   int visits = 0;
+  bool cameAnimated = false;
   void viewDidAppear(bool animated) override {
     UIViewController::viewDidAppear(animated);
     ++visits;
+    cameAnimated = animated;
+  }
+};
+
+// The favourites, which are not looked up by name, watched as they appear.
+class WatchedFavorites : public ZVRFavoriteModules {
+ public:
+  bool cameAnimated = false;
+  void viewDidAppear(bool animated) override {
+    ZVRFavoriteModules::viewDidAppear(animated);
+    cameAnimated = animated;
   }
 };
 
@@ -66,7 +78,7 @@ class EachSubPage : public SubPages, public testing::WithParamInterface<SubPage>
   Page field() { return page->valueForKey(GetParam().field).as<UIViewController>(); }
 };
 
-TEST_P(EachSubPage, IsMadeOnItsFirstOpeningAndPushedAnimated) {
+TEST_P(EachSubPage, IsMadeOnItsFirstOpening) {
   EXPECT_FALSE(field());
   open();
   ASSERT_EQ(depth(), 2U);
@@ -142,6 +154,20 @@ TEST_F(SubPages, CustomizePageKeepsItsState) {
   page->showCustomizeViewController();
   EXPECT_EQ(top(), customizePage);
   EXPECT_EQ(customizePage->visits, 2);
+}
+
+TEST_F(SubPages, EveryOneComesWithAnimation) {
+  page->showCustomizeViewController();
+  EXPECT_TRUE(std::dynamic_pointer_cast<StandInPage>(top())->cameAnimated);
+  back();
+  standInFor<StandInPage>("ZVRArrangeModulesViewController");
+  page->showModuleArrangeViewController();
+  EXPECT_TRUE(std::dynamic_pointer_cast<StandInPage>(top())->cameAnimated);
+  back();
+  const auto favorites = platform::make<WatchedFavorites>();
+  page->setFavoriteModulesViewController(favorites);
+  page->showFavoriteModulesViewController();
+  EXPECT_TRUE(favorites->cameAnimated);
 }
 
 TEST_F(SubPages, ArrangeAndCustomizeAreFoundByName) {

@@ -111,6 +111,20 @@ TEST_F(VersionQuery, StandardErrorIsNotShown) {
   EXPECT_EQ(shown, "1");
 }
 
+TEST_F(VersionQuery, StandardInputIsOurs) {
+  process.tree().write("/input", "Version: of the input");
+  const int ours = ::dup(STDIN_FILENO);
+  const int file = ::open(process.tree().rawHostPath("/input").c_str(), O_RDONLY | O_CLOEXEC);
+  ASSERT_GE(file, 0);
+  ::dup2(file, STDIN_FILENO);
+  ::close(file);
+  shellDoes("cat");
+  const Text shown = ask();
+  ::dup2(ours, STDIN_FILENO);
+  ::close(ours);
+  EXPECT_EQ(shown, "of the input");
+}
+
 // The page reads when the pipe is full.
 TEST_F(VersionQuery, LongOutputShowsOnlyItsFirstChunk) {
   shellDoes("head -c 70000 /dev/zero | tr '\\0' x");
