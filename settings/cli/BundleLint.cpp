@@ -16,7 +16,11 @@
 #include "platform/preferences/PSCellType.h"
 #include "platform/preferences/PSItemRules.h"
 #include "platform/preferences/PSListController.h"
+#include "settings/application/Application.h"
 #include "settings/cli/BundleProcess.h"
+#include "settings/cli/ScratchFolder.h"
+#include "settings/cli/SmokeWalk.h"
+#include "settings/device/DeviceTree.h"
 
 namespace settings {
 namespace {
@@ -55,6 +59,7 @@ class BundleLinter {
     for (const fs::path& file : files) {
       if (file.filename() != "Info.plist") lintList(file);
     }
+    if (std::exchange(_process, nullptr)) lintPages();
     return std::move(_findings);
   }
 
@@ -197,6 +202,37 @@ class BundleLinter {
     } catch (const platform::Exception& exception) {
       add(file, row, "the page " + detail + " raises " + exception.what());
     }
+  }
+
+  // Lists that pages name in their code are missed only where the pages are opened: every one is,
+  // on a device that is made for it.
+  void lintPages() {
+    const ScratchFolder scratch;
+    if (scratch.path().empty()) return add("Info.plist", "", "there is no room to open the pages");
+    DeviceTreeOptions installed;
+    installed.bundle = _bundle;
+    const DeviceTreeResult device = DeviceTree::create(scratch.path() / "device", installed);
+    if (!device) return add("Info.plist", "", device.problem);
+    ApplicationOptions options;
+    options.deviceRoot = device.tree->root().string();
+    const ApplicationResult made = Application::create(options);
+    if (!made.application) return add("Info.plist", "", made.error);
+    SmokeReport report;
+    SmokeWalk(*made.application, "lint", report).run();
+    for (const std::string& text : report.brokenPages) addBrokenPage(text);
+  }
+
+  // The text begins with the name of the list. What is wrong with a list that is there, and what
+  // the row above its page was found with, has been told before.
+  void addBrokenPage(const std::string& text) {
+    constexpr std::string_view extension = ".plist";
+    const auto end = text.find(extension);
+    const std::string file =
+        end == std::string::npos ? "Info.plist" : text.substr(0, end + extension.size());
+    const bool isTold = std::ranges::any_of(_findings, [&](const LintFinding& each) {
+      return (each.file == file && each.row.empty()) || each.what.find(text) != std::string::npos;
+    });
+    if (!isTold) add(file, "", "a page cannot be shown: " + text);
   }
 
   fs::path _bundle;

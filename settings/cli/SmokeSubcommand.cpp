@@ -8,7 +8,6 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
-#include <stdlib.h>
 #include <string>
 
 #include "platform/foundation/PropertyList.h"
@@ -16,6 +15,7 @@
 #include "settings/application/FilePane.h"
 #include "settings/cli/DeviceOptions.h"
 #include "settings/cli/PlistInput.h"
+#include "settings/cli/ScratchFolder.h"
 #include "settings/cli/SmokeWalk.h"
 #include "settings/cli/Subcommands.h"
 #include "settings/device/DeviceTree.h"
@@ -34,25 +34,6 @@ constexpr std::array<const char*, 5> smokeSystems = {"13.7", "14.0", "14.8", "15
 constexpr std::array<const char*, 2> smokeAppearances = {"light", "dark"};
 // Seconds of the outside world that a page may wait for a program.
 constexpr double smokePatience = 2;
-
-// A folder that goes away with all in it.
-class ScratchFolder {
- public:
-  ScratchFolder() {
-    std::string pattern = (fs::temp_directory_path() / "zentrova-smoke-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) != nullptr) _path = pattern;
-  }
-  ~ScratchFolder() {
-    std::error_code ignored;
-    if (!_path.empty()) fs::remove_all(_path, ignored);
-  }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-  const fs::path& path() const { return _path; }
-
- private:
-  fs::path _path;
-};
 
 using FileContentsByPath = std::map<std::string, std::string>;
 

@@ -53,7 +53,7 @@ void SmokeWalk::visitPage(const std::string& place, int depth) {
   ++_report.pages;
   const FoundNode page = query().page();
   if (!page) return find(place, "there is no page");
-  noteProblem(page, place);
+  if (const auto text = noteProblem(page, place); !text.empty()) _report.brokenPages.insert(text);
   std::vector<std::string> rows;
   for (const FoundNode& row : query().rows()) rows.push_back(row.id);
   bringIntoSight(rows, place);
@@ -187,11 +187,13 @@ void SmokeWalk::answerCrash(const std::string& row, const std::string& place) {
   _application.perform({{"action", "continue"}, {"node", query().presented().id}});
 }
 
-void SmokeWalk::noteProblem(const FoundNode& node, const std::string& place) {
+std::string SmokeWalk::noteProblem(const FoundNode& node, const std::string& place) {
   const auto problem = node.node->find("problem");
-  if (problem == node.node->end()) return;
-  find(place,
-       problem->is_string() ? problem->get<std::string>() : TreeQuery::text(*problem, "text"));
+  if (problem == node.node->end()) return {};
+  std::string text =
+      problem->is_string() ? problem->get<std::string>() : TreeQuery::text(*problem, "text");
+  find(place, text);
+  return text;
 }
 
 std::size_t SmokeWalk::takeWrites(const std::string& place, const std::string& reason) {

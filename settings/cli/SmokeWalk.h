@@ -27,6 +27,8 @@ struct SmokeReport {
   // a choice in a sheet writes.
   std::set<std::string> expected;
   std::vector<SmokeFinding> findings;
+  // Why pages could not be shown, each text once; they are findings too.
+  std::set<std::string> brokenPages;
 };
 
 // Opens every page that can be reached from the bundle's first one, every row's sub-page and every
@@ -54,7 +56,8 @@ class SmokeWalk {
   bool tap(const std::string& row, const std::string& place);
   bool mustRaise(const std::string& row);
   void answerCrash(const std::string& row, const std::string& place);
-  void noteProblem(const FoundNode& node, const std::string& place);
+  // Gives the problem that the node tells of, which is a finding; no text where there is none.
+  std::string noteProblem(const FoundNode& node, const std::string& place);
   void settle();
   // Writes since the last look are a finding unless they are expected, for which the reason stands.
   std::size_t takeWrites(const std::string& place, const std::string& reason);

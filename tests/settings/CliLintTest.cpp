@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -63,6 +64,23 @@ TEST_F(CliLint, MissingListOfAPageIsFound) {
   std::filesystem::remove(bundle + "/Vibration.plist");
   EXPECT_THAT(lint(), HasSubstr("Root.plist, row"));
   EXPECT_THAT(lint(), HasSubstr("the page ZVRVibrationListController"));
+}
+
+// No row names these: the pages do, in their code.
+TEST_F(CliLint, MissingListThatAPageNamesItselfIsFound) {
+  for (const char* list : {"Customize", "DarkColors", "MediaModule"}) {
+    const std::string file = bundle + "/" + list + ".plist";
+    std::filesystem::rename(file, file + ".away");
+    EXPECT_THAT(lint(), HasSubstr(std::string(list) + ".plist: a page cannot be shown: " + list +
+                                  ".plist cannot be loaded"));
+    std::filesystem::rename(file + ".away", file);
+  }
+}
+
+TEST_F(CliLint, DamagedListIsToldOnce) {
+  folder.write("Zentrova.bundle/LightColors.plist", "<plist>");
+  const std::string output = lint();
+  EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 1) << output;
 }
 
 TEST_F(CliLint, MissingKeyLabelAndPictureAreFound) {
