@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include "platform/foundation/DeviceFileSystem.h"
+#include "platform/foundation/WriterIdentity.h"
 #include "settings/application/FilePane.h"
 #include "tests/settings/ApplicationFixture.h"
 #include "tests/support/FaultySystemCalls.h"
@@ -33,6 +34,37 @@ class ApplicationFilePaneTest : public ApplicationTest {
     return act({{"action", "toggle"}, {"on", on}}, controlNode(identifier));
   }
 };
+
+// What writers that were ended in the middle of a write have left goes when the application starts;
+// what somebody is writing just then stays.
+TEST_F(ApplicationFilePaneTest, LeftoversOfEndedWritersGoWhenTheApplicationStarts) {
+  const std::string configurationFolder = "/private/jb/var/mobile/Library/ControlCenter";
+  TreeWriter(root()).folder(configurationFolder);
+  const auto left = [](const std::string& writer) {
+    return std::string(platform::DeviceFileSystem::temporaryPrefix) + writer +
+           "-0-0123456789abcdef";
+  };
+  const std::string stale = left("999999999-1");
+  const std::string written = left(platform::currentWriter());
+  const std::string preferenceFolder = "/private/jb/var/mobile/Library/Preferences";
+  for (const std::string& place : {preferenceFolder, configurationFolder}) {
+    for (const std::string& name : {stale, written, std::string("other.plist")}) {
+      folder.write("device" + place + "/" + name, "<plist");
+    }
+  }
+  folder.write("device/private/" + stale, "of another folder");
+  open();
+  const auto exists = [this](const std::string& path) {
+    return application().device().fileExists(path);
+  };
+  for (const std::string& place : {preferenceFolder, configurationFolder}) {
+    EXPECT_FALSE(exists(place + "/" + stale)) << place;
+    EXPECT_TRUE(exists(place + "/" + written)) << place;
+    EXPECT_TRUE(exists(place + "/other.plist")) << place;
+  }
+  EXPECT_TRUE(exists("/private/" + stale));
+  EXPECT_EQ(pane()["state"], "missing");
+}
 
 TEST_F(ApplicationFilePaneTest, AMissingFileIsNoProblem) {
   open();
