@@ -185,17 +185,32 @@ Step parseOpacity(LineReader& reader) {
   };
 }
 
+// The first line of the log that holds the text.
+std::optional<std::string> logLineWith(const std::vector<platform::LogEntry>& entries,
+                                       const std::string& text) {
+  for (const auto& entry : entries) {
+    if (entry.message.find(text) != std::string::npos) return entry.message;
+  }
+  return std::nullopt;
+}
+
 Step parseLog(LineReader& reader) {
   return [text = reader.quoted("\"text\"")](ScriptContext& context) {
     std::uint64_t cursor = 0;
     const auto entries = context.application().logEntriesSince(cursor);
-    for (const auto& entry : entries) {
-      if (entry.message.find(text) != std::string::npos) return StepOutcome{};
-    }
+    if (logLineWith(entries, text)) return StepOutcome{};
     const std::string last = entries.empty() ? "the log is empty"
                                              : std::to_string(entries.size()) +
                                                    " lines, the last: " + entries.back().message;
     return StepOutcome::unexpected("a line of the log with " + quote(text), last);
+  };
+}
+
+Step parseNoLog(LineReader& reader) {
+  return [text = reader.quoted("\"text\"")](ScriptContext& context) {
+    std::uint64_t cursor = 0;
+    const auto found = logLineWith(context.application().logEntriesSince(cursor), text);
+    return compare(!found, "no line of the log with " + quote(text), found.value_or(""));
   };
 }
 
@@ -258,6 +273,7 @@ ScriptCommands expectationCommands() {
       {"expect no row", "expect no row ROW", "there is no such row", &parseNoRow},
       {"expect no pref", "expect no pref KEY", "the preference file holds nothing under the key",
        &parseNoPref},
+      {"expect no log", "expect no log \"text\"", "no line of the log holds the text", &parseNoLog},
       {"expect no writes", "expect no writes", "nothing was written since the last `writes`",
        &parseNoWrites},
       {"expect pref", "expect pref KEY TYPE VALUE",

@@ -136,8 +136,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         BadLine{"expect", "nothing is nothing to expect", "allowed are title"},
         BadLine{"expect miracle", "\"miracle\" is nothing to expect", "title, rows, row, no, pref"},
-        BadLine{"expect no", "nothing is nothing to expect", "allowed are row, pref, writes"},
-        BadLine{"expect no log", "\"log\" is nothing to expect", "row, pref, writes"},
+        BadLine{"expect no", "nothing is nothing to expect", "allowed are row, pref, log, writes"},
+        BadLine{"expect no title", "\"title\" is nothing to expect", "row, pref, log, writes"},
+        BadLine{"expect no log", "\"text\" is missing", "expect no log \"text\""},
         BadLine{"expect title", "\"T\" is missing", "expect title \"T\""},
         BadLine{"expect title Zentrova", "a text in double quotes", "expect title \"T\""},
         BadLine{"expect row", "ROW is missing", "expect row ROW [value V]"},
@@ -240,6 +241,7 @@ TEST_F(ScriptLineTest, HelpNamesEveryCommandWithItsUsage) {
                             "expect footer ROW \"text\"",
                             "expect opacity outer|inner N",
                             "expect log \"text\"",
+                            "expect no log \"text\"",
                             "expect spawned PATH ARG...",
                             "expect exception NAME",
                             "expect no writes"}) {
