@@ -1,11 +1,14 @@
 // Plays every script in tests/settings/scripts, each on a device of its own. Beside NAME.script may
-// stand NAME.py, which reads the device's files back with Python's own property list reader
-// afterwards: it gets the folder that stands for "/", and ends with status 0 where all holds.
+// stand NAME.output, all that it prints, and NAME.py, which reads the device's files back with
+// Python's own property list reader afterwards: it gets the folder that stands for "/", and ends
+// with status 0 where all holds.
 
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -37,6 +40,11 @@ std::string fileOf(const std::string& name, const char* extension) {
   return (scripts / (name + extension)).string();
 }
 
+std::string contentsOf(const std::string& file) {
+  std::ifstream in(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
 class Script : public testing::TestWithParam<std::string> {
  protected:
   Script() {
@@ -52,6 +60,10 @@ TEST_P(Script, HoldsWhatItExpects) {
   const ProgramResult played =
       runProgramWith({"script", "--device", device, fileOf(GetParam(), ".script")});
   ASSERT_EQ(played.status, 0) << played.messages << "It printed:\n" << played.output;
+  const std::string output = fileOf(GetParam(), ".output");
+  if (std::filesystem::exists(output)) {
+    EXPECT_EQ(played.output, contentsOf(output));
+  }
   const std::string check = fileOf(GetParam(), ".py");
   if (!std::filesystem::exists(check)) return;
   ProgramRun python;

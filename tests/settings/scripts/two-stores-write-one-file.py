@@ -1,0 +1,7 @@
+"""The view of the store that wrote last, whole."""
+
+import device
+
+preferences = device.preferences()
+device.expect(preferences, {"enabled": False, "closeAfterUse": True})
+device.expect([type(value) for value in preferences.values()], [bool, bool])
