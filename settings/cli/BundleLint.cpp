@@ -230,7 +230,7 @@ class BundleLinter {
     const std::string file =
         end == std::string::npos ? "Info.plist" : text.substr(0, end + extension.size());
     const bool isTold = std::ranges::any_of(_findings, [&](const LintFinding& each) {
-      return (each.file == file && each.row.empty()) || each.what.find(text) != std::string::npos;
+      return (each.file == file && each.row.empty()) || each.what.find(file) != std::string::npos;
     });
     if (!isTold) add(file, "", "a page cannot be shown: " + text);
   }

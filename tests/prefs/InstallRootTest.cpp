@@ -79,6 +79,19 @@ TEST_F(InstallRoot, IsFoundOutAnewInAnotherProcess) {
 
 // The first call may come from any thread, and from several at once: the link is read once.
 TEST_F(InstallRoot, IsTheSameForAllThreads) {
+  const auto readings = [](test_support::TestProcess& of) {
+    return of.systemCalls().count("readlinkat");
+  };
+  std::size_t once = 0;
+  {
+    test_support::TestProcess alone;
+    alone.tree().remove("/var/jb");
+    alone.tree().link("/var/jb", "/first");
+    alone.systemCalls().clearCalls();
+    getRootPath();
+    once = readings(alone);
+    ASSERT_GT(once, 0U);
+  }
   process.tree().link("/var/jb", "/first");
   process.systemCalls().clearCalls();
   std::array<const std::string*, 4> results{};
@@ -92,6 +105,7 @@ TEST_F(InstallRoot, IsTheSameForAllThreads) {
   for (auto& thread : threads) thread.join();
   for (const auto* result : results) EXPECT_EQ(result, results[0]);
   EXPECT_EQ(*results[0], "/first");
+  EXPECT_EQ(readings(process), once);
 }
 
 }  // namespace
