@@ -76,8 +76,6 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Records, FailedExpectation,
     testing::Values(
-        Expectation{"", "expect log \"nothing of the kind\"",
-                    "a line of the log with \"nothing of the kind\"\n", "lines, the last: "},
         Expectation{"", "expect no log \"zentrova id: enabled\"",
                     "no line of the log with \"zentrova id: enabled\"\n",
                     "zentrova id: enabled, value: (null)\n"},
@@ -129,6 +127,13 @@ TEST_F(ScriptExpectationsTest, AFileThatCannotBeReadHoldsNothingAndLacksNothing)
   beside.folder = folder.path();
   EXPECT_EQ(play(damaged + "expect pref k bool true", beside).status, ScriptStatus::failed);
   EXPECT_EQ(play(damaged + "expect no pref k", beside).status, ScriptStatus::failed);
+}
+
+TEST_F(ScriptExpectationsTest, ALineThatIsNotLoggedIsToldWithTheLastOne) {
+  EXPECT_THAT(message("open\nexpect log \"nothing of the kind\""),
+              AllOf(HasSubstr("line 2: expectation failed"),
+                    HasSubstr("expected: a line of the log with \"nothing of the kind\"\n"),
+                    HasSubstr(" lines, the last: zentrova id: problemLink, value: (null)\n")));
 }
 
 TEST_F(ScriptExpectationsTest, ASectionThatIsNotThereIsTold) {
