@@ -47,11 +47,11 @@ class Header : public ChromeTest {
 };
 
 TEST_F(Header, StandsAboveTheRowsWithTheWidthOfThePageAndAHeightOf100) {
+  process.traits().screenWidth = 417;
   page = makePage();
-  const double width = page->view()->frame().width;
+  ASSERT_EQ(page->view()->frame().width, 417);
   ASSERT_TRUE(header());
-  EXPECT_EQ(header()->frame(), (platform::Rect{0, 0, width, 100}));
-  EXPECT_GT(width, 0);
+  EXPECT_EQ(header()->frame(), (platform::Rect{0, 0, 417, 100}));
   EXPECT_GT(page->table()->rectForRowAtIndexPath({0, 0}).y, 100);
 }
 

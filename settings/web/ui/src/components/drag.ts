@@ -4,6 +4,7 @@
 
 import type { Carrying, CarryHost } from './carry.js';
 import { ghostOf } from './ghost.js';
+import { restingHeight } from './glide.js';
 import { motionAllowed, rowEasing } from './motion.js';
 import type { Order, Spot } from './reorder.js';
 
@@ -20,6 +21,9 @@ const mostLooks = 8;
 
 /** Where things are on the table's own scale; the device may be shown smaller than it is. */
 interface Measures { top: number; height: number; scale: number }
+
+/** Where the rows of a section stand once every card has come to rest, in points. */
+interface SectionPlace { card: HTMLElement | undefined; top: number; bottom: number }
 
 interface Finger {
   row: string;
@@ -197,26 +201,12 @@ export class FingerDrag {
   private _spotAt(scroller: HTMLElement, top: number, height: number): Spot | undefined {
     const { carried, order } = this._carrying;
     if (!carried) return undefined;
-    const section = this._sectionAt(scroller, order, top + height / 2);
-    const card = scroller.querySelector<HTMLElement>(`[data-section="${order[section]?.id}"] > .rows`);
+    const places = placesOf(scroller, order);
+    const section = sectionAt(places, top + height / 2);
+    const { card, top: cardTop } = places[section] ?? { card: undefined, top: 0 };
     const others = order[section]?.rows.filter((id) => id !== carried.row) ?? [];
     const gap = carried.spot.section === section ? carried.spot.index : undefined;
-    return { section, index: card ? indexIn(card, others, gap, top, height) : 0 };
-  }
-
-  // The border between two sections is halfway between their rows.
-  private _sectionAt(scroller: HTMLElement, order: Order, middle: number): number {
-    let section = 0;
-    let above = 0;
-    for (const [index, { id }] of order.entries()) {
-      const element = scroller.querySelector<HTMLElement>(`[data-section="${id}"]`);
-      const card = element?.querySelector<HTMLElement>(':scope > .rows');
-      if (!element) continue;
-      const top = card ? card.offsetTop : element.offsetTop + element.offsetHeight;
-      if (index > 0 && middle > (above + top) / 2) section = index;
-      above = card ? card.offsetTop + card.offsetHeight : element.offsetTop + element.offsetHeight;
-    }
-    return section;
+    return { section, index: card ? indexIn(card, others, gap, top - cardTop, height) : 0 };
   }
 
   // --- back to a place in the table ---
@@ -263,8 +253,38 @@ export class FingerDrag {
   }
 }
 
+// A card that still grows or shrinks has not yet moved the ones below it to where they will stand.
+function placesOf(scroller: HTMLElement, order: Order): (SectionPlace | undefined)[] {
+  let late = 0;
+  return order.map(({ id }) => {
+    const section = scroller.querySelector<HTMLElement>(`[data-section="${id}"]`);
+    if (!section) return undefined;
+    const card = section.querySelector<HTMLElement>(':scope > .rows') ?? undefined;
+    if (!card) {
+      const bottom = section.offsetTop + section.offsetHeight + late;
+      return { card, top: bottom, bottom };
+    }
+    const height = restingHeight(card);
+    const top = card.offsetTop + late;
+    late += height - card.offsetHeight;
+    return { card, top, bottom: top + height };
+  });
+}
+
+// The border between two sections is halfway between their rows.
+function sectionAt(places: readonly (SectionPlace | undefined)[], middle: number): number {
+  let section = 0;
+  let above = 0;
+  for (const [index, place] of places.entries()) {
+    if (!place) continue;
+    if (index > 0 && middle > (above + place.top) / 2) section = index;
+    above = place.bottom;
+  }
+  return section;
+}
+
 // Rows above the gap stay there until the picture's top passes their middle, those below until its
-// bottom does.
+// bottom does. `top` is that of the picture, in the points of the card.
 function indexIn(card: HTMLElement, others: readonly string[], gap: number | undefined, top: number, height: number): number {
   const places = new Map(others.map((id, index) => [id, index]));
   let result: number | undefined;
@@ -273,7 +293,7 @@ function indexIn(card: HTMLElement, others: readonly string[], gap: number | und
     const index = places.get(element.dataset['node'] ?? '');
     if (index === undefined) continue;
     first = Math.min(first, index);
-    const middle = card.offsetTop + element.offsetTop + element.offsetHeight / 2;
+    const middle = element.offsetTop + element.offsetHeight / 2;
     const edge = gap === undefined ? top + height / 2 : index < gap ? top : top + height;
     if (edge > middle) result = Math.max(result ?? 0, index + 1);
   }

@@ -11,6 +11,8 @@ interface Place { top: number; height: number; card: HTMLElement; ghost?: HTMLEl
 
 export class RowGlide {
   private _places: Map<string, Place> | undefined;
+  /** The heights at which the cards of those rows were seen. */
+  private readonly _heights = new Map<HTMLElement, number>();
 
   constructor(private readonly _host: HTMLElement) {}
 
@@ -18,9 +20,11 @@ export class RowGlide {
   measure(stay: ReadonlySet<string>): void {
     if (!motionAllowed()) return;
     this._places = new Map();
+    this._heights.clear();
     for (const element of this._rowElements()) {
       const card = element.parentElement as HTMLElement;
       const id = element.dataset['node'] ?? '';
+      this._heights.set(card, card.offsetHeight);
       const ghost = stay.has(id) ? undefined : ghostOf(element);
       this._places.set(id, { top: visibleTop(element, card), height: element.offsetHeight, card, ...(ghost && { ghost }) });
     }
@@ -38,12 +42,19 @@ export class RowGlide {
     for (const place of places.values()) {
       if (place.ghost && place.card.isConnected) leave(place.ghost, place);
     }
-    glideCards(places);
+    glideCards(this._heights);
   }
 
   private _rowElements(): HTMLElement[] {
     return [...this._host.querySelectorAll<HTMLElement>('.rows > .row:not(.ghost)')];
   }
+}
+
+/** The height at which a card comes to rest, in points, also while it grows or shrinks. */
+export function restingHeight(card: HTMLElement): number {
+  const last = card.getAnimations().at(-1)?.effect;
+  const height = last instanceof KeyframeEffect ? last.getKeyframes().at(-1)?.['height'] : undefined;
+  return typeof height === 'string' ? Number.parseFloat(height) : card.offsetHeight;
 }
 
 // Where a row is seen while it is on its way, in the points of its card.
@@ -70,11 +81,12 @@ function leave(ghost: HTMLElement, place: Place): void {
   animateAway(ghost, [{ opacity: 1, transform: 'none' }, { opacity: 0, transform: 'translateY(-14px)' }], rowAnimationMs * 0.7, rowEasing);
 }
 
-function glideCards(places: Map<string, Place>): void {
-  const heights = new Map<HTMLElement, number>();
-  for (const { card, height } of places.values()) heights.set(card, (heights.get(card) ?? 0) + height);
+function glideCards(heights: ReadonlyMap<HTMLElement, number>): void {
   for (const [card, height] of heights) {
-    if (!card.isConnected || card.querySelector('.row-space') || Math.abs(height - card.offsetHeight) < 1) continue;
+    if (!card.isConnected || card.querySelector('.row-space')) continue;
+    // One that is still on its way goes on from there to its new height.
+    for (const animation of card.getAnimations()) animation.cancel();
+    if (Math.abs(height - card.offsetHeight) < 1) continue;
     animate(card, [{ height: `${height}px` }, { height: `${card.offsetHeight}px` }], rowAnimationMs, rowEasing);
   }
 }
