@@ -35,7 +35,7 @@ class BusyScope {
 void keepTitles(json& tree, const json& before) {
   if (!before.contains("nodes")) return;
   for (auto& [identity, node] : tree["nodes"].items()) {
-    if (node.value("kind", "") != "row" || node.value("title", "") != "") continue;
+    if (node.value("kind", "") != "row" || !node.value("title", "").empty()) continue;
     const auto known = before["nodes"].find(identity);
     if (known != before["nodes"].end()) node["title"] = known->value("title", "");
   }
