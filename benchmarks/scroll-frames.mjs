@@ -1,11 +1,11 @@
 // How the page of the favourites scrolls in Chromium with many modules installed.
 //
-//   node benchmarks/scroll-frames.mjs [MODULES] > figures.json
+//   node benchmarks/scroll-frames.mjs [MODULES [POINTS]] > figures.json
 //
-// Opens the page through the program, scrolls it from end to end by 90 points with each frame, and
-// then carries its last row to the top by the drag handle, where the table scrolls by itself. For
-// each frame: how long after the one before it came, and how long the page's own thread worked. A
-// frame counts as dropped where the next one came more than half a frame late. Figures in
+// Opens the page through the program, scrolls it from end to end by so many POINTS (90) with each
+// frame, and then carries its last row to the top by the drag handle, where the table scrolls by
+// itself. For each frame: how long after the one before it came, and how long the page's own thread
+// worked. A frame counts as dropped where the next one came more than half a frame late. Figures in
 // milliseconds; the JSON goes to standard output, a summary to standard error.
 
 import { launchBrowser } from '../tests/web/support/browser.mjs';
@@ -13,7 +13,7 @@ import { openAll } from '../tests/web/support/program.mjs';
 
 const modules = Number(process.argv[2] ?? 1000);
 const frameMs = 1000 / 60;
-const pointsPerFrame = 90;
+const pointsPerFrame = Number(process.argv[3] ?? 90);
 const warmUpPoints = 3000;
 
 /** In the page: collects the intervals of frames until `globalThis.framesDone` is set. */
