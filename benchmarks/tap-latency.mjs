@@ -3,9 +3,9 @@
 //   node benchmarks/tap-latency.mjs [TAPS] > figures.json
 //
 // Taps a switch of the root page in Chromium. The clock starts with the time stamp of the input
-// event. "patched" is when the page has the new state in its document; "rendered" is when the frame
-// that shows it has been handed over for display, which waits for the screen's next refresh; "file"
-// is when a reader that watches the folder has read the new value from the preference file.
+// event. "screen" is when the frame that shows the switch in its new state has been handed over for
+// display, which waits for the screen's next refresh; "file" is when a reader that watches the folder
+// has read the new value from the preference file.
 // Figures in milliseconds; the JSON goes to standard output, a summary to standard error.
 
 import { readFileSync, watch } from 'node:fs';
@@ -26,11 +26,10 @@ function observe(name) {
   let tap;
   globalThis.shown = undefined;
   channel.port1.onmessage = () => {
-    globalThis.shown = { start: origin + tap.start, patched: tap.patched - tap.start, rendered: performance.now() - tap.start };
+    globalThis.shown = { start: origin + tap.start, screen: performance.now() - tap.start };
   };
   addEventListener('click', (event) => { tap = { start: event.timeStamp }; }, { capture: true });
   new MutationObserver(() => {
-    tap.patched = performance.now();
     requestAnimationFrame(() => channel.port2.postMessage(0));
   }).observe(control, { attributes: true, attributeFilter: ['aria-checked'] });
 }
@@ -54,7 +53,7 @@ async function measure(page, device, control) {
   const box = await control.boundingBox();
   await page.mouse.click(box.x + box.width / 2, box.y + box.height / 2);
   const shown = await (await page.waitForFunction(() => globalThis.shown)).jsonValue();
-  return { patched: shown.patched, rendered: shown.rendered, file: (await written) - shown.start };
+  return { screen: shown.screen, file: (await written) - shown.start };
 }
 
 function summary(samples, member) {
@@ -76,9 +75,9 @@ try {
   }
   await close();
   const figures = { taps, unit: 'ms', browser: browser.version() };
-  for (const member of ['patched', 'rendered', 'file']) figures[member] = summary(samples, member);
+  for (const member of ['screen', 'file']) figures[member] = summary(samples, member);
   console.log(JSON.stringify(figures, null, 2));
-  for (const member of ['patched', 'rendered', 'file']) {
+  for (const member of ['screen', 'file']) {
     const { median, p95, max } = figures[member];
     console.error(`${member.padEnd(9)} median ${median} ms, p95 ${p95} ms, max ${max} ms`);
   }

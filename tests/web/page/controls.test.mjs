@@ -1,5 +1,6 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
+import { isDeepStrictEqual } from 'node:util';
 import { launchBrowser } from '../support/browser.mjs';
 import { eventually } from '../support/eventually.mjs';
 import { below, everyKind } from '../support/fixture.mjs';
@@ -41,6 +42,7 @@ const last = (server) => {
   return action;
 };
 
+const isAsked = (server, action) => eventually(() => isDeepStrictEqual(last(server), action), `${JSON.stringify(action)} is asked for`);
 const isOn = (row, on) => row.getByRole('switch', { checked: on }).waitFor();
 const isSelected = (row, title) => row.getByRole('radio', { name: title, checked: true }).waitFor();
 
@@ -48,11 +50,11 @@ test('by mouse: switch, segment, slider, text, button and link say what was done
   const { page, server, row, node, rows, close } = await open();
   await row('enabled').getByRole('switch').click();
   await isOn(row('enabled'), false);
-  assert.deepEqual(last(server), { action: 'toggle', node: node('enabled', 'switch'), on: false });
+  await isAsked(server, { action: 'toggle', node: node('enabled', 'switch'), on: false });
 
   await row('presentationStyle').getByText('Compact').click();
   await isSelected(row('presentationStyle'), 'Compact');
-  assert.deepEqual(last(server), { action: 'segment', node: node('style', 'segmented'), index: 1 });
+  await isAsked(server, { action: 'segment', node: node('style', 'segmented'), index: 1 });
 
   await row('respring').getByRole('button').click();
   await eventually(() => last(server).action === 'tap', 'the tap is sent');
@@ -98,7 +100,7 @@ test('by touch: switch, segment by a drag, slider and scrolling', async () => {
   await touch.send('Input.dispatchTouchEvent', { type: 'touchMove', touchPoints: at(0.2) });
   await touch.send('Input.dispatchTouchEvent', { type: 'touchEnd', touchPoints: [] });
   await isSelected(row('presentationStyle'), 'Full Screen');
-  assert.deepEqual(last(server), { action: 'segment', node: node('style', 'segmented'), index: 0 });
+  await isAsked(server, { action: 'segment', node: node('style', 'segmented'), index: 0 });
 
   const slider = await row('backgroundBlur').getByRole('slider').boundingBox();
   const on = (part) => [{ x: slider.x + slider.width * part, y: slider.y + slider.height / 2 }];
@@ -172,6 +174,23 @@ test('a text is given up with Escape and stands as it was', async () => {
   await close();
 });
 
+test('a switch goes over at once and stands where it was asked to until the answer', async () => {
+  const { server, row, node, close } = await open({}, () => undefined);
+  const control = row('enabled').getByRole('switch');
+  await control.click();
+  await isOn(row('enabled'), false);
+  await isAsked(server, { action: 'toggle', node: node('enabled', 'switch'), on: false });
+  await control.click();
+  await isOn(row('enabled'), true);
+  await isAsked(server, { action: 'toggle', node: node('enabled', 'switch'), on: true });
+
+  const [first, second] = server.actions.map((action) => action.sequence);
+  server.patch([replace(node('enabled', 'switch'), 'on', false)], first);
+  server.patch([], second);
+  await isOn(row('enabled'), false);
+  await close();
+});
+
 test('what the bundle refuses snaps back and is said aloud', async () => {
   const { page, server, row, close } = await open({}, () => 'The bundle takes no such value.');
   await row('enabled').getByRole('switch').click();
@@ -202,7 +221,7 @@ test('a disabled row is dimmed and takes nothing', async () => {
   assert.equal(await row('arrangeModules').locator('.texts').evaluate((texts) => getComputedStyle(texts).opacity), '0.4');
   await button.click({ force: true });
   await row('enabled').getByRole('switch').click();
-  await isOn(row('enabled'), false);
+  await eventually(() => last(server).action === 'toggle', 'the switch is heard');
   assert.deepEqual(server.actions.map((action) => action.action), ['toggle']);
   await close();
 });
@@ -214,7 +233,7 @@ test('a locked segmented control is dimmed and takes nothing', async () => {
   await row('presentationStyle').locator('.segment:disabled').first().waitFor();
   await row('presentationStyle').getByText('Compact').click({ force: true });
   await row('enabled').getByRole('switch').click();
-  await isOn(row('enabled'), false);
+  await eventually(() => last(server).action === 'toggle', 'the switch is heard');
   assert.deepEqual(server.actions.map((action) => action.node), [node('enabled', 'switch')]);
   assert.equal(await row('presentationStyle').locator('.cell').evaluate((element) => getComputedStyle(element).opacity), '0.6');
   await close();

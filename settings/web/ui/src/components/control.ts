@@ -1,9 +1,9 @@
 import { html, type TemplateResult } from 'lit';
 import type { Kind } from '../protocol/tree.js';
 import type { Context } from './context.js';
-import { switchControl } from './switch.js';
 import './segmented.js';
 import './slider.js';
+import './switch.js';
 import './text-field.js';
 
 /** The kinds that take input by themselves, inside a row or alone. */
@@ -16,7 +16,7 @@ export function controlFor(context: Context, id: string, name: string, enabled: 
   const called = node.label ?? name;
   const off = !enabled || node.interactive === false || ('enabled' in node && node.enabled === false);
   switch (node.kind) {
-    case 'switch': return switchControl(context, id, node, called, !off);
+    case 'switch': return html`<zv-switch .context=${context} .node=${node} .nodeId=${id} .name=${called} .disabled=${off}></zv-switch>`;
     case 'segmented': return html`<zv-segmented .context=${context} .node=${node} .nodeId=${id} .name=${called} .disabled=${off}></zv-segmented>`;
     case 'slider': return html`<zv-slider .context=${context} .node=${node} .nodeId=${id} .name=${called} .disabled=${off}></zv-slider>`;
     case 'textField': return html`<zv-text-field .context=${context} .node=${node} .nodeId=${id} .name=${called} .disabled=${off}></zv-text-field>`;
