@@ -30,7 +30,7 @@ as_root() {
 
 packages_run=(
   g++ cmake ninja-build python3 ca-certificates
-  libboost1.81-dev nlohmann-json3-dev libcli11-dev libspdlog-dev libpng-dev libjpeg62-turbo-dev
+  libboost1.81-dev nlohmann-json3-dev libcli11-dev libpng-dev libjpeg62-turbo-dev
 )
 packages_test=(
   git clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev
