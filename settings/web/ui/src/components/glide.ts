@@ -21,12 +21,13 @@ export class RowGlide {
     if (!motionAllowed()) return;
     this._places = new Map();
     this._heights.clear();
+    const moving = this._moving();
     for (const element of this._rowElements()) {
       const card = element.parentElement as HTMLElement;
       const id = element.dataset['node'] ?? '';
       this._heights.set(card, card.offsetHeight);
       const ghost = stay.has(id) ? undefined : ghostOf(element);
-      this._places.set(id, { top: visibleTop(element, card), height: element.offsetHeight, card, ...(ghost && { ghost }) });
+      this._places.set(id, { top: moving.has(element) ? visibleTop(element, card) : element.offsetTop, height: element.offsetHeight, card, ...(ghost && { ghost }) });
     }
   }
 
@@ -35,14 +36,24 @@ export class RowGlide {
     const places = this._places;
     this._places = undefined;
     if (!places) return;
-    for (const element of this._rowElements()) {
-      const id = element.dataset['node'] ?? '';
-      if (!away(id)) glideTo(element, places.get(id), came(id));
+    for (const { element, id, top } of this._standing()) {
+      if (!away(id)) glideTo(element, top, places.get(id), came(id));
     }
     for (const place of places.values()) {
       if (place.ghost && place.card.isConnected) leave(place.ghost, place);
     }
     glideCards(this._heights);
+  }
+
+  /** What is on its way in the table; asked for at once, since each asking brings the styles up to date. */
+  private _moving(): Set<Element | null> {
+    const effects = this._host.getAnimations({ subtree: true }).map((animation) => animation.effect);
+    return new Set(effects.map((effect) => (effect instanceof KeyframeEffect ? effect.target : null)));
+  }
+
+  // All are measured before the first one is set in motion: in turns, each would be laid out anew.
+  private _standing(): { element: HTMLElement; id: string; top: number }[] {
+    return this._rowElements().map((element) => ({ element, id: element.dataset['node'] ?? '', top: element.offsetTop }));
   }
 
   private _rowElements(): HTMLElement[] {
@@ -59,15 +70,14 @@ export function restingHeight(card: HTMLElement): number {
 
 // Where a row is seen while it is on its way, in the points of its card.
 function visibleTop(element: HTMLElement, card: HTMLElement): number {
-  if (element.getAnimations().length === 0) return element.offsetTop;
   const box = card.getBoundingClientRect();
   const scale = card.offsetWidth > 0 ? box.width / card.offsetWidth : 1;
   return (element.getBoundingClientRect().top - box.top) / scale;
 }
 
-function glideTo(element: HTMLElement, before: Place | undefined, came: boolean): void {
+function glideTo(element: HTMLElement, top: number, before: Place | undefined, came: boolean): void {
   if (before?.card === element.parentElement) {
-    const way = before.top - element.offsetTop;
+    const way = before.top - top;
     if (way !== 0) animate(element, [{ transform: `translateY(${way}px)` }, { transform: 'none' }], rowAnimationMs, rowEasing);
   } else if (before || came) {
     animate(element, [{ opacity: 0, transform: 'translateY(-14px)' }, { opacity: 1, transform: 'none' }], rowAnimationMs, rowEasing);
