@@ -157,6 +157,25 @@ test('a text that does not fit on its one line ends in an ellipsis', async () =>
   await context.close();
 });
 
+test('a text from right to left that does not fit loses its end, and stands at the left', async () => {
+  const b = new TreeBuilder();
+  const rows = ['שלום '.repeat(50), 'שלום'].map((text) => b.valueRow(undefined, text, ''));
+  const { page, context } = await openAlone(browser, b.tree(b.page('Rows', [b.section(undefined, undefined, rows)])));
+  const [long, short] = await page.locator('.text').evaluateAll((texts) => texts.map((text) => {
+    const written = [...text.childNodes].find(({ nodeType }) => nodeType === Node.TEXT_NODE);
+    const first = document.createRange();
+    first.setStart(written, 0);
+    first.setEnd(written, 1);
+    const box = text.getBoundingClientRect();
+    const letter = first.getBoundingClientRect();
+    return { shown: letter.left >= box.left && letter.right <= box.right + 1, left: box.left, width: box.width };
+  }));
+  assert.ok(long.shown, 'its beginning is shown');
+  assert.equal(short.left, long.left);
+  assert.ok(short.width < long.width);
+  await context.close();
+});
+
 test('the line below a row begins where its own text does, and the last row has none', async () => {
   const b = new TreeBuilder();
   const rows = [b.linkRow('link', 'Manual', { subtitle: 'How everything works' }), b.valueRow('plain', 'Version', '1.0'), b.valueRow('last', 'Made for', 'phones')];

@@ -114,9 +114,10 @@ function texts(context: Context, cell: CellNode): TemplateResult | typeof nothin
   </span>`;
 }
 
+// A text has the direction of its own writing and stands at the left in either: what does not fit is its end.
 function line(context: Context, text: Text, kind: 'text' | 'detail'): TemplateResult {
   const alone = (text.lines ?? 1) === 1;
-  return html`<span class="${kind} ${alone ? 'one-line' : ''}" ${styled({
+  return html`<span dir="auto" class="${kind} ${alone ? 'one-line' : ''}" ${styled({
     color: cssTextColor(text.color, isDark(context) ? 'dark' : 'light'),
     opacity: text.alpha,
     'font-size': text.size && text.size !== standardTextSize ? `calc(${text.size}px * var(--text-scale))` : undefined,

@@ -68,7 +68,7 @@ function viewContent(context: Context, id: string, node: TreeNode, colors: TextC
 }
 
 function label(context: Context, node: LabelNode, colors: TextColors): TemplateResult {
-  return html`<span class="label" ${styled({
+  return html`<span dir="auto" class="label" ${styled({
     color: colors === 'exact' ? cssColor(node.color) : cssTextColor(node.color, isDark(context) ? 'dark' : 'light'),
     'font-size': node.size ? `calc(${node.size}px * var(--text-scale))` : undefined,
     'font-weight': cssWeight(node.weight),
