@@ -70,6 +70,20 @@ test('a large title gives way to the small one when it has scrolled under the ba
   await context.close();
 });
 
+test('the way back is called by the page below where that has room beside the title that is shown', async () => {
+  const bar = { largeTitle: true, title: 'Connectivity & Favorites', back: 'Arrage modules' };
+  const { page, context } = await openAlone(browser, everyKind({}, bar).tree, { viewport: { width: 390, height: 600 } });
+  const back = page.getByRole('button', { name: 'Back to Arrage modules' });
+  const says = (text) => eventually(async () => (await back.innerText()).trim() === text, text);
+  const scrollTo = (top) => page.locator('.table-scroll').evaluate((scroller, place) => { scroller.scrollTop = place; }, top);
+  await says('Arrage modules');
+  await scrollTo(160);
+  await says('Back');
+  await scrollTo(0);
+  await says('Arrage modules');
+  await context.close();
+});
+
 test('of nested navigation the outer bar fades the title and the inner one goes back', async () => {
   const b = new TreeBuilder();
   const { page: id } = b.page('Inner', [b.section(undefined, undefined, [b.switchRow('a', 'A', true)])]);

@@ -45,6 +45,9 @@ export class ZvNavigation extends LightElement {
   private _page: string | undefined;
   private _history: string[] = [];
   private _leaving: HTMLElement | undefined;
+  private readonly _room = new ResizeObserver(() => this._fitBack());
+  private _lead: Element | null = null;
+  private _backTitle: string | undefined;
 
   /** Ends when the page's table is drawn, too. */
   protected override async getUpdateComplete(): Promise<boolean> {
@@ -80,12 +83,13 @@ export class ZvNavigation extends LightElement {
 
   private _bar(shown: Shown): TemplateResult {
     const { back } = shown;
-    const opacity = shown.largeTitle && !this._collapsed ? 0 : shown.titleOpacity;
-    return html`<header class="bar">
-      ${back
+    const isLarge = shown.largeTitle && !this._collapsed;
+    const opacity = isLarge ? 0 : shown.titleOpacity;
+    return html`<header class="bar ${isLarge ? 'large' : ''}">
+      <div class="bar-lead">${back
         ? html`<button class="back" type="button" aria-label="Back to ${back.title || 'the page before'}"
-            @click=${() => void this.context.act({ action: 'back', node: back.node })}>${chevronLeft()}<span>${back.title || 'Back'}</span></button>`
-        : html`<span></span>`}
+            @click=${() => void this.context.act({ action: 'back', node: back.node })}>${chevronLeft()}<span class="back-title">${back.title || 'Back'}</span><span class="back-short">Back</span></button>`
+        : nothing}</div>
       ${shown.largeTitle
         ? html`<span class="bar-title" aria-hidden="true" ${styled({ opacity })}>${shown.title}</span>`
         : html`<h1 class="bar-title" ${styled({ opacity })}>${shown.title}</h1>`}
@@ -130,12 +134,31 @@ export class ZvNavigation extends LightElement {
 
   protected override updated(changed: PropertyValues): void {
     super.updated(changed);
-    const page = shownBy(this.context.tree, this.nodeId).page;
+    const { page, back } = shownBy(this.context.tree, this.nodeId);
+    this._watchBack(back?.title);
     const left = this._leaving;
     this._leaving = undefined;
     if (page !== this._page) this._arrived(page);
     if (left) this._playTransition(left, page);
     this._page = page;
+  }
+
+  // The title of the page below gives way to a short word where it has no room beside the title. That
+  // is measured when the room has changed, and not with every change of the tree.
+  private _watchBack(title: string | undefined): void {
+    const lead = this.querySelector('.bar-lead');
+    if (lead === this._lead && title === this._backTitle) return;
+    this._lead = lead;
+    this._backTitle = title;
+    this._room.disconnect();
+    if (lead) this._room.observe(lead);
+  }
+
+  private _fitBack(): void {
+    const back = this._lead?.querySelector('.back');
+    back?.classList.remove('short');
+    const title = back?.querySelector('.back-title');
+    if (title && title.scrollWidth > title.clientWidth) back?.classList.add('short');
   }
 
   private _arrived(page: string | undefined): void {
