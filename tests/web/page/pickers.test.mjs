@@ -121,6 +121,22 @@ test('what was picked last is told before the picker is closed', async () => {
   await context.close();
 });
 
+test('what was picked last stays shown when the picker is closed before it is answered', async () => {
+  const { page, context, server, shown } = await openPicker({ color: { rgba } });
+  const sample = () => page.locator('.color-sample i').evaluate((each) => getComputedStyle(each).backgroundColor);
+  server.answer(() => undefined);
+  await page.getByRole('gridcell', { name: 'black, 000000' }).click();
+  await page.getByRole('gridcell', { name: 'white, FFFFFF' }).click();
+  await page.getByRole('button', { name: 'Close' }).click();
+  await eventually(() => server.actions.at(-1)?.action === 'close', 'the picker is closed');
+  const [first] = server.actions;
+  server.patch([{ op: 'replace', path: `/nodes/${first.node}/color`, value: { rgba: first.rgba } }], first.sequence);
+  for (let frame = 0; frame < 2; frame += 1) await page.evaluate(() => new Promise(requestAnimationFrame));
+  assert.equal(await sample(), 'rgb(255, 255, 255)');
+  assert.equal(await shown(), '#FFFFFF');
+  await context.close();
+});
+
 test('an answer that comes after the picker was closed brings no colour back', async () => {
   const { page, context, server, picks } = await openPicker({ color: { rgba } });
   server.answer(() => undefined);

@@ -36,8 +36,9 @@ export class ZvColorPicker extends LightElement {
   declare private _draft: Rgba | undefined;
   // The components of a colour that is given by its name.
   declare private _named: Rgba | undefined;
-  // What is on its way to the application.
+  // What is on its way to the application, and what ends when that is answered.
   private _told: Rgba | undefined;
+  private _answer: Promise<void> | undefined;
 
   constructor() {
     super();
@@ -101,8 +102,7 @@ export class ZvColorPicker extends LightElement {
 
   // What has not been told yet is told before, and nothing afterwards.
   private readonly _close = (): void => {
-    if (this._draft && this._draft !== this._told) void this._tell(this._draft);
-    this._draft = undefined;
+    this._tellLast();
     void this.context.act({ action: 'close', node: this.nodeId });
   };
 
@@ -111,18 +111,22 @@ export class ZvColorPicker extends LightElement {
     if (!this._told) void this._tellAll();
   };
 
+  // The colour that was picked last stays until it has been answered, also where that is told at the end.
   private async _tellAll(): Promise<void> {
-    while (this._draft) {
-      const rgba = this._draft;
-      await this._tell(rgba);
-      if (this._draft === rgba) this._draft = undefined;
-    }
+    let answer: Promise<void> | undefined;
+    do {
+      this._tellLast();
+      answer = this._answer;
+      await answer;
+    } while (this._draft !== this._told || this._answer !== answer);
+    this._draft = undefined;
     this._told = undefined;
   }
 
-  private _tell(rgba: Rgba): Promise<void> {
-    this._told = rgba;
-    return this.context.act({ action: 'pick', node: this.nodeId, rgba });
+  private _tellLast(): void {
+    if (!this._draft || this._draft === this._told) return;
+    this._told = this._draft;
+    this._answer = this.context.act({ action: 'pick', node: this.nodeId, rgba: this._draft });
   }
 }
 
