@@ -113,6 +113,20 @@ test('a row whose text is a view of its own has its accessory at the right', asy
   await context.close();
 });
 
+test('at the largest text size what stands in a row of a fixed height keeps to it, and segments to their own width', async () => {
+  const b = new TreeBuilder({ textScale: 2.35 });
+  const cell = b.cell({ cellType: 'PSButtonCell' });
+  b.nodes[cell].children.push(b.add({ kind: 'label', frame: [10, 11, 300, 22], string: 'Background', size: 17 }));
+  const segments = ['Rounded', 'Circle', 'Square'];
+  const rows = [b.row('color', 'Background', cell), b.segmentRow('shape', 'Shape', segments, 0)];
+  const { page, context } = await openAlone(browser, b.tree(b.page('Sizes', [b.section(undefined, undefined, rows)])));
+  const label = await page.locator('.label').boundingBox();
+  assert.ok(label.height <= 36, `there is room above and below ${label.height} points of text`);
+  const widths = await page.locator('.segment').evaluateAll((all) => all.map(({ scrollWidth, clientWidth }) => scrollWidth - clientWidth));
+  assert.deepEqual(widths, [0, 0, 0]);
+  await context.close();
+});
+
 test('a scroll that comes too late is refused without a word, a tap is not', async () => {
   const { tree } = everyKind();
   const { page, context, server } = await openAlone(browser, tree);

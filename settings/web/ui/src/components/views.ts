@@ -67,10 +67,11 @@ function viewContent(context: Context, id: string, node: TreeNode, colors: TextC
   }
 }
 
+// A label lies in a frame that does not grow with the text size, so that it grows less than a cell's own texts.
 function label(context: Context, node: LabelNode, colors: TextColors): TemplateResult {
   return html`<span dir="auto" class="label" ${styled({
     color: colors === 'exact' ? cssColor(node.color) : cssTextColor(node.color, isDark(context) ? 'dark' : 'light'),
-    'font-size': node.size ? `calc(${node.size}px * var(--text-scale))` : undefined,
+    'font-size': node.size ? `calc(${node.size}px * min(var(--text-scale), 1.6))` : undefined,
     'font-weight': cssWeight(node.weight),
     'text-align': node.alignment === 'natural' ? undefined : node.alignment,
     '-webkit-line-clamp': node.lines || undefined,
