@@ -1,6 +1,7 @@
 #include "settings/application/TreeQuery.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace settings {
@@ -8,6 +9,9 @@ namespace settings {
 using nlohmann::json;
 
 namespace {
+
+// A page may have thousands of rows; a message of all their names would hide what it says.
+constexpr std::size_t mostRowsTold = 50;
 
 std::string kindOf(const FoundNode& found) {
   return found ? TreeQuery::text(*found.node, "kind") : std::string();
@@ -159,10 +163,13 @@ std::string TreeQuery::rowName(const json& row) {
 }
 
 std::string TreeQuery::rowNames() const {
+  const auto all = rows();
+  const std::size_t told = std::min(all.size(), mostRowsTold);
   std::string names;
-  for (const FoundNode& row : rows()) {
-    names += (names.empty() ? "" : ", ") + rowName(*row.node);
+  for (std::size_t index = 0; index < told; ++index) {
+    names += (names.empty() ? "" : ", ") + rowName(*all[index].node);
   }
+  if (told < all.size()) names += " and " + std::to_string(all.size() - told) + " more";
   return names.empty() ? "none" : names;
 }
 

@@ -51,7 +51,7 @@ class TreeQuery {
   // the title of the selected segment, or the detail text. Null where it shows none or is out of
   // sight.
   nlohmann::json shownValue(const FoundNode& row) const;
-  // The names of all rows, for messages: `#identifier` or label.
+  // The names of the rows, for messages: `#identifier` or label; of many the first ones.
   std::string rowNames() const;
   static std::string rowName(const nlohmann::json& row);
 

@@ -145,6 +145,17 @@ TEST_F(ScriptCommandsTest, ARowThatIsNotThereIsToldWithThoseThatAre) {
   EXPECT_THAT(failed("tap 99 0"), HasSubstr("there is no row 99 0"));
 }
 
+TEST_F(ScriptCommandsTest, OfThousandsOfRowsTheFirstAreTold) {
+  json rows = json::array();
+  for (int row = 0; row < 2000; ++row) {
+    rows.push_back({{"cell", "PSButtonCell"}, {"id", "r" + std::to_string(row)}, {"label", "R"}});
+  }
+  useRows(rows);
+  EXPECT_THAT(failed("tap #absent"),
+              AllOf(HasSubstr("there are #r0, #r1, "), HasSubstr("#r49 and 1950 more\n"),
+                    Not(HasSubstr("#r50"))));
+}
+
 TEST_F(ScriptCommandsTest, SetTakesTheWordsOfASwitch) {
   for (const char* on : {"on", "true", "yes", "1"}) {
     played("set #presentFullyExpanded off\nset #presentFullyExpanded " + std::string(on) +
