@@ -161,13 +161,7 @@ ActionResult Application::runAtEdge(const std::string& where, const std::functio
 }
 
 ActionResult Application::setTrait(std::string_view name, std::string_view value) {
-  if (name == "neighbour") {
-    if (_state->neighbours.switchOff(value)) return {};
-    std::string known;
-    for (const auto& each : _state->neighbours.names()) known += " " + each;
-    return refused("\"" + std::string(value) +
-                   "\" is no neighbour; there are:" + (known.empty() ? " none" : known));
-  }
+  if (name == "neighbour") return _state->switchNeighbour(value);
   if (name == controlCenterRowTrait) {
     const auto row = controlCenterRowNamed(value);
     if (!row) return refused(controlCenterRowProblem(value));

@@ -128,6 +128,20 @@ ActionResult Application::State::runAction(const std::string& where,
   return runAtEdge(where, work);
 }
 
+ActionResult Application::State::switchNeighbour(std::string_view value) {
+  const auto space = std::min(value.find(' '), value.size());
+  const std::string name(value.substr(0, space));
+  const std::string_view way = value.substr(space);
+  if (way != " on" && way != " off") return refused("what follows CLASS is on or off");
+  if (way == " on" ? neighbours.switchOn(name) : neighbours.switchOff(name)) {
+    treeIsStale = true;
+    return {};
+  }
+  std::string known;
+  for (const auto& each : neighbours.names()) known += " " + each;
+  return refused("\"" + name + "\" is no neighbour; there are:" + known);
+}
+
 void Application::State::tellObservers() {
   stage.look(*process, [this](TransitionKind kind, double seconds) {
     for (auto* observer : observers) observer->transitioned(kind, seconds);
@@ -184,8 +198,8 @@ void Application::State::refresh() {
   if (!waitingNode.empty()) return;
   if (!std::exchange(treeIsStale, false) && revision > 0) return;
   beginTurn();
-  SnapshotRequest request{process.get(), &photos, crash ? &*crash : nullptr,
-                          crashToken,    true,    identityBase};
+  SnapshotRequest request{process.get(), &photos,    crash ? &*crash : nullptr, crashToken, true,
+                          identityBase,  &neighbours};
   std::optional<platform::ProcessScope> scope;
   if (process) scope.emplace(process->process());
   const NamedImages before = std::exchange(snapshot.targets.images, {});

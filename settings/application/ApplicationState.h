@@ -45,6 +45,8 @@ struct Application::State {
   ActionResult useHand(const nlohmann::json& action);
   // What the pages ask the device's folders for is looked at anew from here on.
   void beginTurn();
+  // "CLASS off" or "CLASS on".
+  ActionResult switchNeighbour(std::string_view value);
   void tellObservers();
   // Restarts of the home screen that have ended well since the last look.
   void announceRestarts();

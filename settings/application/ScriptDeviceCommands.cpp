@@ -28,7 +28,10 @@ Step parseTrait(LineReader& reader) {
   std::string value;
   if (name == "neighbour") {
     value = reader.word("CLASS");
-    if (!reader.error() && !reader.skip("off")) reader.fail("what follows CLASS is off");
+    if (reader.error()) return {};
+    const bool isOn = reader.skip("on");
+    if (!isOn && !reader.skip("off")) reader.fail("what follows CLASS is on or off");
+    value += isOn ? " on" : " off";
   } else {
     value = reader.word("VALUE");
     if (reader.error()) return {};
@@ -126,7 +129,8 @@ ScriptCommands deviceCommands() {
   return {
       {"trait", "trait NAME VALUE",
        "sets a trait of the device: idiom, system, screen, appearance, tint, text; or, from the "
-       "next `open` on, neighbour CLASS off, or controlCenterRow present|missing|raises, the row "
+       "next `open` on, neighbour CLASS on|off, or controlCenterRow present|missing|raises, the "
+       "row "
        "of the application's own list that the bundle's page asks for",
        &parseTrait},
       {"put", "put PATH JSON|@FILE", "writes a property list, or the bytes of a file", &parsePut},

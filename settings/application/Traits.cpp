@@ -120,7 +120,7 @@ std::optional<std::string> changeTrait(DeviceTraits& traits, std::string_view na
     names += (names.empty() ? "" : ", ") + trait.help.name;
   }
   return "there is no trait \"" + std::string(name) + "\"; there are " + names +
-         ", controlCenterRow and neighbour CLASS off";
+         ", controlCenterRow and neighbour CLASS on|off";
 }
 
 }  // namespace settings

@@ -13,6 +13,7 @@
 #include "settings/application/PresentedNodes.h"
 #include "settings/application/ProblemPage.h"
 #include "settings/application/SettingsProcess.h"
+#include "settings/neighbours/NeighbourRegistry.h"
 
 namespace settings {
 
@@ -135,7 +136,13 @@ std::string addCrash(NodeWriter& writer, const CrashReport& crash, std::uint64_t
   return writer.add(token, {NodeKind::crash, {}, 0}, std::move(node), {});
 }
 
-json deviceJson(const platform::DeviceTraits& traits) {
+json neighboursJson(const NeighbourRegistry& neighbours) {
+  json result = json::object();
+  for (const auto& name : neighbours.names()) result[name] = neighbours.isOn(name);
+  return result;
+}
+
+json deviceJson(const platform::DeviceTraits& traits, const NeighbourRegistry& neighbours) {
   const bool isPad = traits.idiom == platform::UserInterfaceIdiom::pad;
   const bool isDark = traits.appearance == platform::UserInterfaceStyle::dark;
   return {{"idiom", isPad ? "pad" : "phone"},
@@ -146,7 +153,8 @@ json deviceJson(const platform::DeviceTraits& traits) {
             {"scale", traits.screenScale}}},
           {"appearance", isDark ? "dark" : "light"},
           {"textScale", traits.textScale},
-          {"tint", traits.tint}};
+          {"tint", traits.tint},
+          {"neighbours", neighboursJson(neighbours)}};
 }
 
 std::string addWindow(NodeWriter& writer, const SnapshotRequest& request) {
@@ -167,7 +175,7 @@ TreeSnapshot makeTreeSnapshot(const SnapshotRequest& request,
   NodeWriter writer(request.identityBase);
   TreeSnapshot result;
   const std::string root = addWindow(writer, request);
-  result.tree = {{"root", root}, {"device", deviceJson(traits)}};
+  result.tree = {{"root", root}, {"device", deviceJson(traits, *request.neighbours)}};
   result.tree["nodes"] = std::move(writer.nodes());
   result.targets = std::move(writer.targets());
   result.largestIdentity = writer.largest();

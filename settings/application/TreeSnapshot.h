@@ -9,6 +9,7 @@
 
 namespace settings {
 
+class NeighbourRegistry;
 class PhotoLibrary;
 class SettingsProcess;
 struct CrashReport;
@@ -27,6 +28,7 @@ struct SnapshotRequest {
   std::uint64_t crashToken = 0;
   bool withPages = true;  // false where asking the pages raises
   std::uint64_t identityBase = 0;
+  const NeighbourRegistry* neighbours = nullptr;  // not null
 };
 
 // Turns what the application shows into a tree of nodes. Asks the tables' data sources, so that it

@@ -14,16 +14,30 @@ std::vector<std::string> NeighbourRegistry::names() const {
   return result;
 }
 
-bool NeighbourRegistry::switchOff(std::string_view className) {
-  const bool known = std::ranges::any_of(
+bool NeighbourRegistry::isKnown(std::string_view className) const {
+  return std::ranges::any_of(
       _neighbours, [&](const Neighbour& neighbour) { return neighbour.className == className; });
-  if (known) _off.emplace(className);
-  return known;
+}
+
+bool NeighbourRegistry::switchOff(std::string_view className) {
+  if (!isKnown(className)) return false;
+  _off.emplace(className);
+  return true;
+}
+
+bool NeighbourRegistry::switchOn(std::string_view className) {
+  if (!isKnown(className)) return false;
+  std::erase_if(_off, [&](const std::string& each) { return each == className; });
+  return true;
+}
+
+bool NeighbourRegistry::isOn(std::string_view className) const {
+  return isKnown(className) && !_off.contains(className);
 }
 
 void NeighbourRegistry::registerClasses(platform::ClassRegistry& registry) const {
   for (const Neighbour& neighbour : _neighbours) {
-    if (!_off.contains(neighbour.className)) neighbour.registerClass(registry);
+    if (isOn(neighbour.className)) neighbour.registerClass(registry);
   }
 }
 

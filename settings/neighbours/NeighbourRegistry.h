@@ -22,12 +22,17 @@ class NeighbourRegistry {
   explicit NeighbourRegistry(std::vector<Neighbour> neighbours = {});
 
   std::vector<std::string> names() const;
-  // Counts for processes that start from now on. False where there is no neighbour of that name.
+  // Both count for processes that start from now on. False where there is no neighbour of that
+  // name.
   bool switchOff(std::string_view className);
+  bool switchOn(std::string_view className);
+  bool isOn(std::string_view className) const;
   // Registers those that are not switched off.
   void registerClasses(platform::ClassRegistry& registry) const;
 
  private:
+  bool isKnown(std::string_view className) const;
+
   std::vector<Neighbour> _neighbours;
   std::set<std::string, std::less<>> _off;
 };

@@ -6,6 +6,7 @@
 #include <map>
 #include <set>
 
+#include "platform/foundation/Process.h"
 #include "platform/uikit/UIImage.h"
 #include "platform/uikit/UIImageView.h"
 #include "settings/application/SettingsProcess.h"
@@ -16,6 +17,7 @@ namespace {
 
 using nlohmann::json;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 
 enum class Need { always, sometimes };
 
@@ -202,7 +204,39 @@ TEST_F(ApplicationTreeTest, TheWholeHasRootNodesRevisionAndTheDevice) {
                   {"screen", {{"width", 390.0}, {"height", 844.0}, {"scale", 3.0}}},
                   {"appearance", "light"},
                   {"textScale", 1.0},
-                  {"tint", "007AFFFF"}}));
+                  {"tint", "007AFFFF"},
+                  {"neighbours",
+                   {{"CCSModuleRepository", true},
+                    {"ZVModuleRepository", true},
+                    {"CCUISettingsListController", true},
+                    {"CCUISettingsModulesController", true}}}}));
+}
+
+TEST_F(ApplicationTreeTest, ANeighbourThatIsSwitchedIsThereOrNotFromTheNextOpening) {
+  const auto isThere = [this] {
+    bool found = false;
+    const auto look = [&] {
+      found = platform::Process::current().classes().find("CCSModuleRepository") != nullptr;
+    };
+    EXPECT_TRUE(application().runAtEdge("a look", look));
+    return found;
+  };
+  const auto set = [this](const char* value) {
+    return application().perform({{"action", "trait"}, {"name", "neighbour"}, {"value", value}});
+  };
+  open();
+  EXPECT_TRUE(set("CCSModuleRepository off"));
+  EXPECT_EQ(tree()["device"]["neighbours"]["CCSModuleRepository"], false);
+  EXPECT_EQ(tree()["device"]["neighbours"]["ZVModuleRepository"], true);
+  EXPECT_TRUE(isThere()) << "what runs already has it";
+  open();
+  EXPECT_FALSE(isThere());
+  EXPECT_TRUE(set("CCSModuleRepository on"));
+  EXPECT_EQ(tree()["device"]["neighbours"]["CCSModuleRepository"], true);
+  open();
+  EXPECT_TRUE(isThere());
+  EXPECT_THAT(set("CCSModuleRepository").message, HasSubstr("on or off"));
+  EXPECT_THAT(set("Nobody on").message, HasSubstr("\"Nobody\" is no neighbour"));
 }
 
 TEST_F(ApplicationTreeTest, EveryNodeOfTheRootPageHasItsDocumentedMembers) {

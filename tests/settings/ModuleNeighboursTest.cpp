@@ -195,5 +195,21 @@ TEST_F(ModuleNeighbours, EachClassCanBeSwitchedOff) {
   }
 }
 
+TEST_F(ModuleNeighbours, SwitchedOffClassesCanBeSwitchedOnAgain) {
+  NeighbourRegistry switched{moduleNeighbours()};
+  EXPECT_TRUE(switched.isOn("CCSModuleRepository"));
+  ASSERT_TRUE(switched.switchOff("CCSModuleRepository"));
+  EXPECT_FALSE(switched.isOn("CCSModuleRepository"));
+  EXPECT_TRUE(switched.isOn("ZVModuleRepository"));
+  EXPECT_TRUE(switched.switchOn("CCSModuleRepository"));
+  EXPECT_TRUE(switched.isOn("CCSModuleRepository"));
+  const test_support::TestProcess another;
+  auto& classes = platform::Process::current().classes();
+  switched.registerClasses(classes);
+  EXPECT_NE(classes.find("CCSModuleRepository"), nullptr);
+  EXPECT_FALSE(switched.switchOn("Nobody"));
+  EXPECT_FALSE(switched.isOn("Nobody"));
+}
+
 }  // namespace
 }  // namespace settings::tests

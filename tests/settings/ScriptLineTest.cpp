@@ -56,7 +56,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{"trait tint red", "is no value", "FF0000FF"},
         BadLine{"trait text huge", "is no value", "0.5 to 4"},
         BadLine{"trait neighbour", "CLASS is missing", "trait NAME VALUE"},
-        BadLine{"trait neighbour CCSModuleRepository", "what follows CLASS is off", "trait"},
+        BadLine{"trait neighbour CCSModuleRepository", "what follows CLASS is on or off", "trait"},
         BadLine{"put", "PATH is missing", "put PATH JSON|@FILE"},
         BadLine{"put here {}", "\"here\" is no path of the device", "one starts with \"/\""},
         BadLine{"put /a", "JSON or @FILE is missing", "put PATH"},

@@ -75,6 +75,18 @@ test('traits are set by the words that a script uses', async () => {
   await context.close();
 });
 
+test('neighbours are switched by the words that a script uses, and shown as they are', async () => {
+  const neighbours = { CCSModuleRepository: true, ZVModuleRepository: false };
+  const { page, context, server } = await openAlone(browser, everyKind({ neighbours }).tree);
+  await page.getByText('Neighbours', { exact: true }).click();
+  await page.getByRole('checkbox', { name: 'CCSModuleRepository', checked: true }).click();
+  await page.getByRole('checkbox', { name: 'ZVModuleRepository', checked: false }).click();
+  await eventually(() => server.actions.filter(({ action }) => action === 'trait').length === 2, 'both are sent');
+  assert.deepEqual(server.actions.filter(({ action }) => action === 'trait').map(({ name, value }) => [name, value]),
+    [['neighbour', 'CCSModuleRepository off'], ['neighbour', 'ZVModuleRepository on']]);
+  await context.close();
+});
+
 test('in a small window the panes are behind tabs, with the arrows between them', async () => {
   const { page, context } = await openAlone(browser, everyKind().tree, { viewport: { width: 390, height: 844 } });
   await page.getByRole('tab', { name: 'Settings', selected: true }).focus();

@@ -241,6 +241,27 @@ test('favourites that are not installed say so, and can be removed', async () =>
   assert.deepEqual(await stored('groupedIdentifiers'), [flashlight, timer, calculator]);
 });
 
+test('without the repository of modules the page says what to do, and with it the modules are back', async () => {
+  const { page, row, trouble, close } = await openAll(browser, { reducedMotion: 'reduce' });
+  const note = page.getByText('Nothing here? Please try doing a ldrestart.');
+  const openAnew = async () => {
+    const before = await page.locator('.page').getAttribute('data-node');
+    await page.locator('[data-action="reopen"]').click();
+    await page.locator(`.page:not(.ghost, [data-node="${before}"]) .row`).first().waitFor();
+    await row('favoriteModules').locator('button.cell').click();
+  };
+  await page.getByText('Neighbours', { exact: true }).click();
+  await page.getByRole('checkbox', { name: 'CCSModuleRepository' }).uncheck();
+  await openAnew();
+  await note.waitFor();
+  await page.getByRole('checkbox', { name: 'CCSModuleRepository' }).check();
+  await openAnew();
+  await page.getByRole('button', { name: 'Insert Alarm' }).waitFor();
+  assert.equal(await note.count(), 0);
+  assert.deepEqual(trouble, []);
+  assert.equal(await close(), 0);
+});
+
 test('available modules bear their names and icons', async () => {
   const { page, shown } = await openShared('favoriteModules');
   assert.ok((await shown())[1].filter((title) => title !== undefined).length > 5);

@@ -1,6 +1,6 @@
 // The device's traits, and controls that change them.
 
-import { html, type TemplateResult } from 'lit';
+import { html, nothing, type TemplateResult } from 'lit';
 import { live } from 'lit/directives/live.js';
 import { parseTint } from '../components/color.js';
 import type { Context } from '../components/context.js';
@@ -29,6 +29,7 @@ export function devicePane(context: Context): TemplateResult {
     <label class="trait"><span>Tint</span><input type="color" data-trait="tint" .value=${live(tint)}
       @change=${(event: Event) => setTrait(context, 'tint', `${(event.target as HTMLInputElement).value.slice(1).toUpperCase()}FF`)}></label>
   </div>
+  ${neighbours(context)}
   <button class="pane-button" type="button" data-action="reopen" @click=${() => void context.act({ action: 'reopen' })}>
     ${restart()}Open Settings anew
   </button>`;
@@ -45,4 +46,15 @@ function choice(context: Context, name: string, label: string, values: [string, 
 
 function setTrait(context: Context, name: string, value: string): void {
   void context.act({ action: 'trait', name, value });
+}
+
+/** The stand-ins for other products' classes, which pages find by name and must do without where they are not installed. */
+function neighbours(context: Context): TemplateResult | typeof nothing {
+  const all = Object.entries(context.tree.device.neighbours ?? {});
+  if (all.length === 0) return nothing;
+  return html`<details class="neighbours"><summary>Neighbours</summary>
+    <p>Classes of other products that the pages look for. They come and go when Settings is opened anew.</p>
+    ${all.map(([name, isOn]) => html`<label><input type="checkbox" data-neighbour=${name} .checked=${live(isOn)}
+      @change=${(event: Event) => setTrait(context, 'neighbour', `${name} ${(event.target as HTMLInputElement).checked ? 'on' : 'off'}`)}>${name}</label>`)}
+  </details>`;
 }

@@ -174,6 +174,8 @@ export interface Device {
   appearance?: 'light' | 'dark';
   textScale?: number;
   tint?: string;
+  /** Classes that pages find by name, and whether they will be there at the next opening. */
+  neighbours?: Record<string, boolean>;
 }
 
 export interface Tree {
