@@ -15,7 +15,7 @@ const greys: Rgb[] = hues.map((_, place) => {
   return [level, level, level];
 });
 
-export const gridColors: Rgb[] = [
+const gridColors: Rgb[] = [
   ...greys,
   ...lightnesses.flatMap((lightness) => hues.map((hue) => rgbOf({ hue, saturation: 0.95, lightness }))),
 ];

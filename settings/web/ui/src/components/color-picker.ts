@@ -13,6 +13,7 @@ import type { Context } from './context.js';
 import { cross } from './icons.js';
 import { LightElement } from './light-element.js';
 import { colorName, hexOf, parseComputed, type Rgba } from './picked-color.js';
+import { stopByKey } from './stops.js';
 import './modal.js';
 
 type Way = 'Grid' | 'Spectrum' | 'Sliders';
@@ -93,10 +94,10 @@ export class ZvColorPicker extends LightElement {
   }
 
   private readonly _wayKey = (event: KeyboardEvent): void => {
-    const step = { ArrowRight: 1, ArrowLeft: -1 }[event.key];
-    if (step === undefined) return;
+    const way = ways[stopByKey(event.key, ways.indexOf(this._way), ways.length, 'sideways') ?? -1];
+    if (way === undefined) return;
     event.preventDefault();
-    this._way = ways[(ways.indexOf(this._way) + step + ways.length) % ways.length] ?? 'Grid';
+    this._way = way;
     void this.updateComplete.then(() => this.querySelector<HTMLElement>(`#color-${this._way}`)?.focus());
   };
 

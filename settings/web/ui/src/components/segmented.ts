@@ -6,6 +6,7 @@ import type { SegmentedNode } from '../protocol/tree.js';
 import type { Context } from './context.js';
 import { LightElement } from './light-element.js';
 import { styled } from '../directives/styled.js';
+import { stopByKey } from './stops.js';
 
 export class ZvSegmented extends LightElement {
   static override properties = {
@@ -82,12 +83,8 @@ export class ZvSegmented extends LightElement {
   }
 
   private _key(event: KeyboardEvent): void {
-    const count = this.node.segments?.length ?? 0;
-    const step = { ArrowRight: 1, ArrowDown: 1, ArrowLeft: -1, ArrowUp: -1 }[event.key];
-    const target = event.key === 'Home' ? 0
-      : event.key === 'End' ? count - 1
-      : step ? (Math.max(0, this._shown) + step + count) % count : undefined;
-    if (target === undefined || this.disabled || count === 0) return;
+    const target = stopByKey(event.key, Math.max(0, this._shown), this.node.segments?.length ?? 0, 'any');
+    if (target === undefined || this.disabled) return;
     event.preventDefault();
     this._focusNext = true;
     void this._choose(target);

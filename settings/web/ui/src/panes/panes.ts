@@ -2,6 +2,7 @@
 
 import { html, nothing, type TemplateResult } from 'lit';
 import type { Context } from '../components/context.js';
+import { stopByKey } from '../components/stops.js';
 import type { Sides } from '../protocol/state.js';
 import { devicePane } from './device-pane.js';
 import { filePane } from './file-pane.js';
@@ -61,10 +62,7 @@ function body(pane: Pane, state: PaneState): TemplateResult {
 }
 
 function moveTab<T extends string>(event: KeyboardEvent, names: T[], shown: T, select: (name: T) => void): void {
-  const step = { ArrowRight: 1, ArrowLeft: -1 }[event.key];
-  const at = event.key === 'Home' ? 0 : event.key === 'End' ? names.length - 1
-    : step ? (names.indexOf(shown) + step + names.length) % names.length : -1;
-  const target = names[at];
+  const target = names[stopByKey(event.key, names.indexOf(shown), names.length, 'sideways') ?? -1];
   if (target === undefined) return;
   event.preventDefault();
   select(target);
