@@ -53,6 +53,27 @@ test('an alert takes the focus, keeps it, answers, and gives it back', async () 
   await context.close();
 });
 
+/** What a screen reader says of the dialog when it comes: its name, and what it is described by. */
+const spoken = (page) => page.getByRole('alertdialog').evaluate((dialog) => [
+  dialog.getAttribute('aria-label'),
+  ...(dialog.getAttribute('aria-describedby')?.split(' ') ?? []).map((id) => document.getElementById(id)?.textContent),
+]);
+
+test('a dialog is read aloud with all that it asks, and nothing twice', async () => {
+  const restart = { title: 'Restart?', message: 'The home screen restarts.' };
+  for (const [node, said] of [
+    [{ kind: 'alert', style: 'alert', ...restart, actions }, Object.values(restart)],
+    [{ kind: 'alert', style: 'sheet', title: restart.title, actions }, [restart.title]],
+    [{ kind: 'alert', style: 'alert', message: restart.message, actions }, [restart.message]],
+    [{ kind: 'crash', name: 'NSRangeException', reason: 'index 4' }, ['Crash: NSRangeException', 'index 4']],
+    [{ kind: 'waiting', program: '/bin/bash' }, ['The page waits for a program', '/bin/bash has not ended yet. On a device nothing could be touched until it does.']],
+  ]) {
+    const { page, context } = await present(node);
+    assert.deepEqual(await spoken(page), said);
+    await context.close();
+  }
+});
+
 test('Escape cancels a sheet, or closes one that offers no cancelling', async () => {
   const first = await present({ kind: 'alert', style: 'sheet', title: 'Reset', actions: [{ title: 'Reset', style: 'destructive' }, actions[0]] });
   await first.page.keyboard.press('Escape');

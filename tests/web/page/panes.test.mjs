@@ -28,6 +28,7 @@ test('what the last tap changed is shown with before and after, what it removed 
   assert.equal(await page.locator('.entries tr.changed').count(), 1);
   const texts = await page.locator('.last-change li').allTextContents();
   assert.deepEqual(texts.map((text) => text.replace(/\s+/g, ' ').trim()), ['style 0 → 1', 'gone x → none']);
+  assert.equal(await page.locator('.last-change').getByRole('img', { name: 'becomes' }).count(), 2, 'the arrow has a name');
   await context.close();
 });
 

@@ -6,6 +6,9 @@ import type { Context } from './context.js';
 import { warning } from './icons.js';
 import './modal.js';
 
+/** The id of what a dialog says beyond its name. */
+const textOf = (id: string): string => `text-${id}`;
+
 export function alertDialog(context: Context, id: string, node: AlertNode): TemplateResult {
   const actions = (node.actions ?? []).map((action, index) => ({ action, index }));
   const cancel = actions.find(({ action }) => action.style === 'cancel');
@@ -19,12 +22,12 @@ export function alertDialog(context: Context, id: string, node: AlertNode): Temp
   const sheet = node.style === 'sheet';
   const others = actions.filter((each) => each !== cancel);
   const box = sheet || !cancel ? others : inOrder(cancel, others);
-  return html`<zv-modal .name=${node.title || node.message || 'Question'} .cancel=${leave} class=${sheet ? 'sheet-modal' : 'alert-modal'}>
+  return html`<zv-modal .name=${node.title || node.message || 'Question'} .text=${node.title && node.message ? textOf(id) : undefined} .cancel=${leave} class=${sheet ? 'sheet-modal' : 'alert-modal'}>
     <div class=${sheet ? 'sheet' : 'alert'} data-node=${id}>
       <div class="alert-box">
         ${node.title || node.message ? html`<div class="alert-text">
           ${node.title ? html`<h2>${node.title}</h2>` : nothing}
-          ${node.message ? html`<p>${node.message}</p>` : nothing}
+          ${node.message ? html`<p id=${textOf(id)}>${node.message}</p>` : nothing}
         </div>` : nothing}
         <div class="alert-actions ${!sheet && actions.length === 2 ? 'side-by-side' : ''}">${box.map(button)}</div>
       </div>
@@ -40,12 +43,12 @@ function inOrder<T>(cancel: T, others: T[]): T[] {
 
 export function waitingDialog(context: Context, id: string, node: WaitingNode): TemplateResult {
   const stop = (): void => void context.act({ action: 'stop', node: id });
-  return html`<zv-modal .name=${'The page waits for a program'} .cancel=${stop} class="alert-modal">
+  return html`<zv-modal .name=${'The page waits for a program'} .text=${textOf(id)} .cancel=${stop} class="alert-modal">
     <div class="alert" data-node=${id}>
       <div class="alert-box">
         <div class="alert-text">
           <h2>The page waits for a program</h2>
-          <p>${node.program ?? ''} has not ended yet. On a device nothing could be touched until it does.</p>
+          <p id=${textOf(id)}>${node.program ?? ''} has not ended yet. On a device nothing could be touched until it does.</p>
         </div>
         <div class="alert-actions"><button type="button" class="alert-action default" @click=${stop}>Stop</button></div>
       </div>
@@ -55,14 +58,14 @@ export function waitingDialog(context: Context, id: string, node: WaitingNode): 
 
 export function crashReport(context: Context, id: string, node: CrashNode): TemplateResult {
   const go = (action: 'continue' | 'restart') => () => void context.act({ action, node: id });
-  return html`<zv-modal .name=${`Crash: ${node.name ?? 'exception'}`} .cancel=${go('continue')} class="crash-modal">
+  return html`<zv-modal .name=${`Crash: ${node.name ?? 'exception'}`} .text=${textOf(id)} .cancel=${go('continue')} class="crash-modal">
     <div class="crash" data-node=${id}>
       ${warning()}
       <h2>The settings bundle raised an exception</h2>
       <p class="crash-note">On a device the Settings application would have ended here.</p>
       <dl>
         <dt>Name</dt><dd class="crash-name">${node.name ?? ''}</dd>
-        <dt>Reason</dt><dd class="crash-reason">${node.reason || 'none given'}</dd>
+        <dt>Reason</dt><dd class="crash-reason" id=${textOf(id)}>${node.reason || 'none given'}</dd>
         ${node.where ? html`<dt>Where</dt><dd>${node.where}</dd>` : nothing}
       </dl>
       <button type="button" class="big-button" @click=${go('continue')}>Continue with the page as it is</button>

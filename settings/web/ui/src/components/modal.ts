@@ -6,6 +6,11 @@ export class ZvModal extends HTMLElement {
   set name(name: string) {
     this.setAttribute('aria-label', name);
   }
+  /** The id of what it says beyond its name, which is read out as well when it comes. */
+  set text(id: string | undefined) {
+    if (id === undefined) this.removeAttribute('aria-describedby');
+    else this.setAttribute('aria-describedby', id);
+  }
   /** A dialog that asks for an answer, or one in which one works. */
   set kind(kind: 'alertdialog' | 'dialog') {
     this.setAttribute('role', kind);

@@ -27,7 +27,7 @@ function lastChange(changed: FileChange[]): TemplateResult | typeof nothing {
   return html`<div class="last-change"><h3>Changed by the last tap</h3><ul>${changed.map((change) => html`<li>
     <code>${change.key}</code>
     ${changedValue('before', change.before)}
-    <span class="arrow" aria-label="becomes">→</span>
+    <span class="arrow" role="img" aria-label="becomes">→</span>
     ${changedValue('after', change.after)}
   </li>`)}</ul></div>`;
 }
