@@ -5,7 +5,7 @@ import { launchBrowser } from '../support/browser.mjs';
 import { finger, middle } from '../support/drag.mjs';
 import { becomes, eventually, still } from '../support/eventually.mjs';
 import { noisyPng, tinyPng } from '../support/pictures.mjs';
-import { openAll, shareAll } from '../support/program.mjs';
+import { closeAll, openAll, shareAll } from '../support/program.mjs';
 
 let browser;
 let shared;
@@ -14,7 +14,7 @@ before(async () => {
   shared = await shareAll(browser);
 });
 after(async () => {
-  await shared?.close();
+  await closeAll();
   await browser.close();
 });
 

@@ -4,7 +4,7 @@ import { assertAccessible } from '../support/accessibility.mjs';
 import { launchBrowser } from '../support/browser.mjs';
 import { drag, dragByFinger, middle } from '../support/drag.mjs';
 import { becomes, eventually, still } from '../support/eventually.mjs';
-import { openAll, shareAll } from '../support/program.mjs';
+import { closeAll, openAll, shareAll } from '../support/program.mjs';
 
 let browser;
 let shared;
@@ -13,7 +13,7 @@ before(async () => {
   shared = await shareAll(browser);
 });
 after(async () => {
-  await shared?.close();
+  await closeAll();
   await browser.close();
 });
 

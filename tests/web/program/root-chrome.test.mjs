@@ -3,7 +3,7 @@ import { after, before, test } from 'node:test';
 import { assertAccessible } from '../support/accessibility.mjs';
 import { launchBrowser } from '../support/browser.mjs';
 import { becomes, eventually, still } from '../support/eventually.mjs';
-import { openAll, openWindow, shareAll } from '../support/program.mjs';
+import { closeAll, openAll, openWindow, shareAll } from '../support/program.mjs';
 
 let browser;
 let shared;
@@ -12,7 +12,7 @@ before(async () => {
   shared = await shareAll(browser);
 });
 after(async () => {
-  await shared?.close();
+  await closeAll();
   await browser.close();
 });
 

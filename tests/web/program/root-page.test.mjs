@@ -4,11 +4,14 @@ import { after, before, test } from 'node:test';
 import { assertAccessible } from '../support/accessibility.mjs';
 import { launchBrowser } from '../support/browser.mjs';
 import { eventually } from '../support/eventually.mjs';
-import { openAll, openWindow } from '../support/program.mjs';
+import { closeAll, openAll, openWindow } from '../support/program.mjs';
 
 let browser;
 before(async () => { browser = await launchBrowser(); });
-after(() => browser.close());
+after(async () => {
+  await closeAll();
+  await browser.close();
+});
 
 const radio = (row, index) => row.getByRole('radio').nth(index);
 const isSelected = async (row, index) => eventually(async () => (await radio(row, index).getAttribute('aria-checked')) === 'true', `segment ${index} is selected`);

@@ -2,11 +2,14 @@ import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { launchBrowser } from '../support/browser.mjs';
 import { eventually } from '../support/eventually.mjs';
-import { openAll } from '../support/program.mjs';
+import { closeAll, openAll } from '../support/program.mjs';
 
 let browser;
 before(async () => { browser = await launchBrowser(); });
-after(() => browser.close());
+after(async () => {
+  await closeAll();
+  await browser.close();
+});
 
 const scrollerOf = (page) => page.locator('.page:not(.ghost) .table-scroll');
 

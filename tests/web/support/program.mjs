@@ -92,6 +92,11 @@ export async function openWindow(browser, address, options = {}) {
   return { page, context, trouble, row };
 }
 
+const open = new Set();
+
+/** For the end of a file: a test that fails does not come to its own, and the program would run for ever. */
+export const closeAll = () => Promise.all([...open].map((close) => close()));
+
 /** Everything that a test of the whole needs: device, server and a window. */
 export async function openAll(browser, { serveOptions = [], prepare, ...options } = {}) {
   const device = await makeDevice();
@@ -101,8 +106,10 @@ export async function openAll(browser, { serveOptions = [], prepare, ...options 
     await context?.close();
     const status = await server?.stop();
     await device.dispose();
+    open.delete(close);
     return status;
   };
+  open.add(close);
   try {
     await prepare?.(device);
     server = await serve(device.root, serveOptions);
@@ -116,12 +123,12 @@ export async function openAll(browser, { serveOptions = [], prepare, ...options 
 }
 
 /**
- * Device, server and window for all tests of a file. Each test begins with `fresh`: the device's
+ * Device, server and window for all tests of a file, open until `closeAll`. Each test begins with `fresh`: the device's
  * settings are those of a new one, or those that the test gives; the page is loaded and Settings
  * opened anew. Nothing moves but where the test is about movement: it costs most of the time.
  */
 export async function shareAll(browser, options) {
-  const { page, row, device, trouble, server, close } = await openAll(browser, options);
+  const { page, row, device, trouble, server } = await openAll(browser, options);
   const fresh = async ({ settings, reducedMotion = 'reduce' } = {}) => {
     await page.goto('about:blank');
     await page.emulateMedia({ reducedMotion });
@@ -135,5 +142,5 @@ export async function shareAll(browser, options) {
     await still(page);
     return { page, row, device, trouble };
   };
-  return { fresh, close };
+  return { fresh };
 }
