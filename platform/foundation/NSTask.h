@@ -20,7 +20,6 @@ class NSTask : public Object {
 
  public:
   void setLaunchPath(std::optional<std::string> path) { _launchPath = std::move(path); }
-  std::optional<std::string> launchPath() const { return _launchPath; }
   // Without the name of the program itself, which is the launch path.
   void setArguments(std::vector<std::string> arguments) { _arguments = std::move(arguments); }
   void setStandardOutput(std::shared_ptr<NSPipe> pipe) { _standardOutput = std::move(pipe); }

@@ -18,7 +18,6 @@ void PSValueTableCell::showValue(const Value& value) {
 }
 
 void PSListItemTableCell::setChecked(bool checked) {
-  _checked = checked;
   setAccessoryType(checked ? UITableViewCellAccessoryType::checkmark
                            : UITableViewCellAccessoryType::none);
 }

@@ -21,11 +21,7 @@ class PSListItemTableCell : public PSTableCell {
   PLATFORM_CLASS(PSListItemTableCell)
 
  public:
-  bool isChecked() const noexcept { return _checked; }
   void setChecked(bool checked);
-
- private:
-  bool _checked = false;
 };
 
 }  // namespace platform

@@ -20,7 +20,6 @@ class UIActivityIndicatorView : public UIView {
   bool isAnimating() const noexcept { return _animating; }
   void startAnimating();
   void stopAnimating();
-  bool hidesWhenStopped() const noexcept { return _hidesWhenStopped; }
   void setHidesWhenStopped(bool hides);
   Size intrinsicContentSize() const override;
 

@@ -25,6 +25,8 @@ Class cellClass() {
                 &UITableViewCell::setEditingAccessoryView)
       .property("accessoryType", &UITableViewCell::accessoryType,
                 &UITableViewCell::setAccessoryType)
+      .property("editingAccessoryType", &UITableViewCell::editingAccessoryType,
+                &UITableViewCell::setEditingAccessoryType)
       .property("selectionStyle", &UITableViewCell::selectionStyle,
                 &UITableViewCell::setSelectionStyle)
       .key("selected", &UITableViewCell::isSelected)

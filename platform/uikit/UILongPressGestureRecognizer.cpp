@@ -7,6 +7,12 @@
 
 namespace platform {
 
+namespace {
+
+constexpr double allowableMovement = 10;  // points
+
+}  // namespace
+
 bool UILongPressGestureRecognizer::isUnderWay() const noexcept {
   return state() == UIGestureRecognizerState::began || state() == UIGestureRecognizerState::changed;
 }
@@ -28,7 +34,7 @@ void UILongPressGestureRecognizer::pressed(std::uint64_t touch) {
 void UILongPressGestureRecognizer::handleTouchMoved(Point /*from*/) {
   if (isUnderWay()) {
     setState(UIGestureRecognizerState::changed);
-  } else if (std::hypot(location().x - _start.x, location().y - _start.y) > _allowableMovement) {
+  } else if (std::hypot(location().x - _start.x, location().y - _start.y) > allowableMovement) {
     setState(UIGestureRecognizerState::failed);
   }
 }

@@ -6,16 +6,15 @@
 
 namespace platform {
 
-// Recognises a finger that stays. It begins when the scheduler's clock has passed the minimum
-// duration, and ends when the finger is lifted. Threads: main.
+// Recognises a finger that stays: within 10 points of where it came down, until the scheduler's
+// clock has passed the minimum duration. It begins then, and ends when the finger is lifted.
+// Threads: main.
 class UILongPressGestureRecognizer : public UIGestureRecognizer {
   PLATFORM_CLASS(UILongPressGestureRecognizer)
 
  public:
   double minimumPressDuration() const noexcept { return _minimumPressDuration; }  // seconds
   void setMinimumPressDuration(double seconds) noexcept { _minimumPressDuration = seconds; }
-  double allowableMovement() const noexcept { return _allowableMovement; }  // points
-  void setAllowableMovement(double points) noexcept { _allowableMovement = points; }
 
  protected:
   void handleTouchBegan() override;
@@ -28,7 +27,6 @@ class UILongPressGestureRecognizer : public UIGestureRecognizer {
   bool isUnderWay() const noexcept;
 
   double _minimumPressDuration = 0.5;
-  double _allowableMovement = 10;
   Point _start;
   std::uint64_t _touch = 0;  // which touch a timer belongs to
 };

@@ -68,7 +68,6 @@ class UITableView : public UIScrollView {
   // The cell of a row in sight, else empty.
   std::shared_ptr<UITableViewCell> cellForRowAtIndexPath(IndexPath indexPath);
   std::vector<std::shared_ptr<UITableViewCell>> visibleCells();
-  std::vector<IndexPath> indexPathsForVisibleRows();
   void scrollToRowAtIndexPath(IndexPath indexPath, bool animated = false);
 
   // Identities of rows and sections for presenters: node identifiers that stay through insertions,

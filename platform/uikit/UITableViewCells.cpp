@@ -72,15 +72,6 @@ std::vector<std::shared_ptr<UITableViewCell>> UITableView::visibleCells() {
   return cells;
 }
 
-std::vector<IndexPath> UITableView::indexPathsForVisibleRows() {
-  updateIfNeeded();
-  std::vector<IndexPath> paths;
-  forEachRow([&](const TableRow& row, IndexPath path) {
-    if (row.cell) paths.push_back(path);
-  });
-  return paths;
-}
-
 void UITableView::contentOffsetDidChange() {
   setNeedsLayout();
 }

@@ -53,9 +53,6 @@ class UIViewController : public Object {
 
   // The tree of controllers. An empty pointer, or one that would make a circle, is passed over.
   std::shared_ptr<UIViewController> parentViewController() const { return _parent.lock(); }
-  const std::vector<std::shared_ptr<UIViewController>>& childViewControllers() const noexcept {
-    return _children;
-  }
   void addChildViewController(const std::shared_ptr<UIViewController>& child);
   void removeFromParentViewController();
   // The nearest navigation controller around this one, itself not included; empty outside of one.

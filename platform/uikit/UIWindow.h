@@ -15,7 +15,6 @@ class UIWindow : public UIView {
  public:
   bool init() override;
 
-  const std::shared_ptr<UIViewController>& rootViewController() const noexcept { return _root; }
   // Shows the controller's view in the whole window. The one before leaves.
   void setRootViewController(std::shared_ptr<UIViewController> controller);
   // From here on the root controller is in sight (and told so).

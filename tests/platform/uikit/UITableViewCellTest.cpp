@@ -61,6 +61,21 @@ TEST_F(UITableViewCellTest, AnEditingAccessoryCanBeTakenOutByHand) {
   EXPECT_EQ(cell->subviews().size(), 1U);
 }
 
+TEST_F(UITableViewCellTest, WhileTheTableIsEditedTheAccessoryOfEditingCounts) {
+  const auto cell = makeCell(UITableViewCellStyle::standard);
+  const auto endOfContents = [&](bool editing) {
+    cell->setEditing(editing);
+    cell->layoutIfNeeded();
+    return cell->contentView()->frame().maxX();
+  };
+  const double whole = endOfContents(false);
+  cell->setAccessoryType(UITableViewCellAccessoryType::disclosureIndicator);
+  EXPECT_LT(endOfContents(false), whole);
+  EXPECT_EQ(endOfContents(true), whole);
+  cell->setEditingAccessoryType(UITableViewCellAccessoryType::disclosureIndicator);
+  EXPECT_LT(endOfContents(true), whole);
+}
+
 TEST_F(UITableViewCellTest, PreparingForReuseTakesAwaySelectionAndNothingElse) {
   const auto cell = makeCell(UITableViewCellStyle::value1);
   cell->textLabel()->setText("kept");

@@ -87,6 +87,24 @@ TEST_F(UITableViewInteractionTest, ARowThatIsNotHighlightedTakesNoTap) {
   EXPECT_THAT(editing->calls, IsEmpty());
 }
 
+TEST_F(UITableViewInteractionTest, TheDelegateMaySelectAnotherRowOrNone) {
+  class ChoosySource : public EditingSource {
+   public:
+    std::optional<IndexPath> willSelectRowAtIndexPath(const Table&, IndexPath path) override {
+      if (path.row == 1) return std::nullopt;
+      return IndexPath{path.section, path.row + 1};
+    }
+  };
+  const auto choosy = make<ChoosySource>();
+  choosy->sections = editing->sections;
+  table->setDelegate(choosy);
+  EXPECT_FALSE(table->userTapRow({0, 1}));
+  EXPECT_EQ(table->indexPathForSelectedRow(), std::nullopt);
+  EXPECT_TRUE(table->userTapRow({0, 0}));
+  EXPECT_EQ(table->indexPathForSelectedRow(), (IndexPath{0, 1}));
+  EXPECT_THAT(choosy->calls, ElementsAre("select 0.1"));
+}
+
 TEST_F(UITableViewInteractionTest, ADisabledCellTakesNoTap) {
   table->cellForRowAtIndexPath({0, 0})->setUserInteractionEnabled(false);
   EXPECT_FALSE(table->canUserSelectRow({0, 0}));

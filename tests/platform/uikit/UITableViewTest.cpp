@@ -296,6 +296,44 @@ TEST_F(UITableViewTest, HeadersAndFootersTakeTheirTextsHeight) {
   EXPECT_EQ(grouped->headerTitle(9), std::nullopt);
 }
 
+TEST_F(UITableViewTest, HeadersAndFootersAreAsHighAsTheDelegateSays) {
+  class HighSource : public TextSource {
+   public:
+    double heightForHeaderInSection(const Table&, std::int64_t section) override {
+      return section == 0 ? 70 : automaticDimension;
+    }
+    double heightForFooterInSection(const Table&, std::int64_t section) override {
+      return section == 0 ? 30 : automaticDimension;
+    }
+  };
+  const auto high = make<HighSource>();
+  high->sections = {{"a"}, {"b"}};
+  table->setDataSource(high);
+  table->setDelegate(high);
+  EXPECT_EQ(table->rectForRowAtIndexPath({0, 0}).y, 70);
+  EXPECT_EQ(table->headerHeight(1), 0) << "a plain section without a title has no header";
+  EXPECT_EQ(table->rectForRowAtIndexPath({1, 0}).y, 70 + 50 + 30);
+}
+
+TEST_F(UITableViewTest, TheDelegateIsToldOfACellBeforeItIsShown) {
+  class WatchingSource : public TextSource {
+   public:
+    void willDisplayCell(const Table&, const std::shared_ptr<UITableViewCell>& cell,
+                         IndexPath path) override {
+      EXPECT_EQ(cell->superview(), nullptr);
+      EXPECT_EQ(cell->textLabel()->text(), textAt(path));
+      shown.push_back(textAt(path));
+    }
+    std::vector<std::string> shown;
+  };
+  const auto watching = make<WatchingSource>();
+  watching->sections = {{"a", "b", "c", "d", "e"}};
+  table->setDataSource(watching);
+  table->setDelegate(watching);
+  table->layoutIfNeeded();
+  EXPECT_THAT(watching->shown, ElementsAre("a", "b", "c", "d"));
+}
+
 TEST_F(UITableViewTest, AnInsetTableKeepsItsRowsAwayFromTheSides) {
   const auto inset = std::make_shared<UITableView>();
   ASSERT_TRUE(inset->initWithFrame({0, 0, 320, 300}, UITableViewStyle::insetGrouped));
