@@ -97,14 +97,10 @@ class SmokeRun {
     _application.setTrait("system", system);
     _application.setTrait("appearance", appearance);
     const std::string name = std::string(shape.idiom) + ", " + system + ", " + appearance;
-    _application.device().remove(preferenceFile());
+    _application.device().remove(productPreferencesPath);
     walk(name + ", as new");
-    _application.device().writeAtomically(preferenceFile(), usedPreferences());
+    _application.device().writeAtomically(productPreferencesPath, usedPreferences());
     walk(name + ", in use");
-  }
-
-  static std::string preferenceFile() {
-    return std::string(preferencesPath) + "/com.hollowmere.zentrovaprefs.plist";
   }
 
   // Beside what the bundle says it wrote, the files themselves are compared.
