@@ -16,7 +16,7 @@
 #include "platform/preferences/PreferencesClasses.h"
 #include "platform/uikit/UIKitClasses.h"
 #include "platform/uikit/UINavigationController.h"
-#include "platform/uikit/UIWindow.h"
+#include "tests/support/ShownWindow.h"
 #include "tests/support/TestProcess.h"
 
 namespace zentrova::tests {
@@ -88,10 +88,7 @@ class AppearanceTest : public testing::Test {
   std::shared_ptr<T> show(std::shared_ptr<T> page) {
     navigation = platform::make(&platform::UINavigationController::initWithRootViewController,
                                 std::shared_ptr<platform::UIViewController>(page));
-    window = platform::make<platform::UIWindow>();
-    window->setRootViewController(navigation);
-    window->makeKeyAndVisible();
-    window->layoutIfNeeded();
+    window = test_support::showInWindow(navigation);
     return page;
   }
   static std::shared_ptr<platform::PSTableCell> cellOf(platform::PSListController& page,

@@ -7,6 +7,7 @@
 #include "platform/uikit/UIImagePickerController.h"
 #include "tests/appearance/AppearanceFixture.h"
 #include "tests/appearance/Pictures.h"
+#include "tests/support/ShownWindow.h"
 #include "tests/support/ThreadedTestProcess.h"
 
 namespace zentrova::tests {
@@ -33,10 +34,7 @@ class CustomizeThreads : public testing::Test {
     page = platform::make<ZVRCustomizeListController>();
     navigation = platform::make(&platform::UINavigationController::initWithRootViewController,
                                 std::shared_ptr<platform::UIViewController>(page));
-    window = platform::make<platform::UIWindow>();
-    window->setRootViewController(navigation);
-    window->makeKeyAndVisible();
-    window->layoutIfNeeded();
+    window = test_support::showInWindow(navigation);
   }
 
   // As the user does, though an image may be stored already.

@@ -11,13 +11,8 @@ inline const std::string media(mediaEntry);
 inline const std::string power(powerEntry);
 
 // The page on which modules are enabled and ordered.
-class ArrangeTest : public ModulesTest {
+class ArrangeTest : public EditingPageTest<ZVRArrangeModulesViewController> {
  protected:
-  void open() {
-    page = platform::make<ZVRArrangeModulesViewController>();
-    show(page);
-    table = page->tableView();
-  }
   void openWith(const platform::Value& moduleConfig) {
     store("moduleConfig", moduleConfig);
     open();
@@ -39,9 +34,6 @@ class ArrangeTest : public ModulesTest {
     EXPECT_EQ(writes(), Texts{std::string(test_support::TestProcess::preferencePath)});
     EXPECT_EQ(stored("moduleConfig"), platform::Value(arrayOf(enabled())));
   }
-
-  std::shared_ptr<ZVRArrangeModulesViewController> page;
-  std::shared_ptr<platform::UITableView> table;
 };
 
 }  // namespace zentrova::tests

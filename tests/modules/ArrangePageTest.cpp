@@ -121,13 +121,6 @@ TEST_F(ArrangePage, OtherRowsAreOnlyDeselected) {
 }
 
 TEST_F(ArrangePage, IsReleasedWhenItIsLeft) {
-  const auto leave = [this] {
-    page = nullptr;
-    table = nullptr;
-    navigation = nullptr;
-    window = nullptr;
-    process.scheduler().advance(10);
-  };
   open();
   leave();
   const auto before = platform::Object::liveCount();

@@ -7,7 +7,7 @@ namespace zentrova::tests {
 
 // The favourites page with the installed modules "a" to "f" ("A" to "F"), of which "x" is
 // forbidden.
-class FavoritesTest : public ModulesTest {
+class FavoritesTest : public EditingPageTest<ZVRFavoriteModules> {
  protected:
   static constexpr std::string_view configurationPath =
       "/var/jb/var/mobile/Library/ControlCenter/ModuleConfiguration_CCSupport.plist";
@@ -29,11 +29,6 @@ class FavoritesTest : public ModulesTest {
   }
   static platform::Value configured() { return inList(configurationPath, "module-identifiers"); }
 
-  void open() {
-    page = platform::make<ZVRFavoriteModules>();
-    show(page);
-    table = page->tableView();
-  }
   void openWith(const platform::Value& favorites) {
     store("groupedIdentifiers", favorites);
     open();
@@ -52,8 +47,6 @@ class FavoritesTest : public ModulesTest {
   const Texts savedFiles{std::string(test_support::TestProcess::preferencePath),
                          std::string(configurationPath)};
   std::shared_ptr<Neighbours> neighbours = std::make_shared<Neighbours>();
-  std::shared_ptr<ZVRFavoriteModules> page;
-  std::shared_ptr<platform::UITableView> table;
 };
 
 }  // namespace zentrova::tests

@@ -236,13 +236,6 @@ TEST_F(FavoritesPage, RowOfAModuleThatVanishedHasNoTextAndStays) {
 }
 
 TEST_F(FavoritesPage, IsReleasedWhenItIsLeft) {
-  const auto leave = [this] {
-    page = nullptr;
-    table = nullptr;
-    navigation = nullptr;
-    window = nullptr;
-    process.scheduler().advance(10);
-  };
   openWith(arrayOf({"a", "b", "c"}));
   leave();
   const auto before = platform::Object::liveCount();

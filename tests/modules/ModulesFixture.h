@@ -19,7 +19,7 @@
 #include "platform/uikit/UIColor.h"
 #include "platform/uikit/UIKitClasses.h"
 #include "platform/uikit/UINavigationController.h"
-#include "platform/uikit/UIWindow.h"
+#include "tests/support/ShownWindow.h"
 #include "tests/support/TestProcess.h"
 
 namespace zentrova::tests {
@@ -70,10 +70,7 @@ class ModulesTest : public testing::Test {
   void show(const std::shared_ptr<platform::UIViewController>& shown) {
     navigation =
         platform::make(&platform::UINavigationController::initWithRootViewController, shown);
-    window = platform::make<platform::UIWindow>();
-    window->setRootViewController(navigation);
-    window->makeKeyAndVisible();
-    window->layoutIfNeeded();
+    window = test_support::showInWindow(navigation);
     process.files().takeWrites();
   }
 
@@ -123,6 +120,28 @@ class ModulesTest : public testing::Test {
   test_support::TestProcess process;
   std::shared_ptr<platform::UINavigationController> navigation;
   std::shared_ptr<platform::UIWindow> window;
+};
+
+// The same with one of the two pages whose table is always being edited.
+template <class Page>
+class EditingPageTest : public ModulesTest {
+ protected:
+  void open() {
+    page = platform::make<Page>();
+    show(page);
+    table = page->tableView();
+  }
+  // Lets go of everything that shows the page, and waits until what was under way has ended.
+  void leave() {
+    page = nullptr;
+    table = nullptr;
+    navigation = nullptr;
+    window = nullptr;
+    process.scheduler().advance(10);
+  }
+
+  std::shared_ptr<Page> page;
+  std::shared_ptr<platform::UITableView> table;
 };
 
 }  // namespace zentrova::tests

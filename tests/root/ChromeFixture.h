@@ -54,10 +54,7 @@ class ChromeTest : public RootTest {
     inner->list = hostList;
     inner->pushViewController(page, false);
     outer = platform::make(&platform::UINavigationController::initWithRootViewController, inner);
-    window = platform::make<platform::UIWindow>();
-    window->setRootViewController(outer);
-    window->makeKeyAndVisible();
-    window->layoutIfNeeded();
+    window = test_support::showInWindow(outer);
   }
   double outerOpacity() { return outer->navigationBar()->titleOpacity(); }
   double innerOpacity() { return inner->navigationBar()->titleOpacity(); }

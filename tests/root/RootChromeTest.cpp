@@ -292,9 +292,7 @@ TEST_F(ControlCenterStep, ApplicationThatDoesNotKnowTheStepIsLeftAlone) {
   inner->list = platform::make<platform::PSListController>();
   inner->pushViewController(page, false);
   outer = platform::make(&platform::UINavigationController::initWithRootViewController, inner);
-  window = platform::make<platform::UIWindow>();
-  window->setRootViewController(outer);
-  window->makeKeyAndVisible();
+  window = test_support::showInWindow(outer);
   expectSetUp();
 }
 

@@ -16,8 +16,8 @@
 #include "platform/preferences/PreferencesClasses.h"
 #include "platform/uikit/UIKitClasses.h"
 #include "platform/uikit/UINavigationController.h"
-#include "platform/uikit/UIWindow.h"
 #include "root/ZVRRootListController.h"
+#include "tests/support/ShownWindow.h"
 #include "tests/support/TestProcess.h"
 
 namespace zentrova::tests {
@@ -95,10 +95,7 @@ class RootTest : public testing::Test {
     page = makePage();
     const auto navigation =
         platform::make(&platform::UINavigationController::initWithRootViewController, page);
-    window = platform::make<platform::UIWindow>();
-    window->setRootViewController(navigation);
-    window->makeKeyAndVisible();
-    window->layoutIfNeeded();
+    window = test_support::showInWindow(navigation);
     return page;
   }
 

@@ -10,10 +10,8 @@
 #include <unistd.h>
 #include <vector>
 
-#include "platform/foundation/DeviceFileSystem.h"
 #include "platform/foundation/WriterIdentity.h"
-#include "tests/support/FaultySystemCalls.h"
-#include "tests/support/TemporaryDeviceTree.h"
+#include "tests/platform/foundation/DeviceFilesFixture.h"
 
 namespace {
 
@@ -30,29 +28,16 @@ using testing::StartsWith;
 constexpr std::string_view folder = "/prefs";
 constexpr std::string_view target = "/prefs/a.plist";
 
-class AtomicWriteTest : public testing::TestWithParam<PathResolution> {
+class AtomicWriteTest : public DeviceFilesTest {
  protected:
-  AtomicWriteTest()
-      : _tree(TemporaryDeviceTree::Contents::empty),
-        _calls(std::make_shared<FaultySystemCalls>()),
-        _files(_tree.root(), _calls, GetParam()) {
-    _tree.makeFolder(folder);
-  }
+  AtomicWriteTest() { _tree.makeFolder(folder); }
 
   std::vector<std::string> names() { return _files.contentsOfDirectory(folder).value(); }
   unsigned modeOf(std::string_view item) { return _files.attributesOfItem(item)->mode; }
-
-  TemporaryDeviceTree _tree;
-  std::shared_ptr<FaultySystemCalls> _calls;
-  DeviceFileSystem _files;
 };
 
-INSTANTIATE_TEST_SUITE_P(Both, AtomicWriteTest,
-                         testing::Values(PathResolution::automatic, PathResolution::stepByStep),
-                         [](const auto& each) {
-                           return each.param == PathResolution::automatic ? "ByKernel"
-                                                                          : "StepByStep";
-                         });
+INSTANTIATE_TEST_SUITE_P(Both, AtomicWriteTest, AtomicWriteTest::bothResolutions(),
+                         AtomicWriteTest::nameOf);
 
 TEST_P(AtomicWriteTest, MakesANewFile) {
   EXPECT_EQ(_files.writeAtomically(target, "new").code, 0);

@@ -7,47 +7,30 @@
 #include <unistd.h>
 #include <vector>
 
-#include "platform/foundation/DeviceFileSystem.h"
-#include "tests/support/FaultySystemCalls.h"
-#include "tests/support/TemporaryDeviceTree.h"
+#include "tests/platform/foundation/DeviceFilesFixture.h"
 
 namespace {
 
 using platform::DeviceFileSystem;
 using platform::FileType;
-using platform::PathResolution;
 using test_support::FaultySystemCalls;
 using test_support::TemporaryDeviceTree;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Optional;
 
-// Everything holds whether the kernel resolves the paths or we do.
-class DeviceFileSystemTest : public testing::TestWithParam<PathResolution> {
+class DeviceFileSystemTest : public DeviceFilesTest {
  protected:
-  DeviceFileSystemTest()
-      : _tree(TemporaryDeviceTree::Contents::empty),
-        _calls(std::make_shared<FaultySystemCalls>()),
-        _files(_tree.root(), _calls, GetParam()) {}
-
   std::string textOf(std::string_view path) { return _files.read(path).bytes; }
   int readError(std::string_view path) { return _files.read(path).error.code; }
   unsigned modeOf(std::string_view path) {
     const auto attributes = _files.attributesOfItem(path);
     return attributes ? attributes->mode : 0;
   }
-
-  TemporaryDeviceTree _tree;
-  std::shared_ptr<FaultySystemCalls> _calls;
-  DeviceFileSystem _files;
 };
 
-INSTANTIATE_TEST_SUITE_P(Both, DeviceFileSystemTest,
-                         testing::Values(PathResolution::automatic, PathResolution::stepByStep),
-                         [](const auto& each) {
-                           return each.param == PathResolution::automatic ? "ByKernel"
-                                                                          : "StepByStep";
-                         });
+INSTANTIATE_TEST_SUITE_P(Both, DeviceFileSystemTest, DeviceFileSystemTest::bothResolutions(),
+                         DeviceFileSystemTest::nameOf);
 
 TEST_P(DeviceFileSystemTest, ReadsAFileWhole) {
   const std::string text("a\0b\n", 4);

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/uikit/UIViewController.h"
+#include "platform/uikit/UIWindow.h"
+
+namespace test_support {
+
+// A window in sight over that controller, laid out, so that rows in sight have their cells.
+inline std::shared_ptr<platform::UIWindow> showInWindow(
+    const std::shared_ptr<platform::UIViewController>& root) {
+  auto window = platform::make<platform::UIWindow>();
+  window->setRootViewController(root);
+  window->makeKeyAndVisible();
+  window->layoutIfNeeded();
+  return window;
+}
+
+}  // namespace test_support
