@@ -42,19 +42,21 @@ for (const appearance of ['light', 'dark']) {
   }
 
   test(`no barriers: dialogs, ${appearance}`, async () => {
+    const fixture = everyKind({ appearance });
+    const { page, context, server } = await openAlone(browser, fixture.tree, { reducedMotion: 'reduce' });
+    const place = `/nodes/${fixture.tree.root}/children`;
     for (const node of [
       { kind: 'alert', style: 'alert', title: 'Restart?', message: 'Now.', actions: [{ title: 'Cancel', style: 'cancel' }, { title: 'Restart', style: 'destructive' }] },
       { kind: 'alert', style: 'sheet', title: 'Restart?', actions: [{ title: 'Restart', style: 'destructive' }, { title: 'Cancel', style: 'cancel' }] },
       { kind: 'crash', name: 'NSRangeException', reason: 'index 4 beyond bounds' },
     ]) {
-      const fixture = everyKind({ appearance });
-      fixture.tree.nodes['900'] = { ...node, children: [] };
-      fixture.tree.nodes[fixture.tree.root].children.push('900');
-      const { page, context } = await openAlone(browser, fixture.tree, { reducedMotion: 'reduce' });
+      server.patch([{ op: 'add', path: '/nodes/900', value: { ...node, children: [] } }, { op: 'add', path: `${place}/-`, value: '900' }]);
       await page.getByRole('alertdialog').waitFor();
       await assertAccessible(page, `${node.kind} ${node.style ?? ''}`);
-      await context.close();
+      server.patch([{ op: 'remove', path: `${place}/1` }, { op: 'remove', path: '/nodes/900' }]);
+      await page.getByRole('alertdialog').waitFor({ state: 'detached' });
     }
+    await context.close();
   });
 }
 

@@ -278,8 +278,8 @@ test('the picker is dimmed and busy until the picture is stored', async () => {
 
 for (const appearance of ['light', 'dark']) {
   test(`no barriers: the customize page, a colour list and the pickers, ${appearance}`, async () => {
-    const opened = await goTo(await openAll(browser, { serveOptions: ['--appearance', appearance], reducedMotion: 'reduce' }));
-    const { page, row, dialog, trouble, close } = opened;
+    const opened = await goTo(await shared.fresh({ appearance }));
+    const { page, row, dialog, trouble } = opened;
     await assertAccessible(page, 'the customize page');
     await openPhotos(opened);
     await assertAccessible(page, 'the photos');
@@ -292,6 +292,5 @@ for (const appearance of ['light', 'dark']) {
     await dialog.waitFor();
     await assertAccessible(page, 'the picker');
     assert.deepEqual(trouble, []);
-    await close();
   });
 }

@@ -316,8 +316,8 @@ test('a thousand installed modules: only rows in sight are in the document, and 
 
 for (const appearance of ['light', 'dark']) {
   test(`no barriers: both pages, ${appearance}`, async () => {
-    const opened = await openAll(browser, { serveOptions: ['--appearance', appearance], reducedMotion: 'reduce' });
-    const { page, row, trouble, close } = opened;
+    const opened = await shared.fresh({ appearance });
+    const { page, row, trouble } = opened;
     for (const identifier of ['arrangeModules', 'favoriteModules']) {
       await goTo(identifier, opened);
       await assertAccessible(page, identifier);
@@ -325,6 +325,5 @@ for (const appearance of ['light', 'dark']) {
       await row('enabled').waitFor();
     }
     assert.deepEqual(trouble, []);
-    await close();
   });
 }

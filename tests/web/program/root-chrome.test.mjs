@@ -197,7 +197,7 @@ test('the server ends while a page waits for a program', async () => {
 
 for (const appearance of ['light', 'dark']) {
   test(`no barriers: link rows and the question of one, ${appearance}`, async () => {
-    const { page, row, trouble, close } = await openAll(browser, { serveOptions: ['--appearance', appearance], reducedMotion: 'reduce' });
+    const { page, row, trouble } = await shared.fresh({ appearance });
     await (await revealed(row, 'problemLink')).getByRole('button').click();
     await page.getByRole('alertdialog').waitFor();
     await assertAccessible(page, 'the question');
@@ -206,6 +206,5 @@ for (const appearance of ['light', 'dark']) {
     await still(page);
     await assertAccessible(page, 'link rows');
     assert.deepEqual(trouble, []);
-    await close();
   });
 }

@@ -4,10 +4,14 @@ import { after, before, test } from 'node:test';
 import { assertAccessible } from '../support/accessibility.mjs';
 import { launchBrowser } from '../support/browser.mjs';
 import { eventually } from '../support/eventually.mjs';
-import { closeAll, openAll, openWindow } from '../support/program.mjs';
+import { closeAll, openAll, openWindow, shareAll } from '../support/program.mjs';
 
 let browser;
-before(async () => { browser = await launchBrowser(); });
+let shared;
+before(async () => {
+  browser = await launchBrowser();
+  shared = await shareAll(browser);
+});
 after(async () => {
   await closeAll();
   await browser.close();
@@ -27,7 +31,7 @@ async function reveal(row) {
 const identifiers = (page) => page.locator('.page:not(.ghost) .row:not(.ghost)').evaluateAll((rows) => rows.map((row) => row.dataset.identifier));
 
 test('the presentation style brings both switches in their order, and what is set is in the file', async () => {
-  const { page, row, device, trouble, close } = await openAll(browser);
+  const { page, row, device, trouble } = await shared.fresh();
   await radio(row('presentationStyle'), 1).click();
   await page.getByRole('switch', { name: 'Reverse module order' }).waitFor();
   const shown = await identifiers(page);
@@ -45,11 +49,10 @@ test('the presentation style brings both switches in their order, and what is se
   await page.getByRole('switch', { name: 'Reverse module order' }).waitFor({ state: 'detached' });
   assert.deepEqual((await device.read()).presentationStyle, ['int', 0]);
   assert.deepEqual(trouble, []);
-  assert.equal(await close(), 0);
 });
 
 test('the pane beside the phone shows the file and what the last tap changed in it', async () => {
-  const { page, row, close } = await openAll(browser);
+  const { page, row } = await shared.fresh();
   await page.locator('.entries tr[data-key="groupedIdentifiers"]').waitFor();
   await radio(row('presentationStyle'), 1).click();
   const change = page.locator('.last-change');
@@ -60,7 +63,6 @@ test('the pane beside the phone shows the file and what the last tap changed in 
   await row('presentFullyExpanded').getByRole('switch').click();
   await change.getByText('presentFullyExpanded').waitFor();
   assert.equal(await page.locator('.entries tr.changed').count(), 1);
-  await close();
 });
 
 test('the restart row starts the stand-in, says so, and lists the program without an environment', async () => {
@@ -72,11 +74,11 @@ test('the restart row starts the stand-in, says so, and lists the program withou
   await page.locator('.pane-programs').getByText('no environment').first().waitFor();
   await page.locator('.pane-programs').getByText('The home screen restarted.').waitFor();
   assert.deepEqual(trouble, []);
-  await close();
+  assert.equal(await close(), 0);
 });
 
 test('slider, text, passcode and choice are written with their types', async () => {
-  const { page, row, device, trouble, close } = await openAll(browser);
+  const { page, row, device, trouble } = await shared.fresh();
   await (await reveal(row('backgroundBlur'))).getByRole('slider').focus();
   await page.keyboard.press('Home');
   await eventually(async () => (await device.read().catch(() => ({}))).backgroundBlur?.[1] === 0, 'the slider is in the file');
@@ -101,7 +103,6 @@ test('slider, text, passcode and choice are written with their types', async () 
   await eventually(async () => Object.values(await device.read()).filter(([, value]) => value === 'Ä "test"').length === count, 'every text is in the file');
   assert.ok(count > 0);
   assert.deepEqual(trouble, []);
-  await close();
 });
 
 test('every switch, segment and slider of the page takes a touch', async () => {
@@ -133,10 +134,9 @@ test('a damaged preference file is said in the pane, and the page works on', asy
 });
 
 test('a file that another program changes is shown without a tap', async () => {
-  const { page, device, close } = await openAll(browser);
+  const { page, device } = await shared.fresh();
   await device.writePlist(device.file, { fromOutside: 7 });
   await page.locator('.entries tr[data-key="fromOutside"]').getByText('7').waitFor();
-  await close();
 });
 
 test('where Kestrelle has the gestures the row is locked, dimmed, and shows the first segment', async () => {
@@ -201,12 +201,11 @@ test('the device\'s traits change while it runs', async () => {
 
 for (const appearance of ['light', 'dark']) {
   test(`the root page has no barriers: ${appearance}`, async () => {
-    const { page, row, trouble, close } = await openAll(browser, { serveOptions: ['--appearance', appearance], reducedMotion: 'reduce' });
+    const { page, row, trouble } = await shared.fresh({ appearance });
     await radio(row('presentationStyle'), 1).click();
     await page.getByRole('switch', { name: 'Reverse module order' }).waitFor();
     await assertAccessible(page, 'the root page');
     assert.deepEqual(trouble, []);
-    await close();
   });
 }
 

@@ -123,19 +123,22 @@ export async function openAll(browser, { serveOptions = [], prepare, ...options 
 }
 
 /**
- * Device, server and window for all tests of a file, open until `closeAll`. Each test begins with `fresh`: the device's
- * settings are those of a new one, or those that the test gives; the page is loaded and Settings
- * opened anew. Nothing moves but where the test is about movement: it costs most of the time.
+ * Device, server and window for all tests of a file, open until `closeAll`. Each test begins with
+ * `fresh`: the device's settings are those of a new one, or those that the test gives, and its
+ * appearance is the one asked for; the page is loaded and Settings opened anew. Nothing moves but
+ * where the test is about movement: it costs most of the time.
  */
 export async function shareAll(browser, options) {
   const { page, row, device, trouble, server } = await openAll(browser, options);
-  const fresh = async ({ settings, reducedMotion = 'reduce' } = {}) => {
+  const fresh = async ({ settings, appearance = 'light', reducedMotion = 'reduce' } = {}) => {
     await page.goto('about:blank');
     await page.emulateMedia({ reducedMotion });
     trouble.length = 0;
     await device.restore();
     if (settings) await device.writePlist(device.file, settings);
     await page.goto(server.address);
+    await page.locator('[data-trait="appearance"]').selectOption(appearance);
+    await page.locator(`.layout[data-appearance="${appearance}"]`).waitFor();
     const before = await page.locator('.page').getAttribute('data-node');
     await page.locator('[data-action="reopen"]').click();
     await page.locator(`.page:not(.ghost, [data-node="${before}"]) .row`).first().waitFor();
