@@ -28,7 +28,7 @@ XML = {
     "cdata": "<plist><string>1<![CDATA[<&>]]>2</string></plist>",
     "references": "<plist><string>&lt;&gt;&amp;&quot;&apos;&#65;&#x1F600;</string></plist>",
     "numbers": "<plist><array><integer>0x1F</integer><integer>-0x10</integer><integer>+7</integer>"
-               "<real>1e5</real><real>-inf</real><real>nan</real></array></plist>",
+               "<real>1e5</real><real>-inf</real><real>nan</real><real>-nan</real></array></plist>",
     "attributes": "<plist version='1.0'><dict a=\"b\" ><key id = 'c'>k</key><false /></dict></plist>",
     "duplicate": "<plist><dict><key>a</key><true/><key>a</key><false/></dict></plist>",
     "subset": "<!DOCTYPE plist [<!ELEMENT plist ANY>]><plist><true/></plist>",

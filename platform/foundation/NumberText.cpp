@@ -220,10 +220,9 @@ IntegerProblem parseInteger(std::string_view text, Integer& result) noexcept {
 std::optional<double> parseReal(std::string_view text) noexcept {
   text = trimmed(text);
   const bool negative = takeSign(text);
-  const double sign = negative ? -1.0 : 1.0;
-  if (equalIgnoringCase(text, "nan")) return std::copysign(std::nan(""), sign);
+  if (equalIgnoringCase(text, "nan")) return std::nan("");
   if (equalIgnoringCase(text, "inf") || equalIgnoringCase(text, "infinity")) {
-    return std::copysign(std::numeric_limits<double>::infinity(), sign);
+    return std::copysign(std::numeric_limits<double>::infinity(), negative ? -1.0 : 1.0);
   }
   const Real real = readReal(text);
   if (real.length == 0 || real.length != text.size()) return std::nullopt;

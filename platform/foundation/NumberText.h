@@ -30,7 +30,8 @@ enum class IntegerProblem { none, malformed, outOfRange };
 IntegerProblem parseInteger(std::string_view text, Integer& result) noexcept;
 
 // All of the text, white space around it passed over: a decimal real, or nan, inf, infinity with
-// an optional sign, in any case of letters. Too large a number is infinite, too small a one zero.
+// an optional sign, in any case of letters. Too large a number is infinite, too small a one zero,
+// and nan has no sign, as it has none where it is written.
 std::optional<double> parseReal(std::string_view text) noexcept;
 
 // "%.17g", zero of either sign as "0.0", "nan", "+infinity", "-infinity".

@@ -164,6 +164,12 @@ TEST(PropertyListXml, ReadsReals) {
   EXPECT_TRUE(std::isnan(content("<real>+nan</real>").doubleValue()));
 }
 
+TEST(PropertyListXml, NanOfEitherSignIsTheOneThatIsWritten) {
+  const Value negative = content("<real>-nan</real>");
+  EXPECT_EQ(negative, content("<real>nan</real>"));
+  EXPECT_EQ(readPropertyList(writeXmlPropertyList(negative).bytes).value, negative);
+}
+
 TEST(PropertyListXml, RefusesWhatIsNoReal) {
   for (const char* bad : {"", "x", "1,5", "1.5 2", "0x1p3", "nan(1)", ".", "e5", "1e", "--1"}) {
     EXPECT_NE(xmlRefusal(document("<real>" + std::string(bad) + "</real>")), "accepted") << bad;
