@@ -60,6 +60,18 @@ for (const appearance of ['light', 'dark']) {
   });
 }
 
+test('switches and sliders are seen where the system forces its colours', async () => {
+  const { page, context } = await openAlone(browser, everyKind().tree, { forcedColors: 'active', reducedMotion: 'reduce' });
+  const ground = (locator) => locator.first().evaluate((element) => getComputedStyle(element).backgroundColor);
+  const [on, off, thumb, around] = await Promise.all([
+    page.getByRole('switch', { checked: true }), page.getByRole('switch', { checked: false }), page.locator('.switch-thumb'), page.locator('body'),
+  ].map(ground));
+  assert.equal(new Set([on, off, thumb]).size, 3, 'on, off and the thumb are told apart');
+  assert.ok(on !== around && off !== around, 'they stand out from the page');
+  assert.equal(await page.locator('.slider-track').first().evaluate((track) => getComputedStyle(track).forcedColorAdjust), 'none');
+  await context.close();
+});
+
 test('what the application announces is read aloud', async () => {
   const { page, context, server } = await openAlone(browser, everyKind().tree);
   server.send({ type: 'event', event: 'announce', text: 'Two rows were inserted' });
