@@ -1,22 +1,12 @@
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
+import { test } from 'node:test';
 import { assertAccessible } from '../support/accessibility.mjs';
-import { launchBrowser } from '../support/browser.mjs';
 import { finger, middle } from '../support/drag.mjs';
 import { becomes, eventually, still } from '../support/eventually.mjs';
 import { noisyPng, tinyPng } from '../support/pictures.mjs';
-import { closeAll, openAll, shareAll } from '../support/program.mjs';
+import { useProgram } from '../support/whole.mjs';
 
-let browser;
-let shared;
-before(async () => {
-  browser = await launchBrowser();
-  shared = await shareAll(browser);
-});
-after(async () => {
-  await closeAll();
-  await browser.close();
-});
+const { fresh, open } = useProgram();
 
 const color = 'backgroundColor';
 const cleared = '#FA0000:0.0';
@@ -37,8 +27,8 @@ async function goTo(opened, list) {
   return { ...opened, stored, dialog, fill };
 }
 
-const openColors = async () => goTo(await shared.fresh(), 'globalColors');
-const openCustomize = async () => goTo(await shared.fresh());
+const openColors = async () => goTo(await fresh(), 'globalColors');
+const openCustomize = async () => goTo(await fresh());
 
 /** A tap that takes no time, so that it is never a long press. */
 const tap = (button) => button.dispatchEvent('click');
@@ -132,7 +122,7 @@ const holds = {
 
 for (const [how, hold] of Object.entries(holds)) {
   test(`a press of one second on a colour row clears it and is no tap: ${how}`, async () => {
-    const opened = how === 'touch' ? await goTo(await openAll(browser, phone), 'globalColors') : await openColors();
+    const opened = how === 'touch' ? await goTo(await open(phone), 'globalColors') : await openColors();
     const { page, row, dialog, stored, fill, trouble, close } = opened;
     const release = await hold({ ...opened, button: row(color).getByRole('button') });
     await becomes(() => stored(color), ['str', cleared], 'it is cleared in the file');
@@ -278,7 +268,7 @@ test('the picker is dimmed and busy until the picture is stored', async () => {
 
 for (const appearance of ['light', 'dark']) {
   test(`no barriers: the customize page, a colour list and the pickers, ${appearance}`, async () => {
-    const opened = await goTo(await shared.fresh({ appearance }));
+    const opened = await goTo(await fresh({ appearance }));
     const { page, row, dialog, trouble } = opened;
     await assertAccessible(page, 'the customize page');
     await openPhotos(opened);

@@ -1,21 +1,11 @@
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
+import { test } from 'node:test';
 import { assertAccessible } from '../support/accessibility.mjs';
-import { launchBrowser } from '../support/browser.mjs';
 import { drag, dragByFinger, middle } from '../support/drag.mjs';
 import { becomes, eventually, still } from '../support/eventually.mjs';
-import { closeAll, openAll, shareAll } from '../support/program.mjs';
+import { useProgram } from '../support/whole.mjs';
 
-let browser;
-let shared;
-before(async () => {
-  browser = await launchBrowser();
-  shared = await shareAll(browser);
-});
-after(async () => {
-  await closeAll();
-  await browser.close();
-});
+const { fresh, open } = useProgram();
 
 const prefix = 'com.hollowmere.ZentrovaModule.';
 const pinned = `${prefix}ConnectivityModule,${prefix}GroupedTogglesModule`;
@@ -46,7 +36,7 @@ async function goTo(identifier, opened) {
   return { ...opened, shown, handle, rowOf, live, said, landed, stored, focused };
 }
 
-const openShared = async (identifier, wanted) => goTo(identifier, await shared.fresh(wanted));
+const openShared = async (identifier, wanted) => goTo(identifier, await fresh(wanted));
 const moving = { reducedMotion: 'no-preference' };
 
 test('modules are arranged by dragging with the mouse, and the file has their order', async () => {
@@ -65,7 +55,7 @@ test('modules are arranged by dragging with the mouse, and the file has their or
 });
 
 test('modules are arranged by a finger on their handles', async () => {
-  const { page, handle, rowOf, said, landed, stored, trouble, close } = await goTo('arrangeModules', await openAll(browser, phone));
+  const { page, handle, rowOf, said, landed, stored, trouble, close } = await goTo('arrangeModules', await open(phone));
   await dragByFinger(page, handle('Audio'), rowOf('Brightness'), { over: () => said('2 of 4 in Enabled modules') });
   await said('Audio is now 2 of 4 in Enabled modules');
   await landed();
@@ -242,7 +232,7 @@ test('favourites that are not installed say so, and can be removed', async () =>
 });
 
 test('without the repository of modules the page says what to do, and with it the modules are back', async () => {
-  const { page, row, trouble, close } = await openAll(browser, { reducedMotion: 'reduce' });
+  const { page, row, trouble, close } = await open({ reducedMotion: 'reduce' });
   const note = page.getByText('Nothing here? Please try doing a ldrestart.');
   const openAnew = async () => {
     const before = await page.locator('.page').getAttribute('data-node');
@@ -277,7 +267,7 @@ const inSight = (page) => page.locator('.screen').evaluate((screen) => {
 });
 
 test('a thousand installed modules: only rows in sight are in the document, and a row is dragged across all', async () => {
-  const opened = await openAll(browser, { prepare: (made) => made.installModules(1000) });
+  const opened = await open({ prepare: (made) => made.installModules(1000) });
   const { page, handle, shown, said, live, landed, stored, trouble, close } = await goTo('favoriteModules', opened);
   const scroller = page.locator('.page:not(.ghost) .table-scroll');
   const height = await scroller.evaluate((element) => element.scrollHeight);
@@ -316,7 +306,7 @@ test('a thousand installed modules: only rows in sight are in the document, and 
 
 for (const appearance of ['light', 'dark']) {
   test(`no barriers: both pages, ${appearance}`, async () => {
-    const opened = await shared.fresh({ appearance });
+    const opened = await fresh({ appearance });
     const { page, row, trouble } = opened;
     for (const identifier of ['arrangeModules', 'favoriteModules']) {
       await goTo(identifier, opened);

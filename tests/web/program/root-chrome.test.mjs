@@ -1,20 +1,10 @@
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
+import { test } from 'node:test';
 import { assertAccessible } from '../support/accessibility.mjs';
-import { launchBrowser } from '../support/browser.mjs';
 import { becomes, eventually, still } from '../support/eventually.mjs';
-import { closeAll, openAll, openWindow, shareAll } from '../support/program.mjs';
+import { useProgram } from '../support/whole.mjs';
 
-let browser;
-let shared;
-before(async () => {
-  browser = await launchBrowser();
-  shared = await shareAll(browser);
-});
-after(async () => {
-  await closeAll();
-  await browser.close();
-});
+const { fresh, open, openNext } = useProgram();
 
 const style = (locator, name) => locator.evaluate((element, property) => getComputedStyle(element)[property], name);
 const scrollTo = (page, top) => page.locator('.page:not(.ghost) .table-scroll').evaluate((scroller, y) => { scroller.scrollTop = y; }, top);
@@ -29,7 +19,7 @@ async function revealed(row, identifier) {
 }
 
 test('the banner stands above the rows between its margins, and scrolls away with them', async () => {
-  const { page, trouble } = await shared.fresh();
+  const { page, trouble } = await fresh();
   const header = page.locator('.table-edge').first();
   const banner = header.locator('.view-image');
   await eventually(() => banner.locator('img').evaluate((image) => image.complete && image.naturalWidth > 0), 'the banner is loaded');
@@ -44,7 +34,7 @@ test('the banner stands above the rows between its margins, and scrolls away wit
 });
 
 test('the title of the bar fades in as one scrolls, and out again at the top', async () => {
-  const { page, trouble } = await shared.fresh({ reducedMotion: 'no-preference' });
+  const { page, trouble } = await fresh({ reducedMotion: 'no-preference' });
   const title = page.locator('.bar-title');
   assert.equal(await title.textContent(), 'Zentrova');
   await becomes(() => style(title, 'opacity'), '0', 'the bar has no title at the top');
@@ -58,7 +48,7 @@ test('the title of the bar fades in as one scrolls, and out again at the top', a
 });
 
 test('link rows show tiles, masks, initials and the picture of the maker', async () => {
-  const { page, row, trouble } = await shared.fresh();
+  const { page, row, trouble } = await fresh();
   const tile = async (name) => (await revealed(row, name)).locator('.cell-picture > .view');
   const size = async (name) => (await offsets(await tile(name))).slice(2);
   assert.deepEqual(await size('websiteLink'), [40, 40]);
@@ -80,7 +70,7 @@ test('link rows show tiles, masks, initials and the picture of the maker', async
 const links = ['websiteLink', 'kestrelleLink', 'guideLink', 'translateLink', 'problemLink', 'hollowmere'];
 
 test('a change of the tint reaches every cell, those that come into sight later too', async () => {
-  const { page, row, trouble, close } = await openAll(browser, { reducedMotion: 'reduce' });
+  const { page, row, trouble, close } = await open({ reducedMotion: 'reduce' });
   const color = async (name) => style((await revealed(row, name)).locator('.text'), 'color');
   const before = await color('respring');
   await page.locator('[data-trait="tint"]').fill('#c2185b');
@@ -96,7 +86,7 @@ test('a change of the tint reaches every cell, those that come into sight later 
 });
 
 test('a link row asks before it leaves the device, and shows where it would go', async () => {
-  const { page, row, trouble } = await shared.fresh();
+  const { page, row, trouble } = await fresh();
   const alert = page.getByRole('alertdialog');
   const notice = page.locator('.notice');
   const tap = async (name) => {
@@ -123,7 +113,7 @@ test('a link row asks before it leaves the device, and shows where it would go',
 });
 
 test('the profile of the maker is asked about as any other link', async () => {
-  const { page, row } = await shared.fresh();
+  const { page, row } = await fresh();
   await (await revealed(row, 'hollowmere')).getByRole('button').click();
   const alert = page.getByRole('alertdialog');
   await alert.getByRole('heading', { name: /^Open “.+”\?$/ }).waitFor();
@@ -134,7 +124,7 @@ test('the profile of the maker is asked about as any other link', async () => {
 });
 
 test('the version row shows what the package manager says', async () => {
-  const { page, row, trouble } = await shared.fresh();
+  const { page, row, trouble } = await fresh();
   await (await revealed(row, 'version')).getByRole('button').click();
   const footer = page.locator('.page:not(.ghost) .table-edge').last();
   await footer.getByText('Package: com.hollowmere.zentrova').waitFor();
@@ -150,7 +140,7 @@ const waitingFor = '/bin/bash dpkg -s com.hollowmere.zentrova has not ended yet.
 
 /** Taps the version row of a device on which the program behind it is another. */
 async function askVersion(script) {
-  const opened = await openAll(browser, { reducedMotion: 'reduce', prepare: (device) => device.putProgram('bin/bash', script) });
+  const opened = await open({ reducedMotion: 'reduce', prepare: (device) => device.putProgram('bin/bash', script) });
   await (await revealed(opened.row, 'version')).getByRole('button').click();
   const dialog = opened.page.getByRole('alertdialog', { name: 'The page waits for a program' });
   await dialog.getByText(waitingFor).waitFor();
@@ -179,7 +169,7 @@ test('while a program runs nothing else is done, every window says so, and each 
   await assertAccessible(page, 'the dialog');
   await page.locator('[data-action="reopen"]').click();
   await page.getByText('the page waits for a program: stop it, or wait until it ends').waitFor();
-  const other = await openWindow(browser, server.address);
+  const other = await openNext(server.address);
   const same = other.page.getByRole('alertdialog', { name: 'The page waits for a program' });
   await same.getByText(waitingFor).waitFor();
   await other.page.keyboard.press('Escape');
@@ -197,7 +187,7 @@ test('the server ends while a page waits for a program', async () => {
 
 for (const appearance of ['light', 'dark']) {
   test(`no barriers: link rows and the question of one, ${appearance}`, async () => {
-    const { page, row, trouble } = await shared.fresh({ appearance });
+    const { page, row, trouble } = await fresh({ appearance });
     await (await revealed(row, 'problemLink')).getByRole('button').click();
     await page.getByRole('alertdialog').waitFor();
     await assertAccessible(page, 'the question');

@@ -1,21 +1,11 @@
 import assert from 'node:assert/strict';
 import { writeFile } from 'node:fs/promises';
-import { after, before, test } from 'node:test';
+import { test } from 'node:test';
 import { assertAccessible } from '../support/accessibility.mjs';
-import { launchBrowser } from '../support/browser.mjs';
 import { eventually } from '../support/eventually.mjs';
-import { closeAll, openAll, openWindow, shareAll } from '../support/program.mjs';
+import { useProgram } from '../support/whole.mjs';
 
-let browser;
-let shared;
-before(async () => {
-  browser = await launchBrowser();
-  shared = await shareAll(browser);
-});
-after(async () => {
-  await closeAll();
-  await browser.close();
-});
+const { fresh, open, openNext } = useProgram();
 
 const radio = (row, index) => row.getByRole('radio').nth(index);
 const isSelected = async (row, index) => eventually(async () => (await radio(row, index).getAttribute('aria-checked')) === 'true', `segment ${index} is selected`);
@@ -31,7 +21,7 @@ async function reveal(row) {
 const identifiers = (page) => page.locator('.page:not(.ghost) .row:not(.ghost)').evaluateAll((rows) => rows.map((row) => row.dataset.identifier));
 
 test('the presentation style brings both switches in their order, and what is set is in the file', async () => {
-  const { page, row, device, trouble } = await shared.fresh();
+  const { page, row, device, trouble } = await fresh();
   await radio(row('presentationStyle'), 1).click();
   await page.getByRole('switch', { name: 'Reverse module order' }).waitFor();
   const shown = await identifiers(page);
@@ -52,7 +42,7 @@ test('the presentation style brings both switches in their order, and what is se
 });
 
 test('the pane beside the phone shows the file and what the last tap changed in it', async () => {
-  const { page, row } = await shared.fresh();
+  const { page, row } = await fresh();
   await page.locator('.entries tr[data-key="groupedIdentifiers"]').waitFor();
   await radio(row('presentationStyle'), 1).click();
   const change = page.locator('.last-change');
@@ -66,7 +56,7 @@ test('the pane beside the phone shows the file and what the last tap changed in 
 });
 
 test('the restart row starts the stand-in, says so, and lists the program without an environment', async () => {
-  const { page, row, trouble, close } = await openAll(browser);
+  const { page, row, trouble, close } = await open();
   await row('respring').getByRole('button').click();
   await page.getByRole('status').getByText('The home screen restarted').waitFor();
   await page.locator('.pane-programs .command').first().waitFor();
@@ -78,7 +68,7 @@ test('the restart row starts the stand-in, says so, and lists the program withou
 });
 
 test('slider, text, passcode and choice are written with their types', async () => {
-  const { page, row, device, trouble } = await shared.fresh();
+  const { page, row, device, trouble } = await fresh();
   await (await reveal(row('backgroundBlur'))).getByRole('slider').focus();
   await page.keyboard.press('Home');
   await eventually(async () => (await device.read().catch(() => ({}))).backgroundBlur?.[1] === 0, 'the slider is in the file');
@@ -106,7 +96,7 @@ test('slider, text, passcode and choice are written with their types', async () 
 });
 
 test('every switch, segment and slider of the page takes a touch', async () => {
-  const { page, device, trouble, close } = await openAll(browser, { viewport: { width: 390, height: 844 }, hasTouch: true, isMobile: true });
+  const { page, device, trouble, close } = await open({ viewport: { width: 390, height: 844 }, hasTouch: true, isMobile: true });
   for (const name of await page.locator('.row:has(.switch:enabled)').evaluateAll((rows) => rows.map((row) => row.dataset.identifier))) {
     const control = page.locator(`.row[data-identifier="${name}"] .switch`);
     const before = await control.getAttribute('aria-checked');
@@ -124,7 +114,7 @@ test('every switch, segment and slider of the page takes a touch', async () => {
 });
 
 test('a damaged preference file is said in the pane, and the page works on', async () => {
-  const { page, row, device, close } = await openAll(browser, { prepare: (made) => writeFile(made.file, '<plist><dict><key>a</key>') });
+  const { page, row, device, close } = await open({ prepare: (made) => writeFile(made.file, '<plist><dict><key>a</key>') });
   await page.locator('.file-problem').waitFor();
   await page.locator('.pane-file').getByText('Damaged').waitFor();
   await radio(row('presentationStyle'), 1).click();
@@ -134,13 +124,13 @@ test('a damaged preference file is said in the pane, and the page works on', asy
 });
 
 test('a file that another program changes is shown without a tap', async () => {
-  const { page, device } = await shared.fresh();
+  const { page, device } = await fresh();
   await device.writePlist(device.file, { fromOutside: 7 });
   await page.locator('.entries tr[data-key="fromOutside"]').getByText('7').waitFor();
 });
 
 test('where Kestrelle has the gestures the row is locked, dimmed, and shows the first segment', async () => {
-  const { page, row, device, trouble, close } = await openAll(browser, {
+  const { page, row, device, trouble, close } = await open({
     prepare: async (made) => {
       await made.writePlist(made.kestrelle, { gesturesConfig: '2', useGestures: true });
       await made.writePlist(made.file, { gestureCorner: 3 });
@@ -158,9 +148,9 @@ test('where Kestrelle has the gestures the row is locked, dimmed, and shows the 
 });
 
 test('two windows show the same, and each keeps its own focus', async () => {
-  const { page, row, server, trouble, close } = await openAll(browser);
+  const { page, row, server, trouble, close } = await open();
   const cookies = await page.context().cookies();
-  const other = await openWindow(browser, server.address);
+  const other = await openNext(server.address);
   await other.row('presentFullyExpanded').getByRole('switch').focus();
   await radio(row('presentationStyle'), 1).click();
   await other.page.getByRole('switch', { name: 'Reverse module order' }).waitFor();
@@ -174,7 +164,7 @@ test('two windows show the same, and each keeps its own focus', async () => {
 });
 
 test('on the tablet the presentation and gesture rows are absent', async () => {
-  const { page, row, trouble, close } = await openAll(browser, { serveOptions: ['--idiom', 'pad', '--screen', '820x1180@2'] });
+  const { page, row, trouble, close } = await open({ serveOptions: ['--idiom', 'pad', '--screen', '820x1180@2'] });
   await row('enabled').waitFor();
   const shown = await identifiers(page);
   for (const name of ['presentationText', 'presentationStyle', 'presentFullyExpanded', 'gestureText', 'gestureSegmentCell']) {
@@ -185,7 +175,7 @@ test('on the tablet the presentation and gesture rows are absent', async () => {
 });
 
 test('the device\'s traits change while it runs', async () => {
-  const { page, row, trouble, close } = await openAll(browser);
+  const { page, row, trouble, close } = await open();
   const trait = (name) => page.locator(`[data-trait="${name}"]`);
   await trait('appearance').selectOption('dark');
   await page.locator('.layout[data-appearance="dark"]').waitFor();
@@ -201,7 +191,7 @@ test('the device\'s traits change while it runs', async () => {
 
 for (const appearance of ['light', 'dark']) {
   test(`the root page has no barriers: ${appearance}`, async () => {
-    const { page, row, trouble } = await shared.fresh({ appearance });
+    const { page, row, trouble } = await fresh({ appearance });
     await radio(row('presentationStyle'), 1).click();
     await page.getByRole('switch', { name: 'Reverse module order' }).waitFor();
     await assertAccessible(page, 'the root page');
@@ -210,7 +200,7 @@ for (const appearance of ['light', 'dark']) {
 }
 
 test('when the server ends the page says so and keeps what it shows', async () => {
-  const { page, row, server, device, context } = await openAll(browser);
+  const { page, row, server, device, context } = await open();
   await row('enabled').waitFor();
   assert.equal(await server.stop(), 0);
   await page.getByRole('alert').getByText('The connection is lost.').waitFor();

@@ -1,15 +1,9 @@
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
-import { launchBrowser } from '../support/browser.mjs';
+import { test } from 'node:test';
 import { eventually } from '../support/eventually.mjs';
-import { closeAll, openAll } from '../support/program.mjs';
+import { useProgram } from '../support/whole.mjs';
 
-let browser;
-before(async () => { browser = await launchBrowser(); });
-after(async () => {
-  await closeAll();
-  await browser.close();
-});
+const { open } = useProgram();
 
 const scrollerOf = (page) => page.locator('.page:not(.ghost) .table-scroll');
 
@@ -27,7 +21,7 @@ function emptyRows(page) {
 
 for (const textScale of ['0.82', '1', '1.65', '2.35']) {
   test(`every row in sight shows what it is, wherever one scrolls, at the text size ${textScale}`, async () => {
-    const { page, trouble, close } = await openAll(browser, { serveOptions: ['--text-scale', textScale] });
+    const { page, trouble, close } = await open({ serveOptions: ['--text-scale', textScale] });
     const isAtEnd = () => scrollerOf(page).evaluate((scroller) => scroller.scrollTop + scroller.clientHeight >= scroller.scrollHeight - 1);
     do {
       await scrollerOf(page).evaluate((scroller) => { scroller.scrollTop += 300; });
@@ -39,7 +33,7 @@ for (const textScale of ['0.82', '1', '1.65', '2.35']) {
 }
 
 test('the version is shown below the last row, and comes into sight', async () => {
-  const { page, row, close } = await openAll(browser, { reducedMotion: 'reduce' });
+  const { page, row, close } = await open({ reducedMotion: 'reduce' });
   await row('version').scrollIntoViewIfNeeded();
   await row('version').getByRole('button').click();
   const version = page.getByText('Package: com.hollowmere.zentrova');
@@ -52,7 +46,7 @@ test('the version is shown below the last row, and comes into sight', async () =
 });
 
 test('a sheet that opens while the table is still on its way refuses nothing', async () => {
-  const { page, row, close } = await openAll(browser, { reducedMotion: 'reduce' });
+  const { page, row, close } = await open({ reducedMotion: 'reduce' });
   await row('hollowmere').scrollIntoViewIfNeeded();
   await row('hollowmere').getByRole('button').click();
   await page.getByRole('alertdialog').waitFor();
