@@ -6,12 +6,14 @@ import { createRequire } from 'node:module';
 
 const source = await readFile(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
 
-/** Nothing that axe-core counts as serious or critical may be found. */
-export async function assertAccessible(page, what) {
+const worst = ['serious', 'critical'];
+export const anyImpact = ['minor', 'moderate', ...worst];
+
+/** Nothing of these impacts, as axe-core counts them, may be found. */
+export async function assertAccessible(page, what, impacts = worst) {
   if (await page.evaluate(() => globalThis.axe === undefined)) await page.evaluate(source);
   // To tell of each element that is in order takes most of the time, and nobody reads it.
   const { violations } = await page.evaluate(() => globalThis.axe.run(document, { resultTypes: ['violations'] }));
-  const serious = violations.filter(({ impact }) => impact === 'serious' || impact === 'critical');
-  const report = serious.map(({ id, nodes }) => `${id}: ${nodes.map((node) => `${node.html}\n    ${node.failureSummary}`).join('\n  ')}`);
+  const report = violations.filter(({ impact }) => impacts.includes(impact)).map(({ id, nodes }) => `${id}: ${nodes.map((node) => `${node.html}\n    ${node.failureSummary}`).join('\n  ')}`);
   assert.deepEqual(report, [], `${what} has barriers:\n${report.join('\n')}`);
 }

@@ -42,7 +42,7 @@ export function framedScreen(context: Context, shape: Shape, scale: number): Tem
       width: `${width}px`, height: `${height}px`, padding: `${bezel}px`, transform: scale === 1 ? undefined : `scale(${scale})`,
       '--corner': `${corner}px`, '--bezel': `${bezel}px`,
     })}>
-      <div class="screen" role="region" aria-label="The device's screen" ${styled(screenStyles(context, shape.safeBottom))}>
+      <div class="screen" ${styled(screenStyles(context, shape.safeBottom))}>
         ${screenContent(context, shape.safeTop)}
         ${statusBar(shape)}
         ${shape.safeBottom > 0 ? html`<div class="home-indicator" aria-hidden="true"></div>` : nothing}
@@ -53,7 +53,7 @@ export function framedScreen(context: Context, shape: Shape, scale: number): Tem
 
 /** The screen alone, where the window is no larger than a phone itself. */
 export function bareScreen(context: Context): TemplateResult {
-  return html`<div class="screen bare" role="region" aria-label="The device's screen" ${styled(screenStyles(context, 0))}>
+  return html`<div class="screen bare" ${styled(screenStyles(context, 0))}>
     ${screenContent(context, 0)}
   </div>`;
 }
