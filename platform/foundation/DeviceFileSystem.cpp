@@ -30,6 +30,11 @@ FileError failure(std::string_view what, std::string_view path, int code) {
   return {code, message + std::generic_category().message(code)};
 }
 
+FileError tooLarge(std::string_view path, std::uint64_t limit) {
+  return {EFBIG, "cannot read " + std::string(path) + ": it has more than " +
+                     std::to_string(limit) + " bytes, which is the limit"};
+}
+
 FileType typeOf(mode_t mode) {
   if (S_ISREG(mode)) return FileType::regular;
   if (S_ISDIR(mode)) return FileType::directory;
@@ -105,7 +110,7 @@ FileContents DeviceFileSystem::read(std::string_view path, std::uint64_t limit) 
   const Descriptor file = openToRead(path, status);
   if (!file) return {{}, failure("read", path, errno)};
   const auto size = static_cast<std::uint64_t>(status.st_size);
-  if (size > limit) return {{}, failure("read", path, EFBIG)};
+  if (size > limit) return {{}, tooLarge(path, limit)};
   // One byte more than there should be shows a file that has grown meanwhile.
   const std::size_t capacity = static_cast<std::size_t>(size) + 1;
   std::shared_ptr<char[]> buffer(new (std::nothrow) char[capacity]);

@@ -40,9 +40,9 @@ void locate(PropertyListError& error, std::string_view text) {
   error.column = before.size() - static_cast<std::size_t>(continuations) + 1;
 }
 
-PropertyListResult refused(std::size_t offset, std::string reason) {
+PropertyListResult refused(std::size_t offset, std::string reason, std::string accepted) {
   PropertyListResult result;
-  result.error = PropertyListError{std::move(reason), {}, {}, offset, {}};
+  result.error = PropertyListError{std::move(reason), {}, {}, offset, std::move(accepted)};
   return result;
 }
 
@@ -60,7 +60,8 @@ PropertyListResult readUtf16(std::string_view bytes, utf::ByteOrder order,
   utf::FromUtf16 converted = utf::fromUtf16(bytes.substr(utf16MarkSize), order);
   if (converted.badOffset) {
     PropertyListResult result =
-        refused(converted.text.size(), "an unpaired surrogate or half a UTF-16 unit");
+        refused(converted.text.size(), "an unpaired surrogate or half a UTF-16 unit",
+                "whole units, surrogates in pairs");
     locate(*result.error, converted.text);
     result.error->offset = utf16MarkSize + *converted.badOffset;
     result.format = PropertyListFormat::xml1;
@@ -78,13 +79,13 @@ PropertyListResult readUtf16(std::string_view bytes, utf::ByteOrder order,
 PropertyListResult readAny(std::string_view bytes, const std::shared_ptr<const void>& keeper,
                            const PropertyListLimits& limits) {
   if (bytes.size() > limits.bytes) {
-    return refused(limits.bytes,
-                   "more than " + std::to_string(limits.bytes) + " bytes, which is the limit");
+    const std::string limit = std::to_string(limits.bytes) + " bytes";
+    return refused(limits.bytes, "more than " + limit + ", which is the limit", "at most " + limit);
   }
   using binary_property_list::magic;
   if (bytes.starts_with(magic)) return readBinaryPropertyList(bytes, keeper, limits);
   if (bytes.starts_with("bplist")) {
-    return refused(6, "this version of the binary form is not supported");
+    return refused(6, "this version of the binary form is not supported", "bplist00");
   }
   utf::ByteOrder order{};
   if (startsAsUtf16(bytes, order)) return readUtf16(bytes, order, limits);
@@ -96,7 +97,7 @@ PropertyListResult readGuarded(std::string_view bytes, const std::shared_ptr<con
   try {
     return readAny(bytes, keeper, limits);
   } catch (const std::bad_alloc&) {
-    return refused(0, "there is not enough memory to read it");
+    return refused(0, "there is not enough memory to read it", "a smaller file");
   }
 }
 

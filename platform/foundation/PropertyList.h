@@ -30,7 +30,7 @@ struct PropertyListError {
   std::optional<std::size_t> line;    // from 1, XML only
   std::optional<std::size_t> column;  // from 1, in characters, XML only
   std::optional<std::size_t> offset;  // bytes from the start
-  std::string accepted;               // what would be accepted there; may be empty
+  std::string accepted;               // what would be accepted there
   // "line 3, column 7: reason" or "byte 112: reason"
   std::string text() const;
 };

@@ -87,7 +87,9 @@ class BinaryReader {
   bool count(std::size_t objects, std::size_t offset);
   std::size_t referenceAt(const Frame& frame, std::size_t index) const noexcept;
   void remember(std::size_t object, std::size_t objects, std::size_t height);
-  bool fail(std::size_t offset, std::string reason, std::string accepted = {});
+  bool fail(std::size_t offset, std::string reason, std::string accepted);
+  bool failAsTooMany(std::size_t offset, const std::string& counted);
+  bool failAsTooDeep(std::size_t offset);
 
   std::string_view _bytes;
   std::shared_ptr<const void> _keeper;
@@ -104,6 +106,17 @@ class BinaryReader {
 bool BinaryReader::fail(std::size_t offset, std::string reason, std::string accepted) {
   _error = {std::move(reason), {}, {}, offset, std::move(accepted)};
   return false;
+}
+
+bool BinaryReader::failAsTooMany(std::size_t offset, const std::string& counted) {
+  const std::string limit = std::to_string(_limits.objects) + " values";
+  return fail(offset, "more than " + limit + counted + ", which is the limit", "at most " + limit);
+}
+
+bool BinaryReader::failAsTooDeep(std::size_t offset) {
+  const std::string limit = std::to_string(_limits.depth) + " deep";
+  return fail(offset, "containers are nested more than " + limit + ", which is the limit",
+              "at most " + limit);
 }
 
 PropertyListResult BinaryReader::run() {
@@ -141,12 +154,15 @@ bool BinaryReader::checkTrailer(std::size_t at) {
   if (_trailer.referenceWidth < 1 || _trailer.referenceWidth > 8) {
     return fail(at + 7, "the trailer's width of references is wrong", "1 to 8 bytes");
   }
-  if (_trailer.count == 0) return fail(at + 8, "the trailer counts no objects");
+  if (_trailer.count == 0) return fail(at + 8, "the trailer counts no objects", "1 or more");
   if (_trailer.top >= _trailer.count) {
-    return fail(at + 16, "the trailer's top object is none of those that it counts");
+    return fail(at + 16, "the trailer's top object is none of those that it counts",
+                "0 to " + std::to_string(_trailer.count - 1));
   }
   if (_trailer.table <= magic.size() || _trailer.table >= at) {
-    return fail(at + 24, "the trailer's offset table lies outside the file");
+    return fail(
+        at + 24, "the trailer's offset table lies outside the file",
+        "an offset from " + std::to_string(magic.size() + 1) + " to " + std::to_string(at - 1));
   }
   const std::size_t tableSize = at - _trailer.table;
   if (tableSize % _trailer.offsetWidth != 0 || tableSize / _trailer.offsetWidth != _trailer.count) {
@@ -154,14 +170,15 @@ bool BinaryReader::checkTrailer(std::size_t at) {
                 std::to_string(tableSize / _trailer.offsetWidth) + " objects");
   }
   if (!covers(_trailer.referenceWidth, _trailer.count - 1)) {
-    return fail(at + 7, "the width of references is too small for the number of objects");
+    return fail(at + 7, "the width of references is too small for the number of objects",
+                "bytes that hold " + std::to_string(_trailer.count - 1));
   }
   if (!covers(_trailer.offsetWidth, _trailer.table - 1)) {
-    return fail(at + 6, "the width of offsets is too small for the file");
+    return fail(at + 6, "the width of offsets is too small for the file",
+                "bytes that hold " + std::to_string(_trailer.table - 1));
   }
   if (_trailer.count > _limits.objects) {
-    return fail(at + 8,
-                "more than " + std::to_string(_limits.objects) + " values, which is the limit");
+    return failAsTooMany(at + 8, "");
   }
   return true;
 }
@@ -212,20 +229,21 @@ void BinaryReader::remember(std::size_t object, std::size_t objects, std::size_t
 bool BinaryReader::count(std::size_t objects, std::size_t offset) {
   _objects += objects;
   if (_objects <= _limits.objects) return true;
-  return fail(offset, "more than " + std::to_string(_limits.objects) +
-                          " values when shared ones are counted each time, which is the limit");
+  return failAsTooMany(offset, " when shared ones are counted each time");
 }
 
 bool BinaryReader::readObject(std::size_t object, bool asKey) {
   if (object >= _trailer.count) {
     const std::size_t at = _frames.empty() ? 0 : _frames.back().references;
-    return fail(at, "a reference to object " + std::to_string(object) + ", which there is not");
+    return fail(at, "a reference to object " + std::to_string(object) + ", which there is not",
+                "0 to " + std::to_string(_trailer.count - 1));
   }
   const std::uint32_t known = _knownIndex[object];
   if (known != 0 && known != inProgress) return reuse(_known[known - 1], asKey);
   Head head;
   if (!readHead(object, head)) return false;
-  if (known == inProgress) return fail(head.offset, "a container that contains itself");
+  if (known == inProgress)
+    return fail(head.offset, "a container that contains itself", "other objects");
   if (!asKey && !count(1, head.offset)) return false;
   const bool container = head.marker == Marker::array || head.marker == Marker::dictionary;
   const bool text = head.marker == Marker::ascii || head.marker == Marker::utf16;
@@ -241,8 +259,7 @@ bool BinaryReader::reuse(const Known& known, bool asKey) {
   }
   if (!asKey && !count(known.objects, at)) return false;
   if (_frames.size() + known.height > _limits.depth) {
-    return fail(at, "containers are nested more than " + std::to_string(_limits.depth) +
-                        " deep, which is the limit");
+    return failAsTooDeep(at);
   }
   _frames.back().height = std::max(_frames.back().height, known.height + 1);
   push(Value(known.value), asKey);
@@ -262,7 +279,9 @@ bool BinaryReader::readHead(std::size_t object, Head& head) {
   const std::uint64_t offset = number(_bytes, entry, _trailer.offsetWidth);
   if (offset < magic.size() || offset >= _trailer.table) {
     return fail(entry,
-                "the offset of object " + std::to_string(object) + " lies outside the objects");
+                "the offset of object " + std::to_string(object) + " lies outside the objects",
+                "an offset from " + std::to_string(magic.size()) + " to " +
+                    std::to_string(_trailer.table - 1));
   }
   const auto byte = static_cast<unsigned char>(_bytes[offset]);
   head.offset = offset;
@@ -294,7 +313,8 @@ bool BinaryReader::readSize(Head& head) {
   const std::size_t width = std::size_t{1} << (byte & 0x0FU);
   if (byte >> 4U != static_cast<unsigned>(Marker::integer) || width > 8 ||
       _trailer.table - at <= width) {
-    return fail(at, "the size of an object is not an integer of 1, 2, 4 or 8 bytes");
+    return fail(at, "the size of an object is no integer that can be read",
+                "an integer of 1, 2, 4 or 8 bytes");
   }
   head.count = number(_bytes, at + 1, width);
   head.content = at + 1 + width;
@@ -305,15 +325,15 @@ bool BinaryReader::checkExtent(const Head& head, std::size_t unit) {
   if (head.content <= _trailer.table && head.count <= (_trailer.table - head.content) / unit) {
     return true;
   }
-  return fail(head.offset, "an object reaches beyond the objects' end");
+  return fail(head.offset, "an object reaches beyond the objects' end",
+              "an end at byte " + std::to_string(_trailer.table) + " at the latest");
 }
 
 bool BinaryReader::begin(std::size_t object, const Head& head) {
   const bool dictionary = head.marker == Marker::dictionary;
   if (!checkExtent(head, _trailer.referenceWidth * (dictionary ? 2 : 1))) return false;
   if (_frames.size() >= _limits.depth) {
-    return fail(head.offset, "containers are nested more than " + std::to_string(_limits.depth) +
-                                 " deep, which is the limit");
+    return failAsTooDeep(head.offset);
   }
   dictionary ? _builder.beginDictionary() : _builder.beginArray();
   _knownIndex[object] = inProgress;
@@ -382,7 +402,7 @@ bool BinaryReader::readInteger(const Head& head) {
   } else if (high == ~std::uint64_t{0} && negative) {
     _builder.push(static_cast<std::int64_t>(low));
   } else {
-    return fail(head.offset, "the integer is outside -2^63 to 2^64-1");
+    return fail(head.offset, "the integer is outside -2^63 to 2^64-1", "-2^63 to 2^64-1");
   }
   return true;
 }
@@ -409,7 +429,7 @@ bool BinaryReader::readDate(const Head& head) {
   if (!checkExtent(extent, 1)) return false;
   const auto seconds = std::bit_cast<double>(number(_bytes, head.content, 8));
   if (!std::isfinite(seconds)) {
-    return fail(head.offset, "a date that is not a finite number of seconds");
+    return fail(head.offset, "a date that is not a finite number of seconds", "a finite number");
   }
   _builder.push(Date{seconds});
   return true;
@@ -419,7 +439,7 @@ bool BinaryReader::readAscii(const Head& head, bool asKey) {
   if (!checkExtent(head, 1)) return false;
   const std::string_view text = _bytes.substr(head.content, head.count);
   if (!words::isAscii(text))
-    return fail(head.offset, "an ASCII string with a byte that is not ASCII");
+    return fail(head.offset, "an ASCII string with a byte that is not ASCII", "bytes up to 0x7F");
   const std::size_t readable = _bytes.size() - head.content;
   if (asKey) {
     _builder.pushKeyText(text, readable);
@@ -434,7 +454,7 @@ bool BinaryReader::readUtf16(const Head& head, bool asKey) {
   const utf::FromUtf16 text =
       utf::fromUtf16(_bytes.substr(head.content, head.count * 2), utf::ByteOrder::big);
   if (text.badOffset) {
-    return fail(head.content + *text.badOffset, "an unpaired surrogate");
+    return fail(head.content + *text.badOffset, "an unpaired surrogate", "surrogates in pairs");
   }
   push(Value::string(text.text), asKey);
   return true;

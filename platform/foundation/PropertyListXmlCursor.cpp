@@ -35,6 +35,8 @@ std::string hexadecimal(char32_t scalar) {
   return "U+" + std::string(text.size() < 4 ? 4 - text.size() : 0, '0') + text;
 }
 
+constexpr std::string_view acceptedCharacters =
+    "tab, line feed, carriage return, and from U+0020 on all but surrogates, U+FFFE and U+FFFF";
 constexpr std::string_view acceptedReferences = "&lt; &gt; &amp; &quot; &apos; &#N; &#xN;";
 
 }  // namespace
@@ -44,9 +46,9 @@ bool PropertyListXmlCursor::fail(std::size_t offset, std::string reason, std::st
   return false;
 }
 
-bool PropertyListXmlCursor::failAtEnd(std::string_view inside) {
+bool PropertyListXmlCursor::failAtEnd(std::string_view inside, std::string_view accepted) {
   return fail(static_cast<std::size_t>(_end - _begin),
-              "the text ends inside " + std::string(inside));
+              "the text ends inside " + std::string(inside), std::string(accepted));
 }
 
 bool PropertyListXmlCursor::readAnyTag(Tag& tag, std::string_view accepted) {
@@ -76,7 +78,7 @@ bool PropertyListXmlCursor::readAttributes(Tag& tag) {
   for (;;) {
     const char* const before = _at;
     skipSpace();
-    if (_at == _end) return failAtEnd("a tag");
+    if (_at == _end) return failAtEnd("a tag", ">");
     if (*_at == '>') break;
     if (*_at == '/' && !tag.closing && _end - _at > 1 && _at[1] == '>') {
       tag.empty = true;
@@ -97,7 +99,7 @@ bool PropertyListXmlCursor::readAttributes(Tag& tag) {
     }
     const char* const value = _at + 1;
     _at = std::find(value, _end, *_at);
-    if (_at == _end) return failAtEnd("the value of an attribute");
+    if (_at == _end) return failAtEnd("the value of an attribute", "the closing quote");
     const std::string_view content(value, static_cast<std::size_t>(_at - value));
     if (!checkCharacters(content)) return false;
     if (content.find('<') != std::string_view::npos) {
@@ -158,10 +160,11 @@ bool PropertyListXmlCursor::skipInstruction() {
   }
   const std::string_view instruction = content.substr(0, end);
   if (instruction.empty() || !isNameCharacter(instruction.front())) {
-    return fail(start, "a processing instruction has no name");
+    return fail(start, "a processing instruction has no name", "a name after <?");
   }
   if (instruction == "xml" || instruction.starts_with("xml ")) {
-    return fail(start, "the XML declaration stands only at the very start");
+    return fail(start, "the XML declaration stands only at the very start",
+                "another processing instruction");
   }
   if (!checkCharacters(instruction)) return false;
   _at += 2 + end + 2;
@@ -175,8 +178,9 @@ bool PropertyListXmlCursor::checkCharacters(std::string_view text) {
   const char* const at = text.data() + *bad;
   const auto offset = static_cast<std::size_t>(at - _begin);
   const utf::Decoded character = utf::decode(text, *bad);
-  if (character.length == 0) return fail(offset, "a byte that is not valid UTF-8");
-  return fail(offset, hexadecimal(character.scalar) + " is not allowed in XML");
+  if (character.length == 0) return fail(offset, "a byte that is not valid UTF-8", "UTF-8");
+  return fail(offset, hexadecimal(character.scalar) + " is not allowed in XML",
+              std::string(acceptedCharacters));
 }
 
 bool PropertyListXmlCursor::readProlog() {
@@ -250,11 +254,11 @@ bool PropertyListXmlCursor::readSubset() {
     while (_at != _end && *_at != '>') {
       if (*_at == '"' || *_at == '\'') {
         _at = std::find(_at + 1, _end, *_at);
-        if (_at == _end) return failAtEnd("a declaration");
+        if (_at == _end) return failAtEnd("a declaration", "the closing quote");
       }
       if (!passOtherCharacter()) return false;
     }
-    if (_at == _end) return failAtEnd("a declaration");
+    if (_at == _end) return failAtEnd("a declaration", ">");
     ++_at;
   }
   if (!_problem.reason.empty()) return false;
@@ -281,7 +285,7 @@ bool PropertyListXmlCursor::passOtherCharacter() {
 bool PropertyListXmlCursor::readMixedText(const char* start, std::string_view& text) {
   _mixed.assign(start, _at);
   for (;;) {
-    if (_at == _end) return failAtEnd("an element");
+    if (_at == _end) return failAtEnd("an element", "its end tag");
     if (*_at == '&') {
       if (!readReference()) return false;
     } else if (startsWith("<![CDATA[")) {
@@ -328,7 +332,8 @@ bool PropertyListXmlCursor::readCharacterReference() {
     return fail(start, "a malformed character reference", std::string(acceptedReferences));
   }
   if (result.ec == std::errc::result_out_of_range || !utf::isXmlCharacter(scalar)) {
-    return fail(start, "a reference to a character that is not allowed in XML");
+    return fail(start, "a reference to a character that is not allowed in XML",
+                std::string(acceptedCharacters));
   }
   utf::append(_mixed, scalar);
   _at = result.ptr + 1;

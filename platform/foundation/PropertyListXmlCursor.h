@@ -63,7 +63,7 @@ class PropertyListXmlCursor {
   bool atEnd() const noexcept { return _at == _end; }
   void advance(std::size_t bytes) noexcept { _at += bytes; }
   const Problem& problem() const noexcept { return _problem; }
-  bool fail(std::size_t offset, std::string reason, std::string accepted = {});
+  bool fail(std::size_t offset, std::string reason, std::string accepted);
 
   // Passes the declaration and the document type, and what may stand around them.
   bool readProlog();
@@ -127,7 +127,7 @@ class PropertyListXmlCursor {
   bool readReference();
   bool readCharacterReference();
   bool readCdata();
-  bool failAtEnd(std::string_view inside);
+  bool failAtEnd(std::string_view inside, std::string_view accepted);
 
   const char* _begin;
   const char* _at;

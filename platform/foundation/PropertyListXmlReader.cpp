@@ -63,7 +63,7 @@ class XmlReader {
   Value dataOf(std::string_view text, const base64::Scan& scan) const;
   bool readContent(PlistElement element, std::string_view& text);
   bool count(std::size_t offset);
-  bool fail(std::size_t offset, std::string reason, std::string_view accepted = {}) {
+  bool fail(std::size_t offset, std::string reason, std::string_view accepted) {
     return _cursor.fail(offset, std::move(reason), std::string(accepted));
   }
   std::string_view acceptedHere() const;
@@ -207,8 +207,9 @@ bool XmlReader::readTrailer() {
 
 bool XmlReader::begin(const Tag& tag) {
   if (_builder.depth() >= _limits.depth) {
-    return fail(tag.offset, "containers are nested more than " + std::to_string(_limits.depth) +
-                                " deep, which is the limit");
+    const std::string limit = std::to_string(_limits.depth) + " deep";
+    return fail(tag.offset, "containers are nested more than " + limit + ", which is the limit",
+                "at most " + limit);
   }
   tag.element == PlistElement::dict ? _builder.beginDictionary() : _builder.beginArray();
   if (tag.empty) _builder.end();
@@ -217,8 +218,8 @@ bool XmlReader::begin(const Tag& tag) {
 
 bool XmlReader::count(std::size_t offset) {
   if (++_objects <= _limits.objects) return true;
-  return fail(offset,
-              "more than " + std::to_string(_limits.objects) + " values, which is the limit");
+  const std::string limit = std::to_string(_limits.objects) + " values";
+  return fail(offset, "more than " + limit + ", which is the limit", "at most " + limit);
 }
 
 bool XmlReader::readScalar(const Tag& tag) {
@@ -234,7 +235,8 @@ bool XmlReader::readScalar(const Tag& tag) {
       break;
   }
   if (tag.empty) {
-    return fail(tag.offset, "<" + std::string(nameOf(tag.element)) + "/> has no content");
+    const std::string name(nameOf(tag.element));
+    return fail(tag.offset, "<" + name + "/> has no content", "<" + name + ">...</" + name + ">");
   }
   if (tag.element == PlistElement::integer) return readInteger();
   return tag.element == PlistElement::real ? readReal() : readDate();

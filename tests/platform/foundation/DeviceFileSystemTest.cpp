@@ -66,6 +66,8 @@ TEST_P(DeviceFileSystemTest, APipeIsNotReadAndNobodyWaits) {
 TEST_P(DeviceFileSystemTest, AFileOverTheLimitIsNotRead) {
   _tree.write("/a", "12345");
   EXPECT_EQ(_files.read("/a", 4).error.code, EFBIG);
+  EXPECT_EQ(_files.read("/a", 4).error.message,
+            "cannot read /a: it has more than 4 bytes, which is the limit");
   EXPECT_EQ(_files.read("/a", 5).bytes, "12345");
 }
 

@@ -52,6 +52,9 @@ Value read(const BinaryFile& file) {
 std::string binaryRefusal(const std::string& bytes, const PropertyListLimits& limits = {}) {
   const PropertyListResult result = readPropertyList(bytes, limits);
   EXPECT_EQ(result.value.isNone(), result.error.has_value());
+  if (result.error) {
+    EXPECT_NE(result.error->accepted, "") << result.error->text();
+  }
   return result.error ? result.error->text() : "accepted";
 }
 

@@ -33,6 +33,9 @@ Value content(std::string_view text) {
 std::string xmlRefusal(std::string_view text, const PropertyListLimits& limits = {}) {
   const PropertyListResult result = readPropertyList(text, limits);
   EXPECT_EQ(result.value.isNone(), result.error.has_value());
+  if (result.error) {
+    EXPECT_NE(result.error->accepted, "") << result.error->text();
+  }
   return result.error ? result.error->text() : "accepted";
 }
 
@@ -287,6 +290,7 @@ TEST(PropertyListXml, EveryTruncationIsRefused) {
     ASSERT_TRUE(result.error) << size;
     ASSERT_LE(*result.error->offset, size);
     ASSERT_TRUE(result.error->line && result.error->column);
+    ASSERT_NE(result.error->accepted, "") << size << ": " << result.error->text();
   }
   EXPECT_FALSE(readPropertyList(std::string_view(whole).substr(0, end)).error);
 }
