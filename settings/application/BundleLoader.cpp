@@ -49,7 +49,10 @@ OpenedCode openCode(platform::FileSystem& files, const std::string& path) {
   const auto host = files.hostPath(path);
   if (!host) return {nullptr, path + ": a link on the way leads nowhere."};
   void* handle = ::dlopen(host->c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (!handle) return {nullptr, path + ": cannot be loaded: " + lastLoaderError()};
+  if (!handle) {
+    return {nullptr,
+            path + ": cannot be loaded: " + lastLoaderError() + ". Install the bundle anew."};
+  }
   return {std::shared_ptr<void>(handle, [](void* opened) { ::dlclose(opened); }), {}};
 }
 
@@ -86,7 +89,7 @@ LoadedBundle loadBundle(platform::Process& process, std::string_view path) {
   const std::string infoPath = folder + "/Info.plist";
   std::string problem;
   const auto info = platform::dictionaryWithContentsOfFile(infoPath, &problem);
-  if (!info) return notLoaded(infoPath + ": " + problem);
+  if (!info) return notLoaded(problem + ". Install the bundle anew.");
 
   const auto executable = infoText(*info, infoPath, "CFBundleExecutable", problem);
   if (!executable) return notLoaded(std::move(problem));

@@ -5,6 +5,8 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "settings/application/ScriptValues.h"
+
 namespace settings {
 namespace {
 
@@ -185,14 +187,14 @@ nlohmann::json LineReader::value(std::string_view what) {
   if (first == '"') return quotedText();
   if (first == '{' || first == '[') {
     const std::string text = balanced();
-    nlohmann::json parsed = nlohmann::json::parse(text, nullptr, false);
-    if (parsed.is_discarded()) fail("\"" + text + "\" is no JSON");
-    return parsed.is_discarded() ? nlohmann::json() : parsed;
+    ScriptJson parsed = jsonOfText(text);
+    if (!parsed.problem.empty()) fail("\"" + text + "\" " + parsed.problem);
+    return std::move(parsed.value);
   }
   const std::string text = word(what);
   if (text == "nil") return nullptr;
-  nlohmann::json parsed = nlohmann::json::parse(text, nullptr, false);
-  return parsed.is_discarded() ? nlohmann::json(text) : parsed;
+  ScriptJson parsed = jsonOfText(text);
+  return parsed.problem.empty() ? std::move(parsed.value) : nlohmann::json(text);
 }
 
 std::string LineReader::rest(std::string_view what) {

@@ -67,6 +67,16 @@ std::string preferenceTypeNames() {
   return "integer, real, bool, string, data, array or dict";
 }
 
+bool isOfPreferenceType(std::string_view type, const json& wanted) {
+  const json value = normalized(type, wanted);
+  if (type == "integer") return value.is_number_integer();
+  if (type == "real") return value.is_number() || (value.is_object() && value.contains("real"));
+  if (type == "bool") return value.is_boolean();
+  if (type == "string") return value.is_string();
+  if (type == "array") return value.is_array();
+  return value.is_object() && (type == "dict" || value.contains("data"));
+}
+
 bool matchesPreference(const Value& stored, std::string_view type, const json& wanted) {
   if (typeOf(stored) != type) return false;
   const json value = normalized(type, wanted);

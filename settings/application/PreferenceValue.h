@@ -22,6 +22,9 @@ PreferenceLookup lookUpPreference(platform::FileSystem& files, std::string_view 
 bool isPreferenceType(std::string_view type);
 std::string preferenceTypeNames();
 
+// Whether the JSON can stand for a value of that type.
+bool isOfPreferenceType(std::string_view type, const nlohmann::json& wanted);
+
 // Whether the stored value is of that type and is the one that the JSON stands for. Reals may be
 // written as integers; data as {"data": base64} or the base64 text alone.
 bool matchesPreference(const platform::Value& stored, std::string_view type,

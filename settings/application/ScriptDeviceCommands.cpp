@@ -65,12 +65,13 @@ Step parsePut(LineReader& reader) {
   if (reader.peek() == '@') return putFile(std::move(path), reader.rest("FILE").substr(1));
   const std::string text = reader.rest("JSON or @FILE");
   if (reader.error()) return {};
-  const nlohmann::json parsed = nlohmann::json::parse(text, nullptr, false);
-  if (parsed.is_discarded()) {
-    reader.fail("\"" + text + "\" is neither JSON nor @FILE; a text is written in double quotes");
+  const ScriptJson parsed = jsonOfText(text);
+  if (!parsed.problem.empty()) {
+    reader.fail("\"" + text + "\" " + parsed.problem +
+                "; what follows PATH is JSON, a text of it in double quotes, or @FILE");
     return {};
   }
-  const PropertyListBytes list = propertyListBytes(parsed);
+  const PropertyListBytes list = propertyListBytes(parsed.value);
   if (!list.problem.empty()) reader.fail("this cannot be a property list: " + list.problem);
   return
       [path, bytes = list.bytes](ScriptContext& context) { return putBytes(context, path, bytes); };

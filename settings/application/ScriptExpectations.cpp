@@ -130,6 +130,9 @@ Step parsePref(LineReader& reader) {
     reader.fail(quote(type) + " is no TYPE; one is " + preferenceTypeNames());
   }
   const json value = type == "string" ? json(reader.word("VALUE")) : reader.value("VALUE");
+  if (!reader.error() && !isOfPreferenceType(type, value)) {
+    reader.fail(jsonText(value) + " is no VALUE of the type " + type);
+  }
   return [=](ScriptContext& context) {
     const PreferenceLookup found = lookUpPreference(context.application().device(), key);
     const std::string expected = key + " " + type + " " + jsonText(value);

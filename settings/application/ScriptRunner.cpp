@@ -2,6 +2,7 @@
 
 #include <istream>
 #include <ostream>
+#include <string_view>
 #include <utility>
 
 #include "settings/application/ScriptCommand.h"
@@ -32,6 +33,26 @@ Line parseLine(std::size_t number, const std::string& text, std::string& problem
   }
   if (reader.error()) problem = *reader.error() + usage;
   return line;
+}
+
+// The place at or before `index` where a character begins; `index` itself where that is no UTF-8.
+std::size_t characterStart(std::string_view text, std::size_t index) {
+  constexpr std::size_t mostBytesBehindTheFirst = 3;
+  for (std::size_t back = 0; back <= mostBytesBehindTheFirst && back <= index; ++back) {
+    if ((static_cast<unsigned char>(text[index - back]) & 0xC0U) != 0x80) return index - back;
+  }
+  return index;
+}
+
+// A text for people, who read neither a line of a million characters nor lose what is said of it at
+// its end.
+std::string withoutMiddle(std::string_view text) {
+  constexpr std::size_t longest = 2000;
+  if (text.size() <= longest) return std::string(text);
+  const std::size_t cut = characterStart(text, longest / 2);
+  const std::size_t goesOn = characterStart(text, text.size() - longest / 2);
+  return std::string(text.substr(0, cut)) + " [" + std::to_string(goesOn - cut) +
+         " bytes are left out] " + std::string(text.substr(goesOn));
 }
 
 bool expectsException(const Line& line) {
@@ -79,14 +100,14 @@ class Player {
 
  private:
   void complain(const Line& line, const std::string& what) {
-    _messages << _options.name << ", line " << line.number << ": " << what << "\n  " << line.text
-              << '\n';
+    _messages << _options.name << ", line " << line.number << ": " << withoutMiddle(what) << "\n  "
+              << withoutMiddle(line.text) << '\n';
   }
 
   bool fail(const Line& line, const StepOutcome& outcome) {
     complain(line, outcome.message);
-    if (outcome.expected) _messages << "  expected: " << *outcome.expected << '\n';
-    if (outcome.actual) _messages << "  actual:   " << *outcome.actual << '\n';
+    if (outcome.expected) _messages << "  expected: " << withoutMiddle(*outcome.expected) << '\n';
+    if (outcome.actual) _messages << "  actual:   " << withoutMiddle(*outcome.actual) << '\n';
     _context.printFailure(outcome);
     return false;
   }

@@ -1,6 +1,7 @@
 #include "settings/application/ScriptValues.h"
 
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "platform/foundation/PropertyList.h"
 #include "settings/device/PropertyListJson.h"
@@ -9,6 +10,20 @@ namespace settings {
 
 using nlohmann::json;
 using nlohmann::ordered_json;
+
+ScriptJson jsonOfText(std::string_view text) {
+  constexpr std::size_t deepest = platform::PropertyListLimits{}.depth;
+  bool tooDeep = false;
+  const auto visit = [&](int depth, json::parse_event_t, const json&) {
+    tooDeep = tooDeep || static_cast<std::size_t>(depth) > deepest;
+    return !tooDeep;
+  };
+  json value = json::parse(text, visit, false);
+  if (tooDeep)
+    return {{}, "nests more than " + std::to_string(deepest) + " deep, which is the limit"};
+  if (value.is_discarded()) return {{}, "is no JSON"};
+  return {std::move(value), {}};
+}
 
 ScriptValue valueOfJson(const json& given) {
   if (given.is_null()) return {};

@@ -1,11 +1,20 @@
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
+#include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
 
 #include "platform/foundation/Value.h"
 
 namespace settings {
+
+struct ScriptJson {
+  nlohmann::json value;
+  std::string problem;  // for people; empty where there is none
+};
+
+// JSON as a line of a script holds it; nothing that nests deeper than a property list may.
+ScriptJson jsonOfText(std::string_view text);
 
 struct PropertyListBytes {
   std::string bytes;

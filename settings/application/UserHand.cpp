@@ -104,11 +104,18 @@ std::optional<UserHand::Row> UserHand::rowOf(const NodeTarget& target) const {
 ActionResult UserHand::reveal(const NodeTarget& target) {
   const auto row = rowOf(target);
   if (!row) return wrongNode("row");
-  if (row->table->cellForRowAtIndexPath(row->path)) return {};
-  row->table->scrollToRowAtIndexPath(row->path);
-  _process.settle();
-  return accepted(row->table->cellForRowAtIndexPath(row->path) != nullptr,
-                  "the row cannot be brought into sight");
+  const auto isInSight = [&] { return row->table->cellForRowAtIndexPath(row->path) != nullptr; };
+  // Rows on the way may turn out to be higher than they were taken for, which pushes it out of
+  // sight again.
+  std::optional<double> before;
+  while (!isInSight() && before != row->table->contentOffset().y) {
+    before = row->table->contentOffset().y;
+    row->table->scrollToRowAtIndexPath(row->path);
+    _process.settle();
+  }
+  const auto problem = row->table->rowProblem(row->path);
+  if (problem) return refused("the row could not be made: " + *problem);
+  return accepted(isInSight(), "the row cannot be brought into sight");
 }
 
 ActionResult UserHand::tap(const json& /*action*/, const NodeTarget& target) {

@@ -54,7 +54,8 @@ class ApplicationBundleTest : public ApplicationTest {
 
 TEST_F(ApplicationBundleTest, AMissingBundleIsAPageThatNamesIt) {
   ASSERT_FALSE(application().device().remove(bundlePath));
-  EXPECT_THAT(problem(), HasSubstr(inBundle("Info.plist")));
+  EXPECT_EQ(problem(), "cannot read " + inBundle("Info.plist") +
+                           ": No such file or directory. Install the bundle anew.");
   EXPECT_EQ(page()["problem"]["title"], "The settings cannot be shown");
 }
 
@@ -107,8 +108,8 @@ TEST_F(ApplicationBundleTest, AMissingExecutableSaysItsPath) {
 
 TEST_F(ApplicationBundleTest, AnExecutableThatIsNoCodeSaysSo) {
   put(inBundle("ZentrovaPrefs"), "no code");
-  EXPECT_THAT(problem(),
-              AllOf(HasSubstr(inBundle("ZentrovaPrefs")), HasSubstr("cannot be loaded")));
+  EXPECT_THAT(problem(), AllOf(HasSubstr(inBundle("ZentrovaPrefs")), HasSubstr("cannot be loaded"),
+                               HasSubstr("Install the bundle anew")));
 }
 
 TEST_F(ApplicationBundleTest, ASharedObjectThatIsNoBundleSaysWhichFunctionIsMissing) {

@@ -181,6 +181,17 @@ TEST_F(ApplicationHandTest, ARowOutOfSightIsOutOfReachUntilItIsRevealed) {
   EXPECT_EQ(application().programRecords().size(), 1U);
 }
 
+TEST_F(ApplicationHandTest, ARowBelowRowsThatTurnOutHigherIsRevealed) {
+  std::vector<nlohmann::json> rows(
+      60, {{"cell", "PSStaticTextCell"}, {"label", std::string(400, 'x')}});
+  rows.push_back(
+      {{"cell", "PSButtonCell"}, {"id", "last"}, {"label", "Last"}, {"action", "respring"}});
+  useRows(rows);
+  application().open();
+  EXPECT_TRUE(application().reveal(rowNode("last")));
+  EXPECT_TRUE(tap("last"));
+}
+
 TEST_F(ApplicationHandTest, RevealingTakesRowsOnly) {
   EXPECT_FALSE(application().reveal(tableNode()));
   EXPECT_THAT(application().reveal("999999").message, HasSubstr("is gone"));

@@ -60,7 +60,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{"put", "PATH is missing", "put PATH JSON|@FILE"},
         BadLine{"put here {}", "\"here\" is no path of the device", "one starts with \"/\""},
         BadLine{"put /a", "JSON or @FILE is missing", "put PATH"},
-        BadLine{"put /a text", "\"text\" is neither JSON nor @FILE", "in double quotes"},
+        BadLine{"put /a text", "\"text\" is no JSON", "a text of it in double quotes, or @FILE"},
         BadLine{"put /a {\"k\": null}", "cannot be a property list", "put PATH"},
         BadLine{"rm", "PATH is missing", "rm PATH"},
         BadLine{"rm a", "no path of the device", "rm PATH"},
@@ -150,6 +150,14 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{"expect pref", "KEY is missing", "expect pref KEY TYPE VALUE"},
         BadLine{"expect pref k", "TYPE is missing", "expect pref KEY TYPE VALUE"},
         BadLine{"expect pref k int 1", "\"int\" is no TYPE", "integer, real, bool, string, data"},
+        BadLine{"expect pref k integer many", "\"many\" is no VALUE of the type integer",
+                "KEY TYPE"},
+        BadLine{"expect pref k integer 1.5", "1.5 is no VALUE of the type integer", "KEY TYPE"},
+        BadLine{"expect pref k real [1]", "[1] is no VALUE of the type real", "KEY TYPE"},
+        BadLine{"expect pref k bool maybe", "\"maybe\" is no VALUE of the type bool", "KEY TYPE"},
+        BadLine{"expect pref k data 1", "1 is no VALUE of the type data", "KEY TYPE"},
+        BadLine{"expect pref k array 1", "1 is no VALUE of the type array", "KEY TYPE"},
+        BadLine{"expect pref k dict []", "[] is no VALUE of the type dict", "KEY TYPE"},
         BadLine{"expect pref k bool", "VALUE is missing", "expect pref KEY TYPE VALUE"},
         BadLine{"expect footer #a", "\"text\" is missing", "expect footer ROW \"text\""},
         BadLine{"expect opacity", "what follows \"opacity\" is outer N or inner N", "opacity"},
@@ -164,6 +172,38 @@ class ScriptLineTest : public ApplicationTest {};
 TEST_F(ScriptLineTest, EveryBadLineIsTold) {
   const Played played = play("fly\nopen\ntap\n");
   EXPECT_THAT(played.messages, AllOf(HasSubstr("line 1: "), HasSubstr("line 3: ")));
+}
+
+TEST_F(ScriptLineTest, JsonThatWouldExhaustTheStackIsRefused) {
+  const std::string deep = std::string(1'000'000, '[') + std::string(1'000'000, ']');
+  for (const char* command : {"put /a ", "put-value k ", "expect pref k array ", "send page a "}) {
+    const Played played = play(command + deep);
+    EXPECT_EQ(played.status, ScriptStatus::badLine) << command;
+    EXPECT_THAT(played.messages, HasSubstr("nests more than 512 deep")) << command;
+  }
+}
+
+TEST_F(ScriptLineTest, ALongLineIsToldWithoutItsMiddle) {
+  const Played played =
+      play("fly " + std::string(3'000'000, 'x') + "\nadvance " + std::string(1'000'000, 'y'));
+  EXPECT_LT(played.messages.size(), 20'000U);
+  EXPECT_THAT(played.messages, AllOf(HasSubstr("\"fly\" is no command"), HasSubstr("  fly xxx"),
+                                     HasSubstr("yyy\" is no number; SECONDS is one"),
+                                     HasSubstr("bytes are left out]")));
+}
+
+TEST_F(ScriptLineTest, ALongLineThatIsNoUtf8IsCutAsWell) {
+  EXPECT_LT(play(std::string(3'000'000, '\x80')).messages.size(), 20'000U);
+}
+
+TEST_F(ScriptLineTest, ALongLineIsCutBetweenCharacters) {
+  for (const char* start : {"", "a", "ab", "abc"}) {
+    std::string text = start;
+    for (int i = 0; i < 5000; ++i) text += "🎛";
+    const std::string told = play("open\nexpect title \"" + text + "\"").messages;
+    EXPECT_THAT(told, HasSubstr("bytes are left out]"));
+    EXPECT_FALSE(json(told).dump(-1, ' ', false, json::error_handler_t::strict).empty());
+  }
 }
 
 TEST_F(ScriptLineTest, BlankLinesAndCommentsArePassedOver) {
