@@ -101,7 +101,25 @@ TEST_F(CliLint, ValuesAndTitlesOfDifferentLengthAreFound) {
   const std::string row =
       text("cell", "PSSegmentCell") + text("label", "L") + text("key", "k") +
       "<key>validValues</key><array><integer>0</integer></array><key>validTitles</key><array/>";
-  EXPECT_THAT(lintItems(item(row)), HasSubstr("1 \"validValues\" and 0 \"validTitles\""));
+  EXPECT_THAT(lintItems(item(row)),
+              HasSubstr("\"validTitles\" has 0 elements and \"validValues\" 1"));
+}
+
+TEST_F(CliLint, ChoicesWithoutTitlesOrValuesAreFound) {
+  const std::string row = text("cell", "PSSegmentCell") + text("label", "L") + text("key", "k");
+  EXPECT_EQ(lintItems(item(row)), "Mine.plist, row 1: \"validValues\" is missing or empty\n");
+  EXPECT_EQ(lintItems(item(row + "<key>validValues</key><array><integer>0</integer></array>")),
+            "Mine.plist, row 1: has \"validValues\" and no \"validTitles\"\n");
+}
+
+TEST_F(CliLint, ValueOfAnotherTypeIsFoundOnce) {
+  for (const char* const key : {"cellClass", "detail", "action"}) {
+    const std::string number = std::string("<key>") + key + "</key><integer>7</integer>";
+    EXPECT_EQ(lintItems(button(number)),
+              std::string("Mine.plist, row 1: \"") + key + "\" must be a text and is a number\n");
+  }
+  EXPECT_THAT(lintItems(item("<key>cell</key><integer>7</integer>")),
+              HasSubstr("Mine.plist, row 1: \"cell\" is no text; there are PSGroupCell"));
 }
 
 TEST_F(CliLint, DamagedListAndInfoAreFound) {
