@@ -206,11 +206,21 @@ void addSmoke(CLI::App& program, CommandContext& context) {
   options->folder.clear();
   command->add_option("--device", options->folder, "A copy of this device; default: a new one")
       ->type_name("DIR");
-  for (const char* trait : {"idiom", "system", "appearance"}) {
-    command->add_option_function<std::string>(
-        std::string("--") + trait,
-        [options, trait](const std::string& value) { options->traits.emplace_back(trait, value); },
-        "Only on devices of this kind");
+  std::vector<std::string> idioms;
+  for (const SmokeShape& shape : smokeShapes) idioms.emplace_back(shape.idiom);
+  const std::vector<std::pair<std::string, std::vector<std::string>>> kinds = {
+      {"idiom", idioms},
+      {"system", {smokeSystems.begin(), smokeSystems.end()}},
+      {"appearance", {smokeAppearances.begin(), smokeAppearances.end()}}};
+  for (const auto& [trait, values] : kinds) {
+    command
+        ->add_option_function<std::string>(
+            "--" + trait,
+            [options, trait](const std::string& value) {
+              options->traits.emplace_back(trait, value);
+            },
+            "Only on devices of this kind")
+        ->check(CLI::IsMember(values));
   }
   addCommonOptions(*command, context, "zentrova-settings smoke --system 15.0 --idiom phone");
   command->callback([options, &context] { smoke(*options, context); });

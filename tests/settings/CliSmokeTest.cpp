@@ -42,6 +42,16 @@ TEST(CliSmoke, ExceptionThatMustNotBeIsFound) {
   EXPECT_FALSE(std::filesystem::exists(folder.in("device/var/log/zentrova-programs.log")));
 }
 
+TEST(CliSmoke, KindOfDeviceThatIsNotTriedIsAUsageError) {
+  for (const auto& [option, value] : {std::pair("--idiom", "watch"), std::pair("--system", "15.1"),
+                                      std::pair("--appearance", "purple")}) {
+    const ProgramResult result = runProgramWith({"smoke", option, value});
+    EXPECT_EQ(result.status, 2) << option;
+    EXPECT_EQ(result.output, "") << option;
+    EXPECT_THAT(result.messages, HasSubstr(std::string(value) + " not in {")) << option;
+  }
+}
+
 TEST(CliSmoke, DeviceThatIsNotThereIsSaid) {
   const TemporaryFolder folder;
   const ProgramResult result = runProgramWith({"smoke", "--device", folder.in("nothing")});
