@@ -110,10 +110,10 @@ void addColourFormat(CLI::App& colour, CommandContext& context) {
   CLI::App* command = colour.add_subcommand("format", "Print the text that a colour is stored as");
   const auto choice = std::make_shared<ColourChoice>();
   platform::ColorComponents& components = choice->components;
-  command->add_option("R", components.red, "Red, from 0 to 1")->required();
-  command->add_option("G", components.green, "Green")->required();
-  command->add_option("B", components.blue, "Blue")->required();
-  command->add_option("A", components.alpha, "Alpha")->required();
+  command->add_option("R", components.red, "Red, from 0 to 1")->required()->check(CLI::Number);
+  command->add_option("G", components.green, "Green")->required()->check(CLI::Number);
+  command->add_option("B", components.blue, "Blue")->required()->check(CLI::Number);
+  command->add_option("A", components.alpha, "Alpha")->required()->check(CLI::Number);
   addBundleOption(*command, *choice);
   addCommonOptions(*command, context, "zentrova-settings colour format 1 0 0 0.5");
   command->callback([choice, &context] { context.status = formatColour(*choice, context); });

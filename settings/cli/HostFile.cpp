@@ -1,23 +1,35 @@
 #include "settings/cli/HostFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <istream>
-#include <iterator>
 #include <ostream>
 #include <system_error>
 
 #include "platform/foundation/DeviceFileSystem.h"
+#include "platform/foundation/PropertyList.h"
 
 namespace settings {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string everything(std::istream& stream) {
-  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+constexpr std::size_t largest = platform::PropertyListLimits{}.bytes;
+
+// To the end, or to the first byte beyond the limit: what is read may never end.
+std::string readUpToLimit(std::istream& stream) {
+  constexpr std::size_t blockSize = std::size_t{64} * 1024;
+  std::string bytes;
+  while (stream && bytes.size() <= largest) {
+    const std::size_t size = bytes.size();
+    bytes.resize(size + std::min(blockSize, largest + 1 - size));
+    stream.read(bytes.data() + size, static_cast<std::streamsize>(bytes.size() - size));
+    bytes.resize(size + static_cast<std::size_t>(stream.gcount()));
+  }
+  return bytes;
 }
 
 std::string reasonOf(int code) {
@@ -41,20 +53,24 @@ std::string shownName(const std::string& name) {
 
 std::optional<std::string> readHostFile(const std::string& name, std::istream& standardInput,
                                         std::string& problem) {
-  if (name == "-") return everything(standardInput);
   std::error_code error;
-  if (fs::is_directory(name, error)) {
-    problem = "cannot read " + name + ": it is a folder";
+  if (name != "-" && fs::is_directory(name, error)) {
+    problem = "cannot be read: it is a folder";
     return std::nullopt;
   }
   errno = 0;
-  std::ifstream stream(name, std::ios::binary);
-  std::string bytes = stream ? everything(stream) : std::string();
-  if (stream.bad() || !stream.is_open()) {
-    problem = "cannot read " + name + ": " + reasonOf(errno);
-    return std::nullopt;
+  std::ifstream file;
+  if (name != "-") file.open(name, std::ios::binary);
+  std::istream& stream = name == "-" ? standardInput : file;
+  std::string bytes = readUpToLimit(stream);
+  if (stream.bad() || (name != "-" && !file.is_open())) {
+    problem = "cannot be read: " + reasonOf(errno);
+  } else if (bytes.size() > largest) {
+    problem = "holds more than " + std::to_string(largest) + " bytes, which is the limit";
+  } else {
+    return bytes;
   }
-  return bytes;
+  return std::nullopt;
 }
 
 std::optional<std::string> writeHostFile(const std::string& name, std::string_view bytes,
@@ -73,7 +89,7 @@ std::optional<std::string> writeHostFile(const std::string& name, std::string_vi
   platform::DeviceFileSystem machine("/");
   const platform::FileError failed = machine.writeAtomically(target.native(), bytes);
   if (!failed) return std::nullopt;
-  return "cannot write " + name + ": " + failed.message;
+  return failed.message;
 }
 
 }  // namespace settings

@@ -9,7 +9,8 @@ namespace settings {
 
 // Files of this machine that people name on the command line; "-" is standard input or output.
 
-// The whole file. Empty where it cannot be read; `problem` says why.
+// The whole file. Empty where it cannot be read or is larger than a property list may be; `problem`
+// says why, without the name: "cannot be read: Permission denied".
 std::optional<std::string> readHostFile(const std::string& name, std::istream& standardInput,
                                         std::string& problem);
 

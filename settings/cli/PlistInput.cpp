@@ -89,7 +89,7 @@ std::optional<platform::Value> readPlistFile(const std::string& name, CommandCon
   std::string problem;
   const auto bytes = readHostFile(name, context.input, problem);
   if (!bytes) {
-    context.status = context.fail(problem);
+    context.status = context.fail(shownName(name) + ": " + problem);
     return std::nullopt;
   }
   PlistInput input = parsePlistOrJson(*bytes);

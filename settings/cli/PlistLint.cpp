@@ -23,7 +23,8 @@ std::optional<platform::PropertyListError> lintFile(const std::string& name,
   if (bytes) return platform::readPropertyList(*bytes).error;
   platform::PropertyListError unreadable;
   unreadable.reason = problem;
-  unreadable.accepted = "a file that can be read";
+  unreadable.accepted = "a file that can be read, of at most " +
+                        std::to_string(platform::PropertyListLimits{}.bytes) + " bytes";
   return unreadable;
 }
 

@@ -31,7 +31,8 @@ std::string preferenceFilePath(std::string_view domain) {
 PreferenceFile readPreferenceFile(platform::FileSystem& device, const std::string& path) {
   PreferenceFile file;
   const platform::FileContents contents = device.read(path);
-  if (contents.error.code == ENOENT) {
+  // A link that leads to nothing is there, and a change would put a file in its place.
+  if (contents.error.code == ENOENT && !device.attributesOfItem(path)) {
     file.problem = "there is no file " + path;
     return file;
   }

@@ -32,7 +32,7 @@ ExitStatus play(const ScriptChoice& choice, CommandContext& context) {
   if (!tree) return context.status;
   std::string problem;
   const auto text = readHostFile(choice.file, context.input, problem);
-  if (!text) return context.fail(problem);
+  if (!text) return context.fail(shownName(choice.file) + ": " + problem);
   ApplicationOptions options;
   options.deviceRoot = tree->root().string();
   options.traits = traitsOf(choice.device);

@@ -112,6 +112,7 @@ void addServe(CLI::App& program, CommandContext& context) {
   addDeviceOption(*command, choice->device);
   command->add_option("--port", choice->server.port, "Port on the loopback address; 0: a free one")
       ->capture_default_str()
+      ->check(CLI::Range(0, 65535))
       ->type_name("N");
   command
       ->add_option("--page", choice->page, "Folder of the built page; default: the program's own")

@@ -42,6 +42,19 @@ std::string obstacleAt(const fs::path& path) {
   return path.string() + " is not empty. Choose a folder that is missing or empty.";
 }
 
+constexpr const char* howToMakeOne =
+    ". Make a device tree with: zentrova-settings device create DIR";
+
+// What keeps the path from being opened as a folder; empty where nothing does.
+std::string whyNoFolder(const fs::path& path) {
+  std::error_code error;
+  const fs::file_type type = fs::status(path, error).type();
+  if (type == fs::file_type::directory) return {};
+  if (type == fs::file_type::not_found) return "there is no folder " + path.string();
+  if (error) return path.string() + " cannot be looked into: " + error.message();
+  return path.string() + " is no folder";
+}
+
 }  // namespace
 
 DeviceTreeResult DeviceTree::create(const fs::path& directory, const DeviceTreeOptions& options) {
@@ -65,16 +78,12 @@ DeviceTreeResult DeviceTree::create(const fs::path& directory, const DeviceTreeO
 
 DeviceTreeResult DeviceTree::open(const fs::path& directory) {
   const fs::path path = absolutePath(directory);
-  std::error_code error;
-  if (directory.empty() || !fs::is_directory(path, error)) {
-    return refused("there is no folder " + path.string() +
-                   ". Make a device tree with: zentrova-settings device create DIR");
-  }
+  const std::string problem = directory.empty() ? "no folder was named" : whyNoFolder(path);
+  if (!problem.empty()) return refused(problem + howToMakeOne);
   const auto format = TreeReader(path).format();
   if (!format) {
     return refused(path.string() + " is not a device tree (it has no readable file " +
-                   std::string(treeMarkPath.substr(1)) +
-                   "). Make one with: zentrova-settings device create DIR");
+                   std::string(treeMarkPath.substr(1)) + ")" + howToMakeOne);
   }
   if (*format != treeFormat) {
     return refused(path.string() + " is a device tree of format " + std::to_string(*format) +

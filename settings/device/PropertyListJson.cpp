@@ -109,7 +109,11 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
   }
   bool parse_error(std::size_t position, const std::string&,
                    const ordered_json::exception& error) override {
-    return refuse("byte " + std::to_string(position) + ": " + error.what());
+    // The library begins with a name and number of its own in brackets.
+    const std::string_view what = error.what();
+    const auto end = what.find("] ");
+    return refuse("byte " + std::to_string(position) + ": no JSON: " +
+                  std::string(end == std::string_view::npos ? what : what.substr(end + 2)));
   }
 
  private:

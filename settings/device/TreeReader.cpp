@@ -1,10 +1,9 @@
 #include "settings/device/TreeReader.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <system_error>
 
+#include "platform/foundation/DeviceFileSystem.h"
 #include "platform/foundation/PropertyList.h"
 #include "settings/device/ProgramStandIns.h"
 #include "settings/device/TreeContents.h"
@@ -29,11 +28,9 @@ std::vector<std::string> TreeReader::names(std::string_view path) const {
 }
 
 platform::Dictionary TreeReader::propertyList(std::string_view path) const {
-  std::error_code error;
-  if (!fs::is_regular_file(hostPath(path), error)) return {};
-  std::ifstream in(hostPath(path), std::ios::binary);
-  const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  const auto result = platform::readPropertyList(bytes);
+  const auto file = platform::DeviceFileSystem(_root.string()).read(path);
+  if (file.error) return {};
+  const auto result = platform::readPropertyList(file.bytes);
   const auto* dictionary = result.value.asDictionary();
   return dictionary ? *dictionary : platform::Dictionary();
 }

@@ -94,11 +94,10 @@ namespace {
 
 std::string bindProblem(std::uint16_t port, const error_code& error) {
   const std::string name = std::to_string(port);
-  if (error == asio::error::address_in_use) {
-    return "port " + name +
-           " is in use; choose another one with --port N, or --port 0 for a free one";
-  }
-  return "cannot listen on port " + name + ": " + error.message();
+  const std::string problem = error == asio::error::address_in_use
+                                  ? "port " + name + " is in use"
+                                  : "cannot listen on port " + name + ": " + error.message();
+  return problem + "; choose another one with --port N, or --port 0 for a free one";
 }
 
 error_code listen(Tcp::acceptor& acceptor, std::uint16_t port) {

@@ -67,12 +67,11 @@ std::optional<StaticFiles> StaticFiles::load(const std::string& folder, std::str
     const std::string name = item.path().lexically_relative(folder).generic_string();
     files._files.emplace("/" + name, StaticFile{std::move(bytes), contentTypeOf(name)});
   }
-  if (error)
-    problem = "cannot read the page's folder " + folder + ": " + error.message();
-  else if (!files.find("/"))
-    problem = "the page's folder " + folder + " holds no index.html";
-  if (error || !files.find("/")) return std::nullopt;
-  return files;
+  if (!error && files.find("/")) return files;
+  problem = error ? "cannot read the page's folder " + folder + ": " + error.message()
+                  : "the page's folder " + folder + " holds no index.html";
+  problem += ". Build the page (./run does), or name the folder of a built one.";
+  return std::nullopt;
 }
 
 const StaticFile* StaticFiles::find(std::string_view path) const {

@@ -69,6 +69,14 @@ INSTANTIATE_TEST_SUITE_P(
                       Arguments{"script", "-", "--screen", "0x0"},
                       Arguments{"prefs", "get", "key", "--domain", "../x"}));
 
+TEST(CliHelp, PortOutOfRangeIsToldWithTheRange) {
+  for (const char* const port : {"70000", "-1", "x"}) {
+    const ProgramResult result = runProgramWith({"serve", "--port", port});
+    EXPECT_THAT(result.messages, HasSubstr("--port")) << port;
+    EXPECT_THAT(result.messages, HasSubstr("65535")) << port;
+  }
+}
+
 TEST(CliHelp, ScriptHelpTellsOfEveryCommand) {
   const ProgramResult result = runProgramWith({"script", "--help"});
   for (const char* command :

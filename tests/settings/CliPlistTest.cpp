@@ -53,6 +53,26 @@ TEST(CliPlist, LintAsJsonNamesThePlace) {
   EXPECT_TRUE(report[0]["reason"].is_string());
 }
 
+TEST(CliPlist, LintSaysWhatIsWrongWithEachFileOnceAndWhatWouldBeAccepted) {
+  const TemporaryFolder folder;
+  const std::string missing = folder.in("missing.plist");
+  EXPECT_EQ(runProgramWith({"plist", "lint", missing}).output,
+            missing +
+                ": cannot be read: No such file or directory; accepted: a file that can be "
+                "read, of at most 268435456 bytes\n");
+  EXPECT_THAT(runProgramWith({"plist", "lint", folder.path()}).output,
+              StartsWith(folder.path() + ": cannot be read: it is a folder; accepted: "));
+}
+
+TEST(CliPlist, WhatNeverEndsIsReadNoFurtherThanTheLimit) {
+  for (const char* const command : {"lint", "show"}) {
+    const ProgramResult result = runProgramWith({"plist", command, "/dev/zero"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.output + result.messages,
+                HasSubstr("/dev/zero: holds more than 268435456 bytes, which is the limit"));
+  }
+}
+
 TEST(CliPlist, ConvertGoesThroughEveryForm) {
   const TemporaryFolder folder;
   const std::string source =
@@ -104,7 +124,8 @@ TEST(CliPlist, OutputThatCannotBeWrittenIsAFailureWithItsReason) {
   const ProgramResult nowhere =
       runProgramWith({"plist", "convert", "xml1", file, "-o", folder.in("no/folder")});
   EXPECT_EQ(nowhere.status, 1);
-  EXPECT_THAT(nowhere.messages, HasSubstr("cannot write " + folder.in("no/folder")));
+  EXPECT_EQ(nowhere.messages, "zentrova-settings: cannot write " + folder.in("no/folder") +
+                                  ": No such file or directory\n");
 }
 
 TEST(CliPlist, ShowPrintsAnOutlineOrJson) {

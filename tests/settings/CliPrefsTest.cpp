@@ -135,6 +135,17 @@ TEST_F(CliPrefs, ADamagedFileIsReportedAndNeverReplaced) {
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(stream), {}), "<plist><dict><key>a</key>");
 }
 
+TEST_F(CliPrefs, ALinkToNothingIsReportedAndNeverReplaced) {
+  std::filesystem::create_symlink("nothing.plist", fileInTree());
+  for (const auto& arguments :
+       std::vector<std::vector<std::string>>{{"show"}, {"set", "a", "1"}, {"remove", "a"}}) {
+    const ProgramResult result = prefs(arguments);
+    EXPECT_EQ(result.status, 1) << arguments[0];
+    EXPECT_THAT(result.messages, HasSubstr("cannot read")) << arguments[0];
+  }
+  EXPECT_TRUE(std::filesystem::is_symlink(fileInTree()));
+}
+
 TEST_F(CliPrefs, ARootThatIsNoDictionaryIsReported) {
   writeFile("<plist version=\"1.0\"><array/></plist>");
   const ProgramResult result = prefs({"show"});

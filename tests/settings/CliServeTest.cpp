@@ -330,7 +330,7 @@ TEST_F(CliServe, AFolderWithoutAPageIsAFailureThatSaysSo) {
   const ProgramResult result =
       runProgramWith({"serve", "--device", device, "--port", "0", "--page", empty.path()});
   EXPECT_EQ(result.status, 1);
-  EXPECT_THAT(result.messages, HasSubstr("holds no index.html"));
+  EXPECT_THAT(result.messages, HasSubstr("holds no index.html. Build the page"));
 }
 
 }  // namespace

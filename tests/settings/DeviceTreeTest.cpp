@@ -232,7 +232,16 @@ TEST_F(DeviceTreeOpen, RefusesAMissingFolder) {
 
 TEST_F(DeviceTreeOpen, RefusesAFile) {
   write(treePath(), "file");
-  EXPECT_THAT(DeviceTree::open(treePath()).problem, HasSubstr("there is no folder"));
+  EXPECT_THAT(DeviceTree::open(treePath()).problem,
+              HasSubstr(treePath().string() + " is no folder. Make a device tree with"));
+}
+
+TEST_F(DeviceTreeOpen, SaysWhyAFolderCannotBeLookedInto) {
+  fs::create_symlink(treePath().filename(), treePath());
+  EXPECT_THAT(
+      DeviceTree::open(treePath()).problem,
+      HasSubstr(treePath().string() + " cannot be looked into: Too many levels of symbolic links"));
+  EXPECT_THAT(DeviceTree::open("").problem, HasSubstr("no folder was named"));
 }
 
 TEST_F(DeviceTreeOpen, RefusesAFolderThatIsNoTree) {
