@@ -25,8 +25,10 @@ std::string readUpToLimit(std::istream& stream) {
   std::string bytes;
   while (stream && bytes.size() <= largest) {
     const std::size_t size = bytes.size();
-    bytes.resize(size + std::min(blockSize, largest + 1 - size));
-    stream.read(bytes.data() + size, static_cast<std::streamsize>(bytes.size() - size));
+    const std::size_t wanted = std::min(size + blockSize, largest + 1);
+    if (bytes.capacity() < wanted) bytes.reserve(std::min(2 * wanted, largest + 1));
+    bytes.resize(wanted);
+    stream.read(bytes.data() + size, static_cast<std::streamsize>(wanted - size));
     bytes.resize(size + static_cast<std::size_t>(stream.gcount()));
   }
   return bytes;

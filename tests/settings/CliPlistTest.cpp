@@ -65,12 +65,11 @@ TEST(CliPlist, LintSaysWhatIsWrongWithEachFileOnceAndWhatWouldBeAccepted) {
 }
 
 TEST(CliPlist, WhatNeverEndsIsReadNoFurtherThanTheLimit) {
-  for (const char* const command : {"lint", "show"}) {
-    const ProgramResult result = runProgramWith({"plist", command, "/dev/zero"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.output + result.messages,
-                HasSubstr("/dev/zero: holds more than 268435456 bytes, which is the limit"));
-  }
+  const ProgramResult result = runProgramWith({"plist", "lint", "/dev/zero"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.output,
+            "/dev/zero: holds more than 268435456 bytes, which is the limit; accepted: a file that "
+            "can be read, of at most 268435456 bytes\n");
 }
 
 TEST(CliPlist, ConvertGoesThroughEveryForm) {
