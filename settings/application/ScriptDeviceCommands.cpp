@@ -131,8 +131,7 @@ ScriptCommands deviceCommands() {
       {"trait", "trait NAME VALUE",
        "sets a trait of the device: idiom, system, screen, appearance, tint, text; or, from the "
        "next `open` on, neighbour CLASS on|off, or controlCenterRow present|missing|raises, the "
-       "row "
-       "of the application's own list that the bundle's page asks for",
+       "row of the application's own list that the bundle's page asks for",
        &parseTrait},
       {"put", "put PATH JSON|@FILE", "writes a property list, or the bytes of a file", &parsePut},
       {"rm", "rm PATH", "removes a file, or a folder with what is in it", &parseRemove},

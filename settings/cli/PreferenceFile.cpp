@@ -81,6 +81,7 @@ void printChange(std::ostream& output, const PreferenceChange& change) {
     output << sign << ' ' << change.key << ": "
            << (isContainer ? jsonTextFromValue(value, -1) : outlineText(value)) << '\n';
   };
+  if (isSame(change.before, change.after)) return print(' ', change.after);
   print('-', change.before);
   print('+', change.after);
 }

@@ -44,7 +44,7 @@ std::vector<PreferenceChange> changesBetween(const platform::Dictionary& before,
                                              const platform::Dictionary& after);
 // As an object of "key", "before" and "after"; an absent value's member is left out.
 nlohmann::ordered_json jsonOfChange(const PreferenceChange& change);
-// "+ key: value", "- key: value", or both.
+// "+ key: value", "- key: value", or both; "  key: value" where it is the same as before.
 void printChange(std::ostream& output, const PreferenceChange& change);
 
 }  // namespace settings

@@ -82,7 +82,6 @@ void addPrefsSet(CLI::App& prefs, CommandContext& context) {
   command->add_option("--type", choice->type, "The value's type")
       ->check(CLI::IsMember(valueTypeNames()))
       ->type_name("T");
-  // "-5" is a value here; a command line has no numbers as options.
   addPrefsOptions(*command, choice->prefs);
   addCommonOptions(*command, context,
                    "zentrova-settings prefs set presentationStyle 1 --type integer");

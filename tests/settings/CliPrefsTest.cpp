@@ -49,6 +49,13 @@ TEST_F(CliPrefs, SetWritesThroughTheStoreAndGetReadsItBack) {
   EXPECT_EQ(prefs({"get", "presentationStyle", "--json"}).output, "1\n");
 }
 
+TEST_F(CliPrefs, SetOfTheSameValueShowsNoChange) {
+  prefs({"set", "presentationStyle", "1"});
+  const ProgramResult again = prefs({"set", "presentationStyle", "1"});
+  EXPECT_EQ(again.status, 0) << again.messages;
+  EXPECT_EQ(again.output, "  presentationStyle: 1 (integer)\n");
+}
+
 TEST_F(CliPrefs, GetOfAnAbsentKeyIsStatusOne) {
   const ProgramResult result = prefs({"get", "nothing", "--json"});
   EXPECT_EQ(result.status, 1);
