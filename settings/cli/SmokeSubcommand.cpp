@@ -216,7 +216,7 @@ void addSmoke(CLI::App& program, CommandContext& context) {
     command
         ->add_option_function<std::string>(
             "--" + trait,
-            [options, trait](const std::string& value) {
+            [options, trait = trait](const std::string& value) {
               options->traits.emplace_back(trait, value);
             },
             "Only on devices of this kind")
