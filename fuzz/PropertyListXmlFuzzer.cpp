@@ -7,18 +7,13 @@
 #include <string_view>
 
 #include "fuzz/FuzzChecks.h"
+#include "fuzz/PropertyListChecks.h"
 #include "platform/foundation/PropertyList.h"
 
 namespace {
 
 using fuzzing::require;
 using platform::PropertyListResult;
-
-void checkError(const PropertyListResult& result, std::size_t size) {
-  require(result.value.isNone(), "a value beside an error");
-  require(!result.error->reason.empty(), "an error without a reason");
-  require(result.error->offset.has_value() && *result.error->offset <= size, "an error outside");
-}
 
 void checkRoundTrip(const PropertyListResult& result) {
   const auto text = platform::writeXmlPropertyList(result.value);
@@ -43,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (bytes.starts_with("bplist")) return 0;
   const PropertyListResult result = platform::readPropertyList(bytes);
   if (result.error) {
-    checkError(result, size);
+    fuzzing::checkRefusal(result, size);
   } else {
     checkRoundTrip(result);
   }

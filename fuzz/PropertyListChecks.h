@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+
+#include "fuzz/FuzzChecks.h"
+#include "platform/foundation/PropertyList.h"
+
+namespace fuzzing {
+
+// A refusal of a file of that many bytes says what is wrong, where, and what would be accepted.
+inline void checkRefusal(const platform::PropertyListResult& result, std::size_t size) {
+  require(result.value.isNone(), "a value beside an error");
+  require(!result.error->reason.empty(), "an error without a reason");
+  require(!result.error->accepted.empty(), "an error that does not say what is accepted");
+  require(result.error->offset.has_value() && *result.error->offset <= size, "an error outside");
+}
+
+}  // namespace fuzzing
