@@ -20,8 +20,11 @@ import time
 
 FOLDER = "var/jb/var/mobile/Library/Preferences"
 NAME = "com.hollowmere.zentrovaprefs.plist"
-# A writer is killed within so many seconds from when it is ready: a few writes long.
+# A writer is killed within so many seconds from when it is ready: a few writes long. On a busy
+# machine a writer may not come to write within them: until one has, each gets a little longer.
 LONGEST = {"small": 0.006, "image": 0.08}
+GROWTH = 1.25
+LONGEST_OF_ALL = 2.0
 
 
 def content(kind):
@@ -93,6 +96,8 @@ def main():
                     victim.kill_one(delays.uniform(0, longest))
                     left += len(os.listdir(victim.folder)) - 1
                     victim.check(closely=number % 100 == 0)
+                    if victim.counter == 0:
+                        longest = min(longest * GROWTH, LONGEST_OF_ALL)
                 victim.check(closely=True)
                 victim.check_leftovers()
             except AssertionError as error:
