@@ -207,6 +207,7 @@ void addSmoke(CLI::App& program, CommandContext& context) {
   command->add_option("--device", options->folder, "A copy of this device; default: a new one")
       ->type_name("DIR");
   std::vector<std::string> idioms;
+  idioms.reserve(smokeShapes.size());
   for (const SmokeShape& shape : smokeShapes) idioms.emplace_back(shape.idiom);
   const std::vector<std::pair<std::string, std::vector<std::string>>> kinds = {
       {"idiom", idioms},
