@@ -63,6 +63,7 @@ ITEMS = {
 SCRIPTS = {
     "device": "trait idiom pad\ntrait screen 390x844@3\nput /a/b.plist {\"k\": [1, 2.5, true]}\n"
               "file /a/b.plist\nchmod 600 /a/b.plist\nlink /c /a/b.plist\nrm /c\n",
+    "no-path": "put here @file\nput here {}\nrm here\n",
     "hand": "open\ntap #style\nset \"Size\" 0.5\ntype 1 2 \"text\"\nslide #size~2 1\npress #a 1.5\n",
     "tables": "open\ninsert 0 1\ndelete 1 0\nmove #a to 1 0\nscroll -0.5\nback\n",
     "time": "open\nadvance 0.1\nbackground all\nbackground 2\n",

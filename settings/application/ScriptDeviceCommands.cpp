@@ -62,6 +62,7 @@ Step putFile(std::string path, std::string file) {
 
 Step parsePut(LineReader& reader) {
   std::string path = reader.devicePath();
+  if (reader.error()) return {};
   if (reader.peek() == '@') return putFile(std::move(path), reader.rest("FILE").substr(1));
   const std::string text = reader.rest("JSON or @FILE");
   if (reader.error()) return {};

@@ -59,6 +59,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{"trait neighbour CCSModuleRepository", "what follows CLASS is on or off", "trait"},
         BadLine{"put", "PATH is missing", "put PATH JSON|@FILE"},
         BadLine{"put here {}", "\"here\" is no path of the device", "one starts with \"/\""},
+        BadLine{"put here @file", "\"here\" is no path of the device", "one starts with \"/\""},
         BadLine{"put /a", "JSON or @FILE is missing", "put PATH"},
         BadLine{"put /a text", "\"text\" is no JSON", "a text of it in double quotes, or @FILE"},
         BadLine{"put /a {\"k\": null}", "cannot be a property list", "put PATH"},
