@@ -3,27 +3,16 @@
 
 import { html, type PropertyValues, type TemplateResult } from 'lit';
 import type { SegmentedNode } from '../protocol/tree.js';
-import type { Context } from './context.js';
-import { LightElement } from './light-element.js';
+import { ControlElement } from './control-element.js';
 import { styled } from '../directives/styled.js';
 import { stopByKey } from './stops.js';
 
-export class ZvSegmented extends LightElement {
+export class ZvSegmented extends ControlElement<SegmentedNode> {
   static override properties = {
-    context: { attribute: false },
-    node: { attribute: false },
-    nodeId: { attribute: false },
-    name: { attribute: false },
-    disabled: { attribute: false },
     _draft: { state: true },
     _pressed: { state: true },
   };
 
-  declare context: Context;
-  declare node: SegmentedNode;
-  declare nodeId: string;
-  declare name: string;
-  declare disabled: boolean;
   // What was asked for, until it is answered.
   declare private _draft: number | undefined;
   declare private _pressed: number | undefined;

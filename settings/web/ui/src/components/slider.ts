@@ -4,27 +4,16 @@
 import { html, nothing, type TemplateResult } from 'lit';
 import { live } from 'lit/directives/live.js';
 import type { SliderNode } from '../protocol/tree.js';
-import type { Context } from './context.js';
-import { LightElement } from './light-element.js';
+import { ControlElement } from './control-element.js';
 import { styled } from '../directives/styled.js';
 
 const smoothKeySteps = 20;
 
-export class ZvSlider extends LightElement {
+export class ZvSlider extends ControlElement<SliderNode> {
   static override properties = {
-    context: { attribute: false },
-    node: { attribute: false },
-    nodeId: { attribute: false },
-    name: { attribute: false },
-    disabled: { attribute: false },
     _draft: { state: true },
   };
 
-  declare context: Context;
-  declare node: SliderNode;
-  declare nodeId: string;
-  declare name: string;
-  declare disabled: boolean;
   declare private _draft: number | undefined;
   private _frame: number | undefined;
 

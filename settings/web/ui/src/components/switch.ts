@@ -3,24 +3,13 @@
 
 import { html, type TemplateResult } from 'lit';
 import type { SwitchNode } from '../protocol/tree.js';
-import type { Context } from './context.js';
-import { LightElement } from './light-element.js';
+import { ControlElement } from './control-element.js';
 
-export class ZvSwitch extends LightElement {
+export class ZvSwitch extends ControlElement<SwitchNode> {
   static override properties = {
-    context: { attribute: false },
-    node: { attribute: false },
-    nodeId: { attribute: false },
-    name: { attribute: false },
-    disabled: { attribute: false },
     _draft: { state: true },
   };
 
-  declare context: Context;
-  declare node: SwitchNode;
-  declare nodeId: string;
-  declare name: string;
-  declare disabled: boolean;
   // What was asked for, until it is answered.
   declare private _draft: boolean | undefined;
 

@@ -3,25 +3,11 @@
 
 import { html, type PropertyValues, type TemplateResult } from 'lit';
 import type { TextFieldNode } from '../protocol/tree.js';
-import type { Context } from './context.js';
-import { LightElement } from './light-element.js';
+import { ControlElement } from './control-element.js';
 
 const inputModes: Record<string, string> = { number: 'numeric', decimal: 'decimal', url: 'url', email: 'email' };
 
-export class ZvTextField extends LightElement {
-  static override properties = {
-    context: { attribute: false },
-    node: { attribute: false },
-    nodeId: { attribute: false },
-    name: { attribute: false },
-    disabled: { attribute: false },
-  };
-
-  declare context: Context;
-  declare node: TextFieldNode;
-  declare nodeId: string;
-  declare name: string;
-  declare disabled: boolean;
+export class ZvTextField extends ControlElement<TextFieldNode> {
   private _holding = false;
   private _cancelled = false;
 
