@@ -13,7 +13,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::string bytes(reinterpret_cast<const char*>(data), size);
   if (!bytes.starts_with("bplist00")) bytes.insert(0, "bplist00");
   platform::PropertyListLimits limits;
-  limits.objects = 10'000;  // shared objects count each time, and comparing takes them each time
+  // Shared objects count each time, and comparing takes them each time.
+  limits.objects = 10'000;
+  limits.bytes = std::size_t{1} << 20U;
   const auto result = platform::readPropertyList(bytes, limits);
   if (result.error) {
     fuzzing::checkRefusal(result, bytes.size());
@@ -21,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   const auto binary = platform::writeBinaryPropertyList(result.value);
   require(!binary.error, "what was read cannot be written: " + binary.error.value_or(""));
-  const auto back = platform::readPropertyList(binary.bytes, limits);
+  const auto back = platform::readPropertyList(binary.bytes);
   require(!back.error, "what was written cannot be read");
   require(back.value == result.value, "read back as something else");
   const auto xml = platform::writeXmlPropertyList(result.value);

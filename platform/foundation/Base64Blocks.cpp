@@ -182,6 +182,10 @@ std::size_t decode(const char*, std::size_t, std::uint8_t*) noexcept {
 std::size_t encode(const std::uint8_t*, std::size_t, std::size_t, char*) noexcept {
   return 0;
 }
+std::size_t regularLines(const char*, std::size_t, const Lines&) noexcept {
+  return 0;
+}
+void decodeLines(const char*, std::size_t, const Lines&, std::uint8_t*) noexcept {}
 
 }  // namespace platform::base64::avx2
 

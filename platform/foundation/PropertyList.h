@@ -59,8 +59,9 @@ struct PropertyListText {
 
 // The XML form, byte for byte as the platform writes it: declaration, DOCTYPE, LF line ends and a
 // final one, a tab a level, keys sorted by UTF-16 code unit, data in lines of
-// 76 - 8 x min(indent, 8) characters. A value that a property list cannot hold, a string with
-// U+0000 or with a lone surrogate is refused.
+// 76 - 8 x min(indent, 8) characters. Refused are what no property list can hold, text that XML
+// cannot hold (a control other than tab, line feed and carriage return, a lone surrogate, U+FFFE,
+// U+FFFF), a date outside the years 1 to 9999, and what the reader would refuse by the limits.
 PropertyListText writeXmlPropertyList(const Value& root);
 
 // The XML form in pieces, whose concatenation is what writeXmlPropertyList gives. The text of large
@@ -71,6 +72,8 @@ struct PropertyListPieces {
   std::vector<std::shared_ptr<const void>> keepers;  // what the pieces lie in
 };
 PropertyListPieces writeXmlPropertyListPieces(const Value& root);
+// The binary form, each equal scalar once. Refused are what no property list can hold, text with a
+// lone surrogate, a date that is no finite number, and what the reader would refuse by the limits.
 PropertyListText writeBinaryPropertyList(const Value& root);
 
 // NSDictionary's initWithContentsOfFile:. Nothing where the file cannot be read, is no property

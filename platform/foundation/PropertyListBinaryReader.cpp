@@ -54,13 +54,20 @@ class BinaryReader {
     std::size_t next = 0;
     bool dictionary = false;
     std::size_t objectsBefore = 0;
+    std::size_t contentBefore = 0;
     std::size_t height = 1;  // levels of containers, itself included, seen so far
   };
   // What an object that took more than a few bytes has become, for the next reference to it.
   struct Known {
     Value value;
     std::size_t objects;
+    std::size_t content;  // bytes of text and data
     std::size_t height;
+  };
+  // Which object is meant, and where the file says so.
+  struct Reference {
+    std::size_t object;
+    std::size_t offset;
   };
   static constexpr std::uint32_t inProgress = std::numeric_limits<std::uint32_t>::max();
 
@@ -69,8 +76,8 @@ class BinaryReader {
   bool readAll();
   bool step();
   void finishContainer();
-  bool readObject(std::size_t object, bool asKey);
-  bool reuse(const Known& known, bool asKey);
+  bool readObject(const Reference& reference, bool asKey);
+  bool reuse(const Known& known, std::size_t offset, bool asKey);
   bool readHead(std::size_t object, Head& head);
   bool readSize(Head& head);
   bool checkExtent(const Head& head, std::size_t unit);
@@ -84,9 +91,9 @@ class BinaryReader {
   bool readUtf16(const Head& head, bool asKey);
   Value dataOf(std::string_view bytes) const;
   void push(Value&& value, bool asKey);
-  bool count(std::size_t objects, std::size_t offset);
-  std::size_t referenceAt(const Frame& frame, std::size_t index) const noexcept;
-  void remember(std::size_t object, std::size_t objects, std::size_t height);
+  bool count(std::size_t objects, std::size_t content, std::size_t offset);
+  Reference referenceAt(const Frame& frame, std::size_t index) const noexcept;
+  void remember(std::size_t object, std::size_t objects, std::size_t content, std::size_t height);
   bool fail(std::size_t offset, std::string reason, std::string accepted);
   bool failAsTooMany(std::size_t offset, const std::string& counted);
   bool failAsTooDeep(std::size_t offset);
@@ -100,6 +107,7 @@ class BinaryReader {
   std::vector<std::uint32_t> _knownIndex;  // by object: 0, inProgress, or an index into _known + 1
   std::vector<Known> _known;
   std::size_t _objects = 0;
+  std::size_t _content = 0;
   PropertyListError _error;
 };
 
@@ -177,24 +185,26 @@ bool BinaryReader::checkTrailer(std::size_t at) {
     return fail(at + 6, "the width of offsets is too small for the file",
                 "bytes that hold " + std::to_string(_trailer.table - 1));
   }
-  if (_trailer.count > _limits.objects) {
-    return failAsTooMany(at + 8, "");
-  }
+  // Each value may have a key of its own.
+  if ((_trailer.count - 1) / 2 > _limits.objects) return failAsTooMany(at + 8, " and their keys");
   return true;
 }
 
 bool BinaryReader::readAll() {
   _knownIndex.resize(_trailer.count);
-  if (!readObject(_trailer.top, false)) return false;
+  constexpr std::size_t topInTrailer = 16;
+  const Reference top{_trailer.top, _bytes.size() - trailerSize + topInTrailer};
+  if (!readObject(top, false)) return false;
   while (!_frames.empty()) {
     if (!step()) return false;
   }
   return true;
 }
 
-std::size_t BinaryReader::referenceAt(const Frame& frame, std::size_t index) const noexcept {
-  return number(_bytes, frame.references + index * _trailer.referenceWidth,
-                _trailer.referenceWidth);
+BinaryReader::Reference BinaryReader::referenceAt(const Frame& frame,
+                                                  std::size_t index) const noexcept {
+  const std::size_t offset = frame.references + index * _trailer.referenceWidth;
+  return {number(_bytes, offset, _trailer.referenceWidth), offset};
 }
 
 // Reads the next element, or the next key with its value, of the innermost container.
@@ -206,7 +216,7 @@ bool BinaryReader::step() {
   }
   const std::size_t index = frame.next++;
   if (!frame.dictionary) return readObject(referenceAt(frame, index), false);
-  const std::size_t value = referenceAt(frame, frame.count + index);
+  const Reference value = referenceAt(frame, frame.count + index);
   return readObject(referenceAt(frame, index), true) && readObject(value, false);
 }
 
@@ -214,37 +224,51 @@ void BinaryReader::finishContainer() {
   const Frame frame = _frames.back();
   _frames.pop_back();
   _builder.end();
-  remember(frame.object, _objects - frame.objectsBefore, frame.height);
+  remember(frame.object, _objects - frame.objectsBefore, _content - frame.contentBefore,
+           frame.height);
   if (!_frames.empty()) {
     _frames.back().height = std::max(_frames.back().height, frame.height + 1);
   }
 }
 
 // Keeps the value that was pushed last.
-void BinaryReader::remember(std::size_t object, std::size_t objects, std::size_t height) {
-  _known.push_back({_builder.last(), objects, height});
+void BinaryReader::remember(std::size_t object, std::size_t objects, std::size_t content,
+                            std::size_t height) {
+  _known.push_back({_builder.last(), objects, content, height});
   _knownIndex[object] = static_cast<std::uint32_t>(_known.size());
 }
 
-bool BinaryReader::count(std::size_t objects, std::size_t offset) {
+// Shared ones each time: whoever writes the list, or shows it, meets them each time.
+bool BinaryReader::count(std::size_t objects, std::size_t content, std::size_t offset) {
+  if (objects > _limits.objects - _objects) {
+    return failAsTooMany(offset, " when shared ones are counted each time");
+  }
+  if (content > _limits.bytes - _content) {
+    const std::string limit = std::to_string(_limits.bytes) + " bytes of text and data";
+    return fail(
+        offset,
+        "more than " + limit + " when shared ones are counted each time, which is the limit",
+        "at most " + limit);
+  }
   _objects += objects;
-  if (_objects <= _limits.objects) return true;
-  return failAsTooMany(offset, " when shared ones are counted each time");
+  _content += content;
+  return true;
 }
 
-bool BinaryReader::readObject(std::size_t object, bool asKey) {
+bool BinaryReader::readObject(const Reference& reference, bool asKey) {
+  const std::size_t object = reference.object;
   if (object >= _trailer.count) {
-    const std::size_t at = _frames.empty() ? 0 : _frames.back().references;
-    return fail(at, "a reference to object " + std::to_string(object) + ", which there is not",
+    return fail(reference.offset,
+                "a reference to object " + std::to_string(object) + ", which there is not",
                 "0 to " + std::to_string(_trailer.count - 1));
   }
   const std::uint32_t known = _knownIndex[object];
-  if (known != 0 && known != inProgress) return reuse(_known[known - 1], asKey);
+  if (known != 0 && known != inProgress) return reuse(_known[known - 1], reference.offset, asKey);
   Head head;
   if (!readHead(object, head)) return false;
   if (known == inProgress)
     return fail(head.offset, "a container that contains itself", "other objects");
-  if (!asKey && !count(1, head.offset)) return false;
+  if (!asKey && !count(1, 0, head.offset)) return false;
   const bool container = head.marker == Marker::array || head.marker == Marker::dictionary;
   const bool text = head.marker == Marker::ascii || head.marker == Marker::utf16;
   if (asKey && !text) return fail(head.offset, "a key that is not a string", "a string");
@@ -252,15 +276,12 @@ bool BinaryReader::readObject(std::size_t object, bool asKey) {
 }
 
 // A shared object is not read again, but counts as if it had been.
-bool BinaryReader::reuse(const Known& known, bool asKey) {
-  const std::size_t at = _frames.back().references;
+bool BinaryReader::reuse(const Known& known, std::size_t offset, bool asKey) {
   if (asKey && !known.value.isString()) {
-    return fail(at, "a key that is not a string", "a string");
+    return fail(offset, "a key that is not a string", "a string");
   }
-  if (!asKey && !count(known.objects, at)) return false;
-  if (_frames.size() + known.height > _limits.depth) {
-    return failAsTooDeep(at);
-  }
+  if (!count(asKey ? 0 : known.objects, known.content, offset)) return false;
+  if (_frames.size() + known.height > _limits.depth) return failAsTooDeep(offset);
   _frames.back().height = std::max(_frames.back().height, known.height + 1);
   push(Value(known.value), asKey);
   return true;
@@ -337,7 +358,7 @@ bool BinaryReader::begin(std::size_t object, const Head& head) {
   }
   dictionary ? _builder.beginDictionary() : _builder.beginArray();
   _knownIndex[object] = inProgress;
-  _frames.push_back({object, head.content, head.count, 0, dictionary, _objects - 1, 1});
+  _frames.push_back({object, head.content, head.count, 0, dictionary, _objects - 1, _content, 1});
   return true;
 }
 
@@ -364,8 +385,9 @@ bool BinaryReader::readScalar(std::size_t object, const Head& head, bool asKey) 
   // ones lie in their values and are read again as fast as they are looked up.
   constexpr std::size_t shortContent = 30;
   const auto text = _builder.last().asString();
-  if ((text ? text->size() : head.count) > shortContent) remember(object, 1, 0);
-  return true;
+  const std::size_t size = text ? text->size() : head.count;
+  if (size > shortContent) remember(object, 1, size, 0);
+  return count(0, size, head.offset);
 }
 
 Value BinaryReader::dataOf(std::string_view bytes) const {

@@ -50,12 +50,12 @@ class BinaryWriter {
   PropertyListText run(const Value& root) {
     PropertyListText text;
     std::size_t top = 0;
-    if (collect(root, 0, top)) {
-      text.bytes = encode(top);
-    } else {
-      text.error = std::move(_error);
-      property_list::tidy(text.error);
-    }
+    if (collect(root, 0, top)) text.bytes = encode(top);
+    if (text.bytes.size() > PropertyListLimits{}.bytes) refuse(property_list::tooLarge());
+    if (_error.empty()) return text;
+    text.bytes.clear();
+    text.error = std::move(_error);
+    property_list::tidy(text.error);
     return text;
   }
 
@@ -83,10 +83,12 @@ class BinaryWriter {
 
   std::vector<Item> _items;
   std::unordered_map<std::string, std::size_t> _scalars;
+  std::size_t _values = 0;
   std::string _error;
 };
 
 bool BinaryWriter::collect(const Value& value, std::size_t depth, std::size_t& index) {
+  if (++_values > PropertyListLimits{}.objects) return refuse(property_list::tooMany());
   const bool container = value.asArray() != nullptr || value.asDictionary() != nullptr;
   if (container && depth >= PropertyListLimits{}.depth) return refuse(property_list::tooDeep());
   if (const Array* array = value.asArray()) {

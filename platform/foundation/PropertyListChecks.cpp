@@ -33,6 +33,14 @@ std::string tooDeep() {
   return "containers nested more than " + std::to_string(PropertyListLimits{}.depth) + " deep";
 }
 
+std::string tooMany() {
+  return "more than " + std::to_string(PropertyListLimits{}.objects) + " values";
+}
+
+std::string tooLarge() {
+  return "more than " + std::to_string(PropertyListLimits{}.bytes) + " bytes";
+}
+
 std::string pathStep(std::string_view key) {
   return "." + std::string(key);
 }

@@ -8,13 +8,16 @@
 #include "platform/foundation/Utf.h"
 #include "platform/foundation/Value.h"
 
-// What both writers say about a value that no property list can hold.
+// What both writers say about a value that no property list can hold, or that the readers would
+// refuse: what is written can be read.
 namespace platform::property_list {
 
 std::string whyNot(const Value& value);  // an object, or nothing
 std::string whyNot(const utf::Decoded& character);
 std::string whyNot(Date date);
 std::string tooDeep();
+std::string tooMany();
+std::string tooLarge();
 
 // One step of a key path: ".key" or "[2]".
 std::string pathStep(std::string_view key);

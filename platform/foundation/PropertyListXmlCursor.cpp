@@ -62,6 +62,13 @@ bool PropertyListXmlCursor::readAnyTag(Tag& tag, std::string_view accepted) {
   const char* const start = _at;
   while (_at != _end && isNameCharacter(*_at)) ++_at;
   const std::string_view name(start, static_cast<std::size_t>(_at - start));
+  if (name.empty()) {
+    const bool isMarkup = _at != _end && (*_at == '!' || *_at == '?');
+    return fail(tag.offset,
+                isMarkup ? "a comment, CDATA or the like stands where only a tag may stand"
+                         : "a tag has no name",
+                std::string(accepted));
+  }
   int element = 0;
   while (element < elementCount && nameOf(static_cast<PlistElement>(element)) != name) ++element;
   if (element == elementCount) {
@@ -90,6 +97,7 @@ bool PropertyListXmlCursor::readAttributes(Tag& tag) {
     if (tag.closing || _at == name || before == name) {
       return fail(offset(), "the tag is not closed", ">");
     }
+    if (!checkCharacters({name, static_cast<std::size_t>(_at - name)})) return false;
     skipSpace();
     if (_at == _end || *_at != '=') return fail(offset(), "an attribute has no value", "=");
     ++_at;
@@ -226,11 +234,7 @@ bool PropertyListXmlCursor::readDocumentType() {
     if (*_at == '[') {
       if (!readSubset()) return false;
     } else if (*_at == '"' || *_at == '\'') {
-      const char* const literal = _at + 1;
-      _at = std::find(literal, _end, *_at);
-      if (_at == _end) break;
-      if (!checkCharacters({literal, static_cast<std::size_t>(_at - literal)})) return false;
-      ++_at;
+      if (!skipLiteral("the document type")) return false;
     } else if (*_at == '<' || *_at == '&') {
       return fail(offset(), "the document type is not closed", ">");
     } else if (!passOtherCharacter()) {
@@ -253,16 +257,28 @@ bool PropertyListXmlCursor::readSubset() {
     _at += 2;
     while (_at != _end && *_at != '>') {
       if (*_at == '"' || *_at == '\'') {
-        _at = std::find(_at + 1, _end, *_at);
-        if (_at == _end) return failAtEnd("a declaration", "the closing quote");
+        if (!skipLiteral("a declaration")) return false;
+      } else if (*_at == '<') {
+        return fail(offset(), "the declaration is not closed", ">");
+      } else if (!passOtherCharacter()) {
+        return false;
       }
-      if (!passOtherCharacter()) return false;
     }
     if (_at == _end) return failAtEnd("a declaration", ">");
     ++_at;
   }
   if (!_problem.reason.empty()) return false;
   if (_at == _end) return fail(start, "the declarations of the document type have no end", "]");
+  ++_at;
+  return true;
+}
+
+// Passes text in quotes.
+bool PropertyListXmlCursor::skipLiteral(std::string_view inside) {
+  const char* const literal = _at + 1;
+  _at = std::find(literal, _end, *_at);
+  if (_at == _end) return failAtEnd(inside, "the closing quote");
+  if (!checkCharacters({literal, static_cast<std::size_t>(_at - literal)})) return false;
   ++_at;
   return true;
 }

@@ -122,6 +122,7 @@ class PropertyListXmlCursor {
   bool readSubset();
   void passPrintable() noexcept;
   bool passPlainText();
+  bool skipLiteral(std::string_view inside);
   bool passOtherCharacter();
   bool readMixedText(const char* start, std::string_view& text);
   bool readReference();

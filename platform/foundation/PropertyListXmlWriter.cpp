@@ -38,17 +38,22 @@ std::string_view escapeOf(char c) noexcept {
   }
 }
 
+// Whether char is signed or not.
+constexpr bool isPrintableAscii(char c) noexcept {
+  return c >= 0x20 && c <= 0x7E;
+}
+
 class XmlWriter {
  public:
   PropertyListPieces run(const Value& root) {
     _out->append(property_list::xmlHead);
-    if (!writeValue(root, 0)) {
-      PropertyListPieces refused;
-      refused.error = std::move(_error);
-      return refused;
-    }
+    bool isWritten = writeValue(root, 0);
     _out->append(property_list::xmlTail);
-    return finish();
+    isWritten = isWritten && checkSize();
+    if (isWritten) return finish();
+    PropertyListPieces refused;
+    refused.error = std::move(_error);
+    return refused;
   }
 
  private:
@@ -59,6 +64,7 @@ class XmlWriter {
     std::string_view foreign;
   };
 
+  bool checkSize();
   bool writeValue(const Value& value, std::size_t indent);
   bool writeArray(const Array& array, std::size_t indent);
   bool writeDictionary(const Dictionary& dictionary, std::size_t indent);
@@ -78,6 +84,8 @@ class XmlWriter {
   std::size_t _cut = 0;  // where the part of _out begins that is in no piece yet
   std::vector<Piece> _pieces;
   std::vector<std::shared_ptr<const void>> _keepers;
+  std::size_t _foreignSize = 0;
+  std::size_t _values = 0;
   std::string _error;
 };
 
@@ -86,7 +94,15 @@ bool XmlWriter::refuse(std::string reason) {
   return false;
 }
 
+// Asked at every value, since few shared ones may come to much more than there is memory for.
+bool XmlWriter::checkSize() {
+  const std::size_t size = _out->size() + _foreignSize;
+  return size <= PropertyListLimits{}.bytes || refuse(property_list::tooLarge());
+}
+
 bool XmlWriter::writeValue(const Value& value, std::size_t indent) {
+  if (++_values > PropertyListLimits{}.objects) return refuse(property_list::tooMany());
+  if (!checkSize()) return false;
   _out->append(indent, '\t');
   switch (value.kind()) {
     case ValueKind::boolean:
@@ -119,11 +135,11 @@ bool XmlWriter::writeValue(const Value& value, std::size_t indent) {
 }
 
 bool XmlWriter::writeArray(const Array& array, std::size_t indent) {
+  if (indent >= PropertyListLimits{}.depth) return refuse(property_list::tooDeep());
   if (array.empty()) {
     _out->append("<array/>\n");
     return true;
   }
-  if (indent >= PropertyListLimits{}.depth) return refuse(property_list::tooDeep());
   _out->append("<array>\n");
   for (std::size_t i = 0; i < array.size(); ++i) {
     if (!writeValue(array[i], indent + 1)) {
@@ -137,11 +153,11 @@ bool XmlWriter::writeArray(const Array& array, std::size_t indent) {
 }
 
 bool XmlWriter::writeDictionary(const Dictionary& dictionary, std::size_t indent) {
+  if (indent >= PropertyListLimits{}.depth) return refuse(property_list::tooDeep());
   if (dictionary.empty()) {
     _out->append("<dict/>\n");
     return true;
   }
-  if (indent >= PropertyListLimits{}.depth) return refuse(property_list::tooDeep());
   _out->append("<dict>\n");
   for (const auto& [key, value] : dictionary) {
     _out->append(indent + 1, '\t');
@@ -187,7 +203,7 @@ bool XmlWriter::writeText(std::string_view text) {
       _out->append(text.substr(written, offset - written));
       _out->append(escape);
       written = ++offset;
-    } else if (c >= 0x20) {
+    } else if (isPrintableAscii(c)) {
       ++offset;
     } else {
       const utf::Decoded character = utf::decode(text, offset);
@@ -232,6 +248,7 @@ void XmlWriter::writeData(const Data& data, std::size_t indent) {
   _out->append("<data>");
   if (lines.size() >= ownPiece) {
     cut();
+    _foreignSize += lines.size();
     _pieces.push_back({0, lines.size(), lines});
     _keepers.push_back(std::move(keeper));
   } else {

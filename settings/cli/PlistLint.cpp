@@ -58,8 +58,11 @@ ExitStatus lint(const std::vector<std::string>& files, CommandContext& context) 
 }  // namespace
 
 void addPlistLint(CLI::App& plist, CommandContext& context) {
-  CLI::App* command =
-      plist.add_subcommand("lint", "Check property lists; one line for each that is refused");
+  const platform::PropertyListLimits limits;
+  CLI::App* command = plist.add_subcommand(
+      "lint", "Check property lists; one line for each that is refused. At most " +
+                  std::to_string(limits.bytes) + " bytes, " + std::to_string(limits.depth) +
+                  " levels and " + std::to_string(limits.objects) + " values are read");
   const auto files = std::make_shared<std::vector<std::string>>();
   command->add_option("FILE", *files, "XML or binary property lists; - is standard input")
       ->required();

@@ -154,6 +154,30 @@ TEST_F(HBPreferencesWrite, TextThatNoPropertyListHoldsIsIgnored) {
   EXPECT_EQ(store->stringForKey("key"), std::string("a\0b", 3));
 }
 
+// The binary form can hold what the XML form cannot, and the file is written as XML.
+TEST_F(HBPreferencesWrite, ValueOfABinaryFileThatXmlCannotHoldKeepsTheFileUntilItIsGone) {
+  const Dictionary content{{"key", "before"}, {"odd", "\x01"}};
+  process.tree().write(path, platform::writeBinaryPropertyList(content).bytes);
+  const auto store = makeStore();
+  EXPECT_EQ(store->stringForKey("odd"), "\x01");
+  store->setObject("after", "key");
+  EXPECT_EQ(store->stringForKey("key"), "after");
+  EXPECT_EQ(fileContent(), content);
+  store->removeObjectForKey("odd");
+  EXPECT_EQ(fileContent(), (Dictionary{{"key", "after"}}));
+}
+
+// What is written can be read again: nothing that the reader refuses replaces a good file.
+TEST_F(HBPreferencesWrite, ValueThatTheReaderWouldRefuseAsTooDeepLeavesTheFile) {
+  const auto store = storeWith("before");
+  Value nested = Array{};
+  for (int i = 0; i < 511; ++i) nested = Array{nested};
+  store->setObject(nested, "deep");
+  EXPECT_EQ(fileContent(), (Dictionary{{"key", "before"}}));
+  store->setObject((*nested.asArray())[0], "deep");
+  EXPECT_EQ(inFile("deep"), (*nested.asArray())[0]);
+}
+
 TEST_F(HBPreferencesWrite, FullDiskLeavesTheOldFileAndNoOther) {
   const auto store = storeWith("before");
   process.systemCalls().fail("writev", 28);

@@ -180,6 +180,24 @@ TEST(PropertyListBinary, RefusesReferencesToNothing) {
   EXPECT_NE(refusalOf({{"\xD1\1\7"s, "\x50"s}}).find("a reference to object 7"), std::string::npos);
 }
 
+TEST(PropertyListBinary, ARefusalNamesTheByteOfTheCulprit) {
+  EXPECT_EQ(refusalOf({{"\xA2\1\5"s, "\x09"s}}),
+            "byte 10: a reference to object 5, which there is not");
+  EXPECT_EQ(refusalOf({{"\xD1\1\7"s, "\x50"s}}),
+            "byte 10: a reference to object 7, which there is not");
+  EXPECT_EQ(refusalOf({{"\xA2\1\2"s, "\xA0"s, "\xD1\1\1"s}}),
+            "byte 13: a key that is not a string");
+  EXPECT_EQ(refusalOf({{"\xA1\1"s, "\xA1\0"s}}), "byte 8: a container that contains itself");
+  EXPECT_EQ(refusalOf({{"\x33\x7F\xF8\0\0\0\0\0\0"s}}),
+            "byte 8: a date that is not a finite number of seconds");
+  EXPECT_EQ(refusalOf({{"\xA1\1"s, "\x53"s + "ab"}}),
+            "byte 10: an object reaches beyond the objects' end");
+  EXPECT_EQ(refusalOf({{"\xA1\1"s, "\x5F\x09"s}}),
+            "byte 11: the size of an object is no integer that can be read");
+  EXPECT_EQ(refusalOf({{"\x61\xD8\x3D"s}}), "byte 9: an unpaired surrogate");
+  EXPECT_EQ(refusalOf({{"\xA1\1"s, "\x71"s + "a"}}), "byte 10: an object of unknown type 113");
+}
+
 TEST(PropertyListBinary, RefusesCycles) {
   EXPECT_NE(refusalOf({{"\xA1\0"s}}).find("contains itself"), std::string::npos);
   EXPECT_NE(refusalOf({{"\xA1\1"s, "\xA1\0"s}}).find("contains itself"), std::string::npos);
@@ -208,6 +226,60 @@ TEST(PropertyListBinary, SharedObjectsAreReadOnceAndCountedEachTime) {
   EXPECT_EQ(refusalOf(file, limits), "accepted");
   limits.objects = 3;
   EXPECT_NE(refusalOf(file, limits).find("more than 3 values"), std::string::npos);
+}
+
+TEST(PropertyListBinary, SharedTextAndDataCountTheirBytesEachTime) {
+  const std::string hundredReferences = "\xAF\x10\x64"s + std::string(100, '\1');
+  PropertyListLimits limits;
+  for (const char* marker : {"\x5F\x11\x03\xE8", "\x4F\x11\x03\xE8"}) {
+    const BinaryFile file{{hundredReferences, marker + std::string(1000, 'x')}, 0, 2};
+    limits.bytes = 100'000;
+    EXPECT_EQ(refusalOf(file, limits), "accepted");
+    limits.bytes = 99'999;
+    EXPECT_EQ(refusalOf(file, limits),
+              "byte 110: more than 99999 bytes of text and data when shared ones are counted each "
+              "time, which is the limit");
+  }
+}
+
+TEST(PropertyListBinary, SharedContainersAndKeysCountTheBytesThatTheyHold) {
+  // Ten times a dictionary with a key of 100 bytes and a text of 10.
+  const BinaryFile file{{"\xAA"s + std::string(10, '\1'), "\xD1\2\3"s,
+                         "\x5F\x10\x64"s + std::string(100, 'k'), "\x5A"s + "0123456789"}};
+  PropertyListLimits limits;
+  limits.bytes = 1100;
+  EXPECT_EQ(refusalOf(file, limits), "accepted");
+  limits.bytes = 1099;
+  EXPECT_NE(refusalOf(file, limits).find("byte 18: more than 1099 bytes"), std::string::npos);
+}
+
+// 60 KB with 1.1 million values and texts of 60 GB together.
+TEST(PropertyListBinary, AMillionSharedLongTextsAreRefused) {
+  BinaryFile file;
+  file.offsetWidth = 2;
+  for (char i = 1; i <= 6; ++i) file.objects.push_back("\xAA"s + std::string(10, i));
+  file.objects.push_back("\x5F\x11\xEA\x60"s + std::string(60'000, 'x'));
+  EXPECT_NE(refusalOf(file).find("more than 268435456 bytes"), std::string::npos);
+}
+
+TEST(PropertyListBinary, KeysDoNotCountAsValues) {
+  const BinaryFile file{{"\xD1\1\2"s, "\x51"s + "k", "\x09"s}};
+  PropertyListLimits limits;
+  limits.objects = 2;
+  EXPECT_EQ(refusalOf(file, limits), "accepted");
+  limits.objects = 1;
+  EXPECT_NE(refusalOf(file, limits).find("byte 13: more than 1 values"), std::string::npos);
+}
+
+TEST(PropertyListBinary, MoreObjectsThanValuesAndKeysCanBeAreRefusedAtOnce) {
+  BinaryFile file{{"\x09"s, "\x09"s, "\x09"s}};
+  PropertyListLimits limits;
+  limits.objects = 1;
+  EXPECT_EQ(refusalOf(file, limits), "accepted");
+  file.objects.emplace_back("\x09");
+  EXPECT_EQ(refusalOf(file, limits), "accepted") << "a value and its key, and one over";
+  file.objects.emplace_back("\x09");
+  EXPECT_NE(refusalOf(file, limits).find("more than 1 values and their keys"), std::string::npos);
 }
 
 TEST(PropertyListBinary, TheLimitOfDepthHoldsForSharedContainersToo) {
@@ -269,11 +341,17 @@ TEST(PropertyListBinary, RefusesOffsetsOutsideTheObjects) {
 TEST(PropertyListBinary, RefusesWidthsTooSmallForTheFile) {
   BinaryFile file;
   for (int i = 0; i < 300; ++i) file.objects.emplace_back("\x09");
-  EXPECT_NE(refusalOf(file), "accepted");
   file.offsetWidth = 2;
   EXPECT_NE(refusalOf(file).find("width of references is too small"), std::string::npos);
   file.referenceWidth = 2;
   EXPECT_EQ(refusalOf(file), "accepted");
+}
+
+TEST(PropertyListBinary, RefusesOffsetsThatCannotReachTheTable) {
+  // The table of offsets begins at byte 256, behind the highest offset of an object.
+  EXPECT_EQ(refusalOf({{"\x4F\x11\x00\xF4"s + std::string(244, 'd')}}), "accepted");
+  EXPECT_EQ(refusalOf({{"\x4F\x11\x00\xF5"s + std::string(245, 'd')}}),
+            "byte 264: the width of offsets is too small for the file");
 }
 
 TEST(PropertyListBinary, WhatIsWrittenIsReadBack) {
@@ -303,6 +381,14 @@ TEST(PropertyListBinary, WhatIsWrittenIsReadBack) {
                 .front()
                 .kind(),
             ValueKind::single);
+}
+
+TEST(PropertyListBinary, TheWriterRefusesMoreValuesThanTheReaderTakes) {
+  Value shared = true;
+  for (int i = 0; i < 7; ++i) shared = Array(std::vector<Value>(10, shared));
+  const PropertyListText text = writeBinaryPropertyList(shared);
+  EXPECT_TRUE(text.bytes.empty());
+  EXPECT_NE(text.error.value_or("").find("more than 8388608 values"), std::string::npos);
 }
 
 TEST(PropertyListBinary, TheWriterRefusesWhatItCannotHold) {

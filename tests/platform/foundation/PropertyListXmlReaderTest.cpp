@@ -200,6 +200,10 @@ TEST(PropertyListXml, RefusesDataThatIsNoBase64) {
   for (const char* bad : {"AQI", "A", "AQ=D", "=", "AQID=", "&#65;QID", "<!-- -->AQID"}) {
     EXPECT_NE(xmlRefusal(document("<data>" + std::string(bad) + "</data>")), "accepted") << bad;
   }
+  EXPECT_EQ(xmlRefusal("<plist><data>AQID<!-- --></data></plist>"),
+            "line 1, column 18: a comment, CDATA or the like stands where only a tag may stand");
+  EXPECT_EQ(xmlRefusal("<plist><data>AQID< /data></plist>"),
+            "line 1, column 18: a tag has no name");
 }
 
 TEST(PropertyListXml, OfDuplicateKeysTheLastWins) {
@@ -303,6 +307,8 @@ TEST(PropertyListXml, EntityDeclarationsAreRefused) {
   EXPECT_NE(xmlRefusal("<!DOCTYPE plist [<!ENTITY % p SYSTEM \"file:///etc/passwd\"> %p;]><true/>"),
             "accepted");
   EXPECT_NE(xmlRefusal("<!DOCTYPE plist [%p;]><true/>"), "accepted");
+  EXPECT_EQ(xmlRefusal("<!DOCTYPE plist [<![INCLUDE[<!ENTITY a \"x\">]><true/>"),
+            "line 1, column 29: the declaration is not closed");
 }
 
 TEST(PropertyListXml, OtherDeclarationsArePassedOver) {
@@ -377,6 +383,9 @@ TEST(PropertyListXml, RefusesForbiddenCharacters) {
     EXPECT_NE(xmlRefusal("<!-- " + bad.bytes + " --><true/>"), "accepted");
     EXPECT_NE(xmlRefusal("<?a " + bad.bytes + " ?><true/>"), "accepted");
     EXPECT_NE(xmlRefusal("<true a=\"" + bad.bytes + "\"/>"), "accepted");
+    EXPECT_NE(xmlRefusal("<true a" + bad.bytes + "=\"\"/>"), "accepted");
+    EXPECT_NE(xmlRefusal("<!DOCTYPE plist [<!ATTLIST a b \"" + bad.bytes + "\">]><true/>"),
+              "accepted");
     EXPECT_NE(xmlRefusal("<string><![CDATA[" + bad.bytes + "]]></string>"), "accepted");
     EXPECT_NE(xmlRefusal("<!DOCTYPE plist \"" + bad.bytes + "\"><true/>"), "accepted");
   }

@@ -170,6 +170,35 @@ TEST(PropertyListXmlWriter, RefusesWhatTheReaderWouldRefuseAsTooDeep) {
   EXPECT_NE(errorOf(Array{nested}).find("nested more than 512 deep"), std::string::npos);
 }
 
+TEST(PropertyListXmlWriter, RefusesWhatTheReaderWouldRefuseAsTooDeepAlsoWhereItIsEmpty) {
+  for (const Value& innermost : {Value(Array{}), Value(Dictionary{})}) {
+    Value nested = innermost;
+    for (int i = 1; i < 512; ++i) nested = Array{nested};
+    EXPECT_FALSE(readPropertyList(writeXmlPropertyList(nested).bytes).error);
+    EXPECT_NE(errorOf(Array{nested}).find("nested more than 512 deep"), std::string::npos);
+  }
+}
+
+// Shared values take next to no memory, and data as large as this is never copied.
+TEST(PropertyListXmlWriter, RefusesWhatTheReaderWouldRefuseAsTooLarge) {
+  constexpr std::size_t limit = PropertyListLimits{}.bytes;
+  const Value data = Data(std::string(51'000, 'x'));
+  const std::size_t size = writeXmlPropertyList(Array{data}).bytes.size();
+  const auto piecesOf = [&](std::size_t count) {
+    return writeXmlPropertyListPieces(Array(std::vector<Value>(count, data)));
+  };
+  EXPECT_FALSE(piecesOf(limit / size).error);
+  const PropertyListPieces refused = piecesOf(limit / (size - 300));
+  EXPECT_TRUE(refused.pieces.empty());
+  EXPECT_NE(refused.error.value_or("").find("more than 268435456 bytes"), std::string::npos);
+}
+
+TEST(PropertyListXmlWriter, RefusesMoreValuesThanTheReaderTakes) {
+  Value shared = true;
+  for (int i = 0; i < 7; ++i) shared = Array(std::vector<Value>(10, shared));
+  EXPECT_NE(errorOf(shared).find("more than 8388608 values"), std::string::npos);
+}
+
 // Values of every kind, nested, from a seed.
 Value randomValue(std::mt19937_64& random, int depth) {
   const auto text = [&random] {
