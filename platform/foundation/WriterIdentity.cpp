@@ -12,28 +12,34 @@ namespace platform {
 
 namespace {
 
-// The start time of a process in clock ticks since the machine started; "0" where the system does
-// not tell.
-std::string startTimeOf(int process) {
+struct ProcessState {
+  // In clock ticks since the machine started; "0" where the system does not tell.
+  std::string startTime = "0";
+  bool hasEnded = false;  // and nobody has asked how
+};
+
+ProcessState stateOf(int process) {
   std::ifstream file("/proc/" + std::to_string(process) + "/stat");
   const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
   // The second field is the program's name in parentheses and may hold anything.
   const std::size_t nameEnd = text.rfind(')');
-  if (nameEnd == std::string::npos) return "0";
+  ProcessState state;
+  if (nameEnd == std::string::npos) return state;
   std::istringstream fields(text.substr(nameEnd + 1));
   std::string field;
+  fields >> field;
+  state.hasEnded = field == "Z" || field == "X";
   constexpr int startTimeAfterName = 20;
-  for (int index = 0; index < startTimeAfterName; ++index) {
-    if (!(fields >> field)) return "0";
-  }
-  return field;
+  for (int index = 1; index < startTimeAfterName; ++index) fields >> field;
+  if (fields) state.startTime = field;
+  return state;
 }
 
 }  // namespace
 
 std::string currentWriter() {
   const int process = ::getpid();
-  return std::to_string(process) + "-" + startTimeOf(process);
+  return std::to_string(process) + "-" + stateOf(process).startTime;
 }
 
 bool writerLives(std::string_view writer) {
@@ -44,7 +50,8 @@ bool writerLives(std::string_view writer) {
   const auto [stop, error] = std::from_chars(writer.data(), end, process);
   if (error != std::errc() || stop != end || process <= 0) return false;
   if (::kill(process, 0) != 0 && errno == ESRCH) return false;
-  return startTimeOf(process) == writer.substr(dash + 1);
+  const ProcessState state = stateOf(process);
+  return !state.hasEnded && state.startTime == writer.substr(dash + 1);
 }
 
 }  // namespace platform

@@ -2,7 +2,9 @@
 #include <condition_variable>
 #include <gtest/gtest.h>
 #include <mutex>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include "tests/prefs/StoreFixture.h"
 
@@ -12,7 +14,17 @@ namespace {
 using platform::Data;
 using platform::Value;
 
-class HBPreferencesThread : public StoreTest {};
+class HBPreferencesThread : public StoreTest {
+ protected:
+  // What is written fits one call, so that the calls of two writes would mix.
+  void expectOneWriteAfterTheOther() {
+    std::vector<std::string> calls = process.systemCalls().calls();
+    std::erase_if(calls, [](const std::string& c) { return c != "writev" && c != "renameat"; });
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+      ASSERT_EQ(calls[i], i % 2 == 0 ? "writev" : "renameat") << "two writes at once";
+    }
+  }
+};
 
 // A picture is stored by a background queue while the main thread uses the same store. Whatever
 // the order of the two, the file ends equal to the memory.
@@ -20,6 +32,7 @@ TEST_F(HBPreferencesThread, FileEqualsMemoryWhenTwoThreadsSet) {
   constexpr int rounds = 60;
   const auto store = makeStore();
   const Data picture(std::string(40000, 'p'));
+  process.systemCalls().clearCalls();
   std::atomic<bool> started = false;
   std::thread background([&] {
     const platform::ProcessScope scope(process.process());
@@ -41,6 +54,7 @@ TEST_F(HBPreferencesThread, FileEqualsMemoryWhenTwoThreadsSet) {
   EXPECT_EQ(store->integerForKey("main"), rounds - 1);
   EXPECT_EQ(store->integerForKey("background"), rounds - 1);
   EXPECT_EQ(fileContent(), store->dictRep()->snapshot());
+  expectOneWriteAfterTheOther();
 }
 
 // Holds a writer at the end of its write until it is let go.
