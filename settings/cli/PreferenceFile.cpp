@@ -11,14 +11,9 @@
 #include "settings/device/PropertyListJson.h"
 
 namespace settings {
-namespace {
-
-bool isSame(const platform::Value& a, const platform::Value& b) {
-  // A boolean true equals the integer 1, yet the file differs.
-  return a.kind() == b.kind() && a == b;
+bool isWrittenAlike(const platform::Value& a, const platform::Value& b) {
+  return platform::writeXmlPropertyList(a).bytes == platform::writeXmlPropertyList(b).bytes;
 }
-
-}  // namespace
 
 std::string preferenceFileName(std::string_view domain) {
   return std::string(domain) + ".plist";
@@ -62,7 +57,7 @@ std::vector<PreferenceChange> changesBetween(const platform::Dictionary& before,
   for (const auto& [key, value] : after) keys = std::move(keys).with(key, value);
   for (const auto& [key, value] : keys) {
     PreferenceChange change{std::string(key), before.valueForKey(key), after.valueForKey(key)};
-    if (!isSame(change.before, change.after)) changes.push_back(std::move(change));
+    if (!isWrittenAlike(change.before, change.after)) changes.push_back(std::move(change));
   }
   return changes;
 }
@@ -81,7 +76,7 @@ void printChange(std::ostream& output, const PreferenceChange& change) {
     output << sign << ' ' << change.key << ": "
            << (isContainer ? jsonTextFromValue(value, -1) : outlineText(value)) << '\n';
   };
-  if (isSame(change.before, change.after)) return print(' ', change.after);
+  if (isWrittenAlike(change.before, change.after)) return print(' ', change.after);
   print('-', change.before);
   print('+', change.after);
 }

@@ -32,6 +32,10 @@ struct PreferenceFile {
 // The file as it is now. `path` is the device's.
 PreferenceFile readPreferenceFile(platform::FileSystem& device, const std::string& path);
 
+// Whether a file is the same with either, or holds neither. Equal values may differ there: a boolean
+// true equals the integer 1, and a NaN no other.
+bool isWrittenAlike(const platform::Value& a, const platform::Value& b);
+
 // One key that differs. None where it is absent.
 struct PreferenceChange {
   std::string key;
@@ -39,7 +43,7 @@ struct PreferenceChange {
   platform::Value after;
 };
 
-// The keys that differ, or that differ in the type of their number, in the keys' order.
+// The keys whose values are not written alike, in the keys' order.
 std::vector<PreferenceChange> changesBetween(const platform::Dictionary& before,
                                              const platform::Dictionary& after);
 // As an object of "key", "before" and "after"; an absent value's member is left out.

@@ -54,7 +54,7 @@ ExitStatus change(const ChangeChoice& choice, const platform::Value& value,
   const PreferenceFile after = readPreferenceFile(files, path);
   const PreferenceChange made{choice.key, before.entries.valueForKey(choice.key),
                               after.entries.valueForKey(choice.key)};
-  if (after.state != PreferenceFileState::read || !(made.after == value)) {
+  if (after.state != PreferenceFileState::read || !isWrittenAlike(made.after, value)) {
     return context.fail("the store could not write " + path +
                         "; see that its folder is there and can be written to");
   }
@@ -77,7 +77,9 @@ void addPrefsSet(CLI::App& prefs, CommandContext& context) {
   CLI::App* command = prefs.add_subcommand("set", "Set one value through the bundle's store");
   const auto choice = std::make_shared<ChangeChoice>();
   command->add_option("KEY", choice->key, "The key")->required();
-  command->add_option("VALUE", choice->text, "The value; without --type as JSON, else as a string")
+  command
+      ->add_option("VALUE", choice->text,
+                   "The value; without --type JSON, or a string where it is none")
       ->required();
   command->add_option("--type", choice->type, "The value's type")
       ->check(CLI::IsMember(valueTypeNames()))

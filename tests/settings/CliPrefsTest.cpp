@@ -169,6 +169,29 @@ TEST_F(CliPrefs, AWriteThatFailsIsAFailure) {
   EXPECT_THAT(result.messages, HasSubstr("could not write"));
 }
 
+// A boolean true equals the integer 1 that stays in the file.
+TEST_F(CliPrefs, AWriteThatFailsIsAFailureAlsoWhereTheOldValueEqualsTheNewOne) {
+  prefs({"set", "long", std::string(4000, 'x')});
+  prefs({"set", "a", "1"});
+  ProgramRun shell;
+  shell.program = "/bin/sh";
+  const std::string withoutLargeFiles = "trap '' XFSZ; ulimit -f 1; exec \"$@\"";
+  const ProgramResult result = runProgramWith({"-c", withoutLargeFiles, "sh", builtProgram(),
+                                               "prefs", "set", "--device", device, "a", "true"},
+                                              shell);
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.messages, HasSubstr("could not write"));
+  EXPECT_EQ(prefs({"get", "a"}).output, "1 (integer)\n");
+}
+
+TEST_F(CliPrefs, WhatIsNoNumberIsWrittenAsAReal) {
+  for (const char* text : {"nan", "-nan"}) {
+    const ProgramResult result = prefs({"set", "--type", "real", "a", "--", text});
+    EXPECT_EQ(result.status, 0) << result.messages;
+    EXPECT_EQ(prefs({"get", "a"}).output, "nan (real)\n");
+  }
+}
+
 TEST_F(CliPrefs, DiffPrintsWhatDiffersAndIsStatusOneThen) {
   const std::string before = folder.write("before.json", R"({"a": 1, "b": 2, "c": true})");
   const std::string after = folder.write("after.json", R"({"a": 1, "b": "2", "d": 4, "c": 1})");
@@ -181,6 +204,12 @@ TEST_F(CliPrefs, DiffPrintsWhatDiffersAndIsStatusOneThen) {
   EXPECT_EQ(prefs({"diff", before, before}).status, 0);
   json report = json::parse(prefs({"diff", before, after, "--json"}).output);
   EXPECT_EQ(report[0], json({{"key", "b"}, {"before", 2}, {"after", "2"}}));
+}
+
+TEST_F(CliPrefs, DiffTellsTheTypesInsideOfLists) {
+  const std::string before = folder.write("before.json", R"({"a": [true], "b": [2.0]})");
+  const std::string after = folder.write("after.json", R"({"a": [1], "b": [2.0]})");
+  EXPECT_EQ(prefs({"diff", before, after}).output, "- a: [true]\n+ a: [1]\n");
 }
 
 TEST_F(CliPrefs, DiffOfOneFileComparesWithThePreferenceFile) {
