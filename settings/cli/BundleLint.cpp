@@ -49,7 +49,8 @@ class BundleLinter {
     lintInfo();
     std::string problem;
     _process = BundleProcess::openFolder(_bundle, problem);
-    if (!_process) add("Info.plist", "", problem);
+    // Where Info.plist lacks something, why the bundle cannot be loaded says the same once more.
+    if (!_process && _findings.empty()) add("Info.plist", "", problem);
     std::vector<fs::path> files;
     for (const auto& entry : fs::directory_iterator(_bundle)) {
       if (entry.path().extension() == ".plist") files.push_back(entry.path());

@@ -130,6 +130,23 @@ TEST_F(CliLint, DamagedListAndInfoAreFound) {
   EXPECT_THAT(output, HasSubstr("Info.plist: has no text under NSPrincipalClass"));
 }
 
+TEST_F(CliLint, WhatInfoLacksIsToldOnce) {
+  folder.write("Zentrova.bundle/Info.plist", "<plist version=\"1.0\"><dict/></plist>");
+  EXPECT_EQ(lint(),
+            "Info.plist: has no text under CFBundleIdentifier\n"
+            "Info.plist: has no text under CFBundleExecutable\n"
+            "Info.plist: has no text under NSPrincipalClass\n");
+  std::filesystem::remove(bundle + "/Info.plist");
+  const std::string output = lint();
+  EXPECT_THAT(output, HasSubstr("Info.plist: cannot read"));
+  EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 1) << output;
+}
+
+TEST_F(CliLint, CodeThatIsMissingIsTold) {
+  std::filesystem::remove(bundle + "/ZentrovaPrefs");
+  EXPECT_THAT(lint(), HasSubstr("ZentrovaPrefs: there is no such file. Install the bundle anew."));
+}
+
 TEST_F(CliLint, FindingsAreJsonOnRequest) {
   lintItems(button(text("id", "b") + text("action", "fly")));
   const ProgramResult result = runProgramWith({"lint", bundle, "--json"});
