@@ -6,10 +6,6 @@ void UIButton::setTitle(std::optional<std::string> title) {
   assign(_title, std::move(title));
 }
 
-void UIButton::setDestructive(bool destructive) {
-  assign(_destructive, destructive);
-}
-
 bool UIButton::userTap() {
   if (!acceptsTouches()) return false;
   sendActionsForControlEvents(UIControlEventTouchUpInside);

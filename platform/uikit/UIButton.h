@@ -14,15 +14,12 @@ class UIButton : public UIControl {
  public:
   const std::optional<std::string>& title() const noexcept { return _title; }
   void setTitle(std::optional<std::string> title);
-  bool isDestructive() const noexcept { return _destructive; }
-  void setDestructive(bool destructive);
 
   // The user's hand. Sends touchUpInside. False where no touch reaches the button.
   bool userTap();
 
  private:
   std::optional<std::string> _title;
-  bool _destructive = false;
 };
 
 }  // namespace platform

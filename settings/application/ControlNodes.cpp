@@ -122,9 +122,7 @@ ControlMembers controlMembers(NodeWriter& writer, const platform::UIView& view) 
     return textField(*found);
   }
   if (const auto* found = dynamic_cast<const platform::UIButton*>(&view)) {
-    return control(
-        "button", *found,
-        {{"string", found->title().value_or("")}, {"destructive", found->isDestructive()}});
+    return control("button", *found, {{"string", found->title().value_or("")}});
   }
   if (const auto* found = dynamic_cast<const platform::UILabel*>(&view)) return label(*found);
   if (const auto* found = dynamic_cast<const platform::UIImageView*>(&view)) {

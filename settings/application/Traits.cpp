@@ -81,43 +81,35 @@ bool setTextScale(DeviceTraits& traits, std::string_view value) {
 }
 
 struct Trait {
-  TraitHelp help;
+  std::string name;
+  std::string values;  // what is accepted, with an example
   bool (*set)(DeviceTraits&, std::string_view);
 };
 
 const std::vector<Trait>& traitTable() {
   static const std::vector<Trait> table = {
-      {{"idiom", "phone or pad"}, &setIdiom},
-      {{"system", "a version, as 15.4"}, &setSystem},
-      {{"screen", "points and pixels per point, as 390x844@3"}, &setScreen},
-      {{"appearance", "light or dark"}, &setAppearance},
-      {{"tint", "RRGGBBAA, as FF0000FF"}, &setTint},
-      {{"text", "the text size, 0.5 to 4; 1 is the standard one"}, &setTextScale},
+      {"idiom", "phone or pad", &setIdiom},
+      {"system", "a version, as 15.4", &setSystem},
+      {"screen", "points and pixels per point, as 390x844@3", &setScreen},
+      {"appearance", "light or dark", &setAppearance},
+      {"tint", "RRGGBBAA, as FF0000FF", &setTint},
+      {"text", "the text size, 0.5 to 4; 1 is the standard one", &setTextScale},
   };
   return table;
 }
 
 }  // namespace
 
-const std::vector<TraitHelp>& traitHelp() {
-  static const std::vector<TraitHelp> help = [] {
-    std::vector<TraitHelp> result;
-    for (const Trait& trait : traitTable()) result.push_back(trait.help);
-    return result;
-  }();
-  return help;
-}
-
 std::optional<std::string> changeTrait(DeviceTraits& traits, std::string_view name,
                                        std::string_view value) {
   std::string names;
   for (const Trait& trait : traitTable()) {
-    if (trait.help.name == name) {
+    if (trait.name == name) {
       if (trait.set(traits, value)) return std::nullopt;
-      return "\"" + std::string(value) + "\" is no value of the trait " + trait.help.name +
-             "; allowed is " + trait.help.values;
+      return "\"" + std::string(value) + "\" is no value of the trait " + trait.name +
+             "; allowed is " + trait.values;
     }
-    names += (names.empty() ? "" : ", ") + trait.help.name;
+    names += (names.empty() ? "" : ", ") + trait.name;
   }
   return "there is no trait \"" + std::string(name) + "\"; there are " + names +
          ", controlCenterRow and neighbour CLASS on|off";

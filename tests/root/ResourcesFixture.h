@@ -44,16 +44,6 @@ class ResourcesTest : public RootTest {
     for (const Value& entry : *entries.asArray()) result.push_back(*entry.asDictionary());
     return result;
   }
-  // The group above a row.
-  static Dictionary groupOf(const std::vector<Dictionary>& rows, std::string_view identifier) {
-    Dictionary group;
-    for (const auto& row : rows) {
-      if (row.valueForKey("cell") == Value("PSGroupCell")) group = row;
-      if (row.valueForKey("id") == Value(identifier)) return group;
-    }
-    ADD_FAILURE() << "no row " << identifier;
-    return {};
-  }
 };
 
 }  // namespace zentrova::tests

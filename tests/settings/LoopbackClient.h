@@ -45,13 +45,12 @@ class LoopbackClient {
     // A test that waits in vain fails instead of hanging.
     const timeval patience{20, 0};
     ::setsockopt(_socket, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-    _connected = ::connect(_socket, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+    if (::connect(_socket, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) close();
   }
   ~LoopbackClient() { close(); }
   LoopbackClient(const LoopbackClient&) = delete;
   LoopbackClient& operator=(const LoopbackClient&) = delete;
 
-  bool isConnected() const { return _connected; }
   void close() {
     if (_socket >= 0) ::close(_socket);
     _socket = -1;
@@ -181,7 +180,6 @@ class LoopbackClient {
 
   std::uint16_t _port;
   int _socket;
-  bool _connected = false;
   std::string _received;
 };
 

@@ -89,7 +89,7 @@ function image(node: ImageNode): TemplateResult | typeof nothing {
 }
 
 function button(context: Context, id: string, node: ButtonNode): TemplateResult {
-  return html`<button type="button" class="plain-button ${node.destructive ? 'destructive' : ''}" data-node=${id}
+  return html`<button type="button" class="plain-button" data-node=${id}
     ?disabled=${node.enabled === false}
     @click=${() => void context.act({ action: 'tap', node: id })}>${node.string ?? ''}</button>`;
 }

@@ -134,7 +134,7 @@ export interface LabelNode extends Common {
   alignment?: string;
 }
 export interface ImageNode extends Common { kind: 'image'; image?: Picture; contentMode?: string }
-export interface ButtonNode extends Common { kind: 'button'; string?: string; destructive?: boolean; enabled?: boolean }
+export interface ButtonNode extends Common { kind: 'button'; string?: string; enabled?: boolean }
 export interface ActivityNode extends Common { kind: 'activity'; animating?: boolean }
 export interface ViewNode extends Common { kind: 'view' }
 export interface AlertAction { title: string; style?: 'default' | 'cancel' | 'destructive' }
