@@ -112,6 +112,11 @@ class ApplicationTest : public testing::Test {
     return act({{"action", "tap"}}, id);
   }
 
+  void scrollTo(double offset) {
+    const std::string table = TreeQuery(application().tree()).table().id;
+    EXPECT_TRUE(act({{"action", "scroll"}, {"offset", offset}}, table).accepted);
+  }
+
   Played play(const std::string& script, const ScriptOptions& scriptOptions = {}) {
     std::istringstream lines(script);
     std::ostringstream output;

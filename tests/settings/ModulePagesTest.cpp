@@ -50,8 +50,7 @@ class ModulePages : public ApplicationTest, private ApplicationObserver {
   }
 
   void scrollToEnd() {
-    const FoundNode table = TreeQuery(application().tree()).table();
-    EXPECT_TRUE(act({{"action", "scroll"}, {"offset", table.node->at("contentHeight")}}, table.id));
+    scrollTo(TreeQuery(application().tree()).table().node->at("contentHeight"));
   }
   // The hash of the icon in a row's cell.
   std::string iconOf(const std::string& identifier) {
