@@ -12,7 +12,8 @@ say() { printf '%s\n' "$*" >&2; }
 step() {
   local title=$1 log=$logs/$2.log notice status=0
   shift 2
-  (sleep 3 && say "$title ...") &
+  # Not `sleep`, which would outlive the step and hold the streams open meanwhile.
+  (read -r -t 3 _ <> <(:) || say "$title ...") &
   notice=$!
   "$@" >"$log" 2>&1 </dev/null || status=$?
   kill "$notice" 2>/dev/null || true
@@ -36,9 +37,6 @@ packages_test=(
   git clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev
   libplist-utils chromium
 )
-packages_benchmark=(libplist-dev libpugixml-dev pkg-config)
-
-installed() { dpkg-query -W -f='${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed; }
 
 # install_packages NAME...: those of the packages that are not there yet.
 install_packages() {
@@ -55,14 +53,12 @@ install_packages() {
     as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"
 }
 
-# Node 18 or later with npm: Debian's own where the machine has none.
+# Node 18.15 or later with npm: Debian's own where the machine has none.
 install_node() {
   command -v node >/dev/null || install_packages nodejs
   command -v npm >/dev/null || install_packages npm
-  local major
-  major=$(node -p 'process.versions.node.split(".")[0]')
-  if [ "$major" -lt 18 ]; then
-    say "Node $(node --version) is too old: 18 or later is needed. Remove it, and Debian's will be installed."
+  if ! node -e 'const [a, b] = process.versions.node.split("."); process.exit(a * 100 + +b < 1815 ? 1 : 0)'; then
+    say "Node $(node --version) is too old: 18.15 or later is needed. Remove it, and Debian's will be installed."
     return 1
   fi
 }
@@ -85,7 +81,7 @@ npm_install_in() {
 
 build_page() {
   local ui=$root/settings/web/ui
-  if newer_than "$ui/dist/.built" "$ui/src" "$ui/package.json" "$ui/package-lock.json"; then
+  if newer_than "$ui/dist/.built" "$ui/src" "$ui/build.mjs" "$ui/package.json" "$ui/package-lock.json"; then
     install_node
     npm_install_in "$ui"
     step "Building the page" page npm run --prefix "$ui" build
@@ -97,9 +93,11 @@ build_page() {
 build() {
   local preset=$1
   shift
-  if [ ! -e "$root/build/$preset/build.ninja" ]; then
+  local configured=$root/build/$preset/.configured
+  if newer_than "$configured" "$root/CMakePresets.json"; then
     step "Configuring the $preset build" "configure-$preset" \
       cmake -S "$root" --preset "$preset"
+    touch "$configured"
   fi
   step "Building ($preset)" "build-$preset" \
     cmake --build "$root/build/$preset" ${1:+--target "$@"}
