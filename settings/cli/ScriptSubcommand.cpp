@@ -46,7 +46,10 @@ ExitStatus play(const ScriptChoice& choice, CommandContext& context) {
 
 std::string commandsText() {
   std::ostringstream text;
-  text << "Commands of a script, one a line; a row is #identifier, \"label\" or SECTION ROW:\n";
+  text << "Commands of a script, one a line; empty lines and those that begin with \"# \" are "
+          "passed "
+          "over.\nA row is #identifier, #identifier~2 (the second of that name), \"label\" or "
+          "SECTION ROW:\n";
   for (const ScriptCommandHelp& command : ScriptRunner::help()) {
     text << "  " << command.usage << "\n      " << command.text << '\n';
   }
