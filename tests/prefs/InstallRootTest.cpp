@@ -22,8 +22,7 @@ class InstallRoot : public testing::Test {
 };
 
 TEST_F(InstallRoot, IsTheDestinationOfTheLinkAsItStands) {
-  EXPECT_EQ(rootWithLinkTo("/private/preboot/ABC/jb-1/procursus"),
-            "/private/preboot/ABC/jb-1/procursus");
+  EXPECT_EQ(rootWithLinkTo("/private/preboot/ABC/jb-1/root"), "/private/preboot/ABC/jb-1/root");
 }
 
 TEST_F(InstallRoot, MayBeARelativeDestination) {
