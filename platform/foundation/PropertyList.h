@@ -19,8 +19,9 @@ enum class PropertyListFormat { xml1, binary1 };
 
 // Limits of the readers. What meets one is refused, and the error says which.
 struct PropertyListLimits {
-  std::size_t depth = 512;                   // nested containers
-  std::size_t bytes = 256ULL * 1024 * 1024;  // size of the whole text or file
+  std::size_t depth = 512;  // nested containers
+  // Of the whole text or file; and of the text and data of a binary file, shared ones each time.
+  std::size_t bytes = 256ULL * 1024 * 1024;
   std::size_t objects = 8ULL * 1024 * 1024;  // values, counted as they are reached
 };
 

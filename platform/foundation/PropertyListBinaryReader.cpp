@@ -385,8 +385,9 @@ bool BinaryReader::readScalar(std::size_t object, const Head& head, bool asKey) 
   // ones lie in their values and are read again as fast as they are looked up.
   constexpr std::size_t shortContent = 30;
   const auto text = _builder.last().asString();
-  const std::size_t size = text ? text->size() : head.count;
-  if (size > shortContent) remember(object, 1, size, 0);
+  // As it stands in the file, so that one that shares nothing never meets the limit.
+  const std::size_t size = head.count * (head.marker == Marker::utf16 ? 2 : 1);
+  if ((text ? text->size() : head.count) > shortContent) remember(object, 1, size, 0);
   return count(0, size, head.offset);
 }
 

@@ -73,6 +73,7 @@ class BinaryWriter {
   bool collectString(std::string_view text, std::size_t& index);
   bool encodeScalar(const Value& value, std::string& out);
   bool encodeString(std::string_view text, std::string& out);
+  bool countContent(std::size_t size);
   std::size_t unique(std::string scalar);
   std::string encode(std::size_t top) const;
   void appendItem(std::string& out, const Item& item, std::size_t referenceWidth) const;
@@ -84,6 +85,7 @@ class BinaryWriter {
   std::vector<Item> _items;
   std::unordered_map<std::string, std::size_t> _scalars;
   std::size_t _values = 0;
+  std::size_t _content = 0;  // bytes of text and data, equal ones each time, as the reader counts
   std::string _error;
 };
 
@@ -170,6 +172,7 @@ bool BinaryWriter::encodeScalar(const Value& value, std::string& out) {
     case ValueKind::string:
       return encodeString(*value.asString(), out);
     case ValueKind::data: {
+      if (!countContent(value.asData()->size())) return false;
       const auto bytes = value.asData()->bytes();
       appendHead(out, Marker::data, bytes.size());
       out.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
@@ -187,8 +190,14 @@ bool BinaryWriter::encodeScalar(const Value& value, std::string& out) {
   }
 }
 
+bool BinaryWriter::countContent(std::size_t size) {
+  _content += size;
+  return _content <= PropertyListLimits{}.bytes || refuse(property_list::tooLarge());
+}
+
 bool BinaryWriter::encodeString(std::string_view text, std::string& out) {
   if (words::isAscii(text)) {
+    if (!countContent(text.size())) return false;
     appendHead(out, Marker::ascii, text.size());
     out.append(text);
     return true;
@@ -201,6 +210,7 @@ bool BinaryWriter::encodeString(std::string_view text, std::string& out) {
     offset += character.length;
   }
   const std::string units = utf::toUtf16BigEndian(text);
+  if (!countContent(units.size())) return false;
   appendHead(out, Marker::utf16, units.size() / 2);
   out.append(units);
   return true;

@@ -62,8 +62,9 @@ bool PropertyListXmlCursor::readAnyTag(Tag& tag, std::string_view accepted) {
   const char* const start = _at;
   while (_at != _end && isNameCharacter(*_at)) ++_at;
   const std::string_view name(start, static_cast<std::size_t>(_at - start));
+  if (_at == _end) return failAtEnd("a tag", accepted);
   if (name.empty()) {
-    const bool isMarkup = _at != _end && (*_at == '!' || *_at == '?');
+    const bool isMarkup = *_at == '!' || *_at == '?';
     return fail(tag.offset,
                 isMarkup ? "a comment, CDATA or the like stands where only a tag may stand"
                          : "a tag has no name",

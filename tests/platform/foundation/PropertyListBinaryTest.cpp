@@ -253,6 +253,17 @@ TEST(PropertyListBinary, SharedContainersAndKeysCountTheBytesThatTheyHold) {
   EXPECT_NE(refusalOf(file, limits).find("byte 18: more than 1099 bytes"), std::string::npos);
 }
 
+TEST(PropertyListBinary, SharedUtf16TextCountsItsBytesInTheFile) {
+  std::string text;
+  for (int i = 0; i < 30; ++i) text += "\x4E\x2D";
+  const BinaryFile file{{"\xAF\x10\x14"s + std::string(20, '\1'), "\x6F\x10\x1E"s + text}};
+  PropertyListLimits limits;
+  limits.bytes = 1200;
+  EXPECT_EQ(refusalOf(file, limits), "accepted");
+  limits.bytes = 1199;
+  EXPECT_NE(refusalOf(file, limits).find("more than 1199 bytes"), std::string::npos);
+}
+
 // 60 KB with 1.1 million values and texts of 60 GB together.
 TEST(PropertyListBinary, AMillionSharedLongTextsAreRefused) {
   BinaryFile file;
@@ -389,6 +400,20 @@ TEST(PropertyListBinary, TheWriterRefusesMoreValuesThanTheReaderTakes) {
   const PropertyListText text = writeBinaryPropertyList(shared);
   EXPECT_TRUE(text.bytes.empty());
   EXPECT_NE(text.error.value_or("").find("more than 8388608 values"), std::string::npos);
+}
+
+TEST(PropertyListBinary, TheWriterRefusesMoreSharedBytesThanTheReaderTakes) {
+  constexpr std::size_t limit = PropertyListLimits{}.bytes;
+  constexpr std::size_t size = limit / 100;
+  for (const Value& shared : {Value(Data(std::string(size, 'x'))), Value(std::string(size, 'x'))}) {
+    const auto written = [&](std::size_t count) {
+      return writeBinaryPropertyList(Array(std::vector<Value>(count, shared)));
+    };
+    EXPECT_FALSE(readPropertyList(written(100).bytes).error);
+    const PropertyListText refused = written(101);
+    EXPECT_TRUE(refused.bytes.empty());
+    EXPECT_NE(refused.error.value_or("").find("more than 268435456 bytes"), std::string::npos);
+  }
 }
 
 TEST(PropertyListBinary, TheWriterRefusesWhatItCannotHold) {

@@ -204,6 +204,7 @@ TEST(PropertyListXml, RefusesDataThatIsNoBase64) {
             "line 1, column 18: a comment, CDATA or the like stands where only a tag may stand");
   EXPECT_EQ(xmlRefusal("<plist><data>AQID< /data></plist>"),
             "line 1, column 18: a tag has no name");
+  EXPECT_EQ(xmlRefusal("<plist><data>AQID</"), "line 1, column 20: the text ends inside a tag");
 }
 
 TEST(PropertyListXml, OfDuplicateKeysTheLastWins) {
