@@ -11,8 +11,12 @@
 #include "settings/device/PropertyListJson.h"
 
 namespace settings {
+
 bool isWrittenAlike(const platform::Value& a, const platform::Value& b) {
-  return platform::writeXmlPropertyList(a).bytes == platform::writeXmlPropertyList(b).bytes;
+  const platform::PropertyListText first = platform::writeXmlPropertyList(a);
+  const platform::PropertyListText second = platform::writeXmlPropertyList(b);
+  if (first.error || second.error) return a.kind() == b.kind() && a == b;
+  return first.bytes == second.bytes;
 }
 
 std::string preferenceFileName(std::string_view domain) {

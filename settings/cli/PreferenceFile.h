@@ -32,8 +32,9 @@ struct PreferenceFile {
 // The file as it is now. `path` is the device's.
 PreferenceFile readPreferenceFile(platform::FileSystem& device, const std::string& path);
 
-// Whether a file is the same with either, or holds neither. Equal values may differ there: a
-// boolean true equals the integer 1. And a NaN is written alike, yet equals nothing.
+// Whether a file is the same with either; both may be none. Equal values may differ there: a
+// boolean true equals the integer 1. And a NaN is written alike, yet equals nothing. What no file
+// can hold is alike where it is equal.
 bool isWrittenAlike(const platform::Value& a, const platform::Value& b);
 
 // One key that differs. None where it is absent.

@@ -184,6 +184,16 @@ TEST_F(CliPrefs, AWriteThatFailsIsAFailureAlsoWhereTheOldValueEqualsTheNewOne) {
   EXPECT_EQ(prefs({"get", "a"}).output, "1 (integer)\n");
 }
 
+TEST_F(CliPrefs, AValueThatNoFileCanHoldIsAFailure) {
+  prefs({"set", "a", "1"});
+  for (const char* text : {"\x01", "\xFF"}) {
+    const ProgramResult result = prefs({"set", "odd", text, "--type", "string"});
+    EXPECT_NE(result.status, 0);
+    EXPECT_NE(result.messages, "");
+    EXPECT_EQ(prefs({"get", "odd"}).status, 1);
+  }
+}
+
 TEST_F(CliPrefs, WhatIsNoNumberIsWrittenAsAReal) {
   for (const char* text : {"nan", "-nan"}) {
     const ProgramResult result = prefs({"set", "--type", "real", "a", "--", text});
@@ -204,6 +214,15 @@ TEST_F(CliPrefs, DiffPrintsWhatDiffersAndIsStatusOneThen) {
   EXPECT_EQ(prefs({"diff", before, before}).status, 0);
   json report = json::parse(prefs({"diff", before, after, "--json"}).output);
   EXPECT_EQ(report[0], json({{"key", "b"}, {"before", 2}, {"after", "2"}}));
+}
+
+TEST_F(CliPrefs, DiffTellsValuesThatNoFileCanHoldApart) {
+  const std::string none = folder.write("none.json", "{}");
+  const std::string one = folder.write("one.json", R"({"a": "\u0001"})");
+  const std::string two = folder.write("two.json", R"({"a": "\u0002"})");
+  EXPECT_EQ(prefs({"diff", one, two}).status, 1);
+  EXPECT_EQ(prefs({"diff", none, one}).status, 1);
+  EXPECT_EQ(prefs({"diff", one, one}).status, 0);
 }
 
 TEST_F(CliPrefs, DiffTellsTheTypesInsideOfLists) {
