@@ -33,8 +33,12 @@ using platform::Value;
 constexpr std::array<PSCellType, 6> kindsWithValue = {
     platform::PSSwitchCell,   platform::PSSegmentCell,        platform::PSSliderCell,
     platform::PSEditTextCell, platform::PSSecureEditTextCell, platform::PSLinkListCell};
-constexpr std::array<const char*, 3> infoKeys = {"CFBundleIdentifier", "CFBundleExecutable",
-                                                 "NSPrincipalClass"};
+struct InfoKey {
+  const char* name;
+  bool isForLoading;
+};
+constexpr std::array<InfoKey, 3> infoKeys = {
+    {{"CFBundleIdentifier", false}, {"CFBundleExecutable", true}, {"NSPrincipalClass", true}}};
 
 template <std::size_t N>
 bool isOneOf(const std::array<PSCellType, N>& kinds, PSCellType kind) {
@@ -46,11 +50,11 @@ class BundleLinter {
   explicit BundleLinter(fs::path bundle) : _bundle(std::move(bundle)) {}
 
   std::vector<LintFinding> run() {
-    lintInfo();
+    const bool canBeLoaded = lintInfo();
     std::string problem;
     _process = BundleProcess::openFolder(_bundle, problem);
-    // Where Info.plist lacks something, why the bundle cannot be loaded says the same once more.
-    if (!_process && _findings.empty()) add("Info.plist", "", problem);
+    // Otherwise the problem says once more what Info.plist lacks.
+    if (!_process && canBeLoaded) add("Info.plist", "", problem);
     std::vector<fs::path> files;
     for (const auto& entry : fs::directory_iterator(_bundle)) {
       if (entry.path().extension() == ".plist") files.push_back(entry.path());
@@ -82,14 +86,17 @@ class BundleLinter {
     return *list.value.asDictionary();
   }
 
-  void lintInfo() {
+  // Whether Info.plist has what the loading of the bundle asks for.
+  bool lintInfo() {
     const auto info = readDictionary(_bundle / "Info.plist");
-    if (!info) return;
-    for (const char* key : infoKeys) {
-      if (info->valueForKey(key).text().value_or("").empty()) {
-        add("Info.plist", "", std::string("has no text under ") + key);
-      }
+    if (!info) return false;
+    bool hasAll = true;
+    for (const InfoKey& key : infoKeys) {
+      if (!info->valueForKey(key.name).text().value_or("").empty()) continue;
+      add("Info.plist", "", std::string("has no text under ") + key.name);
+      hasAll = hasAll && !key.isForLoading;
     }
+    return hasAll;
   }
 
   void lintList(const fs::path& path) {

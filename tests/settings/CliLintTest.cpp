@@ -142,9 +142,17 @@ TEST_F(CliLint, WhatInfoLacksIsToldOnce) {
   EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 1) << output;
 }
 
-TEST_F(CliLint, CodeThatIsMissingIsTold) {
+TEST_F(CliLint, CodeThatIsMissingIsToldBesideWhatInfoLacks) {
   std::filesystem::remove(bundle + "/ZentrovaPrefs");
-  EXPECT_THAT(lint(), HasSubstr("ZentrovaPrefs: there is no such file. Install the bundle anew."));
+  const std::string missing = "ZentrovaPrefs: there is no such file. Install the bundle anew.";
+  EXPECT_THAT(lint(), HasSubstr(missing));
+  folder.write("Zentrova.bundle/Info.plist",
+               "<plist version=\"1.0\"><dict><key>CFBundleExecutable</key>"
+               "<string>ZentrovaPrefs</string><key>NSPrincipalClass</key><string>A</string></dict>"
+               "</plist>");
+  const std::string output = lint();
+  EXPECT_THAT(output, HasSubstr("has no text under CFBundleIdentifier"));
+  EXPECT_THAT(output, HasSubstr(missing));
 }
 
 TEST_F(CliLint, FindingsAreJsonOnRequest) {
