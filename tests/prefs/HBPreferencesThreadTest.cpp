@@ -20,6 +20,8 @@ class HBPreferencesThread : public StoreTest {
   void expectOneWriteAfterTheOther() {
     std::vector<std::string> calls = process.systemCalls().calls();
     std::erase_if(calls, [](const std::string& c) { return c != "writev" && c != "renameat"; });
+    ASSERT_FALSE(calls.empty());
+    ASSERT_EQ(calls.size() % 2, 0U);
     for (std::size_t i = 0; i < calls.size(); ++i) {
       ASSERT_EQ(calls[i], i % 2 == 0 ? "writev" : "renameat") << "two writes at once";
     }
