@@ -16,6 +16,7 @@ using json = nlohmann::ordered_json;
 
 struct DeviceChoice {
   DeviceOptions device;
+  std::string folder;  // where it is named without the option
   std::string bundle;
   bool bundleOnly = false;
 };
@@ -94,12 +95,16 @@ CLI::App& add(CLI::App& device, CommandContext& context, const char* name, const
   addDeviceOption(*command, choice->device);
   addCommonOptions(*command, context,
                    std::string("zentrova-settings device ") + name + " ./device");
-  command->callback([choice, action, &context] { context.status = action(*choice, context); });
+  command->callback([choice, action, &context] {
+    // A variable of its own: what the environment names would replace it in the option's.
+    if (!choice->folder.empty()) choice->device.folder = choice->folder;
+    context.status = action(*choice, context);
+  });
   return *command;
 }
 
 void addFolder(CLI::App& command, DeviceChoice& choice) {
-  command.add_option("DIR", choice.device.folder, "The folder; the same as --device");
+  command.add_option("DIR", choice.folder, "The folder; goes before --device");
 }
 
 void addBundle(CLI::App& command, DeviceChoice& choice) {

@@ -272,6 +272,17 @@ TEST(CliDevice, TheEnvironmentNamesTheDevice) {
   EXPECT_FALSE(description["modules"].empty());
 }
 
+TEST(CliDevice, TheFolderThatIsNamedGoesBeforeTheEnvironment) {
+  const TemporaryFolder folder;
+  ProgramRun run;
+  run.environment = {"ZENTROVA_DEVICE=" + folder.in("other")};
+  EXPECT_EQ(runProgramWith({"device", "create", folder.in("d")}, run).status, 0);
+  EXPECT_TRUE(std::filesystem::exists(folder.in("d")));
+  EXPECT_FALSE(std::filesystem::exists(folder.in("other")));
+  const ProgramResult result = runProgramWith({"device", "describe", folder.in("d")}, run);
+  EXPECT_THAT(result.output, HasSubstr("folder: " + folder.in("d") + "\n"));
+}
+
 TEST(CliDevice, CreateRefusesAFolderThatHoldsSomething) {
   const TemporaryFolder folder;
   folder.write("mine", "kept");
