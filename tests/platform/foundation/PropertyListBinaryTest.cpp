@@ -228,15 +228,20 @@ TEST(PropertyListBinary, SharedObjectsAreReadOnceAndCountedEachTime) {
   EXPECT_NE(refusalOf(file, limits).find("more than 3 values"), std::string::npos);
 }
 
+// With that limit of bytes the file is accepted; gives the refusal with one byte less.
+std::string refusalBelow(const BinaryFile& file, std::size_t bytes) {
+  PropertyListLimits limits;
+  limits.bytes = bytes;
+  EXPECT_EQ(refusalOf(file, limits), "accepted");
+  --limits.bytes;
+  return refusalOf(file, limits);
+}
+
 TEST(PropertyListBinary, SharedTextAndDataCountTheirBytesEachTime) {
   const std::string hundredReferences = "\xAF\x10\x64"s + std::string(100, '\1');
-  PropertyListLimits limits;
   for (const char* marker : {"\x5F\x11\x03\xE8", "\x4F\x11\x03\xE8"}) {
     const BinaryFile file{{hundredReferences, marker + std::string(1000, 'x')}, 0, 2};
-    limits.bytes = 100'000;
-    EXPECT_EQ(refusalOf(file, limits), "accepted");
-    limits.bytes = 99'999;
-    EXPECT_EQ(refusalOf(file, limits),
+    EXPECT_EQ(refusalBelow(file, 100'000),
               "byte 110: more than 99999 bytes of text and data when shared ones are counted each "
               "time, which is the limit");
   }
@@ -246,22 +251,14 @@ TEST(PropertyListBinary, SharedContainersAndKeysCountTheBytesThatTheyHold) {
   // Ten times a dictionary with a key of 100 bytes and a text of 10.
   const BinaryFile file{{"\xAA"s + std::string(10, '\1'), "\xD1\2\3"s,
                          "\x5F\x10\x64"s + std::string(100, 'k'), "\x5A"s + "0123456789"}};
-  PropertyListLimits limits;
-  limits.bytes = 1100;
-  EXPECT_EQ(refusalOf(file, limits), "accepted");
-  limits.bytes = 1099;
-  EXPECT_NE(refusalOf(file, limits).find("byte 18: more than 1099 bytes"), std::string::npos);
+  EXPECT_NE(refusalBelow(file, 1100).find("byte 18: more than 1099 bytes"), std::string::npos);
 }
 
 TEST(PropertyListBinary, SharedUtf16TextCountsItsBytesInTheFile) {
   std::string text;
   for (int i = 0; i < 30; ++i) text += "\x4E\x2D";
   const BinaryFile file{{"\xAF\x10\x14"s + std::string(20, '\1'), "\x6F\x10\x1E"s + text}};
-  PropertyListLimits limits;
-  limits.bytes = 1200;
-  EXPECT_EQ(refusalOf(file, limits), "accepted");
-  limits.bytes = 1199;
-  EXPECT_NE(refusalOf(file, limits).find("more than 1199 bytes"), std::string::npos);
+  EXPECT_NE(refusalBelow(file, 1200).find("more than 1199 bytes"), std::string::npos);
 }
 
 // 60 KB with 1.1 million values and texts of 60 GB together.
