@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/uikit/UIImageRepresentation.h"
+#include "platform/uikit/images/UIImageRepresentation.h"
 
 namespace zentrova {
 

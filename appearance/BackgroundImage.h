@@ -4,8 +4,8 @@
 #include <memory>
 #include <optional>
 
-#include "platform/foundation/Collections.h"
-#include "platform/uikit/UIImage.h"
+#include "platform/foundation/values/Collections.h"
+#include "platform/uikit/images/UIImage.h"
 
 namespace zentrova {
 

@@ -8,7 +8,7 @@
 #include <limits>
 #include <optional>
 
-#include "platform/foundation/Utf.h"
+#include "platform/foundation/text/Utf.h"
 
 namespace zentrova {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/uikit/UIColor.h"
+#include "platform/uikit/drawing/UIColor.h"
 
 // Every colour setting is stored as a short text, its colour value string.
 namespace zentrova {

@@ -1,8 +1,8 @@
 #include "appearance/CustomizePages.h"
 
-#include "platform/foundation/Class.h"
-#include "platform/uikit/UINavigationController.h"
-#include "platform/uikit/UITableView.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/uikit/controllers/UINavigationController.h"
+#include "platform/uikit/tables/UITableView.h"
 
 namespace zentrova {
 

@@ -3,7 +3,7 @@
 #include <memory>
 #include <string_view>
 
-#include "platform/uikit/UILongPressGestureRecognizer.h"
+#include "platform/uikit/views/UILongPressGestureRecognizer.h"
 #include "prefs/HBRootListController.h"
 
 // What the customize page and its colour lists have in common. Threads: main.

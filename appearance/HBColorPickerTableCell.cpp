@@ -3,11 +3,11 @@
 #include <utility>
 
 #include "appearance/ColorCodec.h"
-#include "platform/foundation/Class.h"
-#include "platform/foundation/DeviceTraits.h"
-#include "platform/foundation/MutableDictionary.h"
-#include "platform/foundation/Process.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/DeviceTraits.h"
+#include "platform/foundation/objects/MutableDictionary.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 #include "prefs/HBPreferences.h"
 
 namespace zentrova {

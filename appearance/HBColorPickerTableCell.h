@@ -5,9 +5,9 @@
 #include <string>
 
 #include "platform/preferences/PSTableCell.h"
-#include "platform/uikit/UIColor.h"
-#include "platform/uikit/UIColorPickerViewController.h"
-#include "platform/uikit/UILabel.h"
+#include "platform/uikit/controllers/UIColorPickerViewController.h"
+#include "platform/uikit/drawing/UIColor.h"
+#include "platform/uikit/views/UILabel.h"
 
 namespace platform {
 class ClassRegistry;

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "platform/uikit/UIGraphicsImageRenderer.h"
-#include "platform/uikit/UIScreen.h"
+#include "platform/uikit/drawing/UIScreen.h"
+#include "platform/uikit/images/UIGraphicsImageRenderer.h"
 
 namespace zentrova {
 

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/uikit/UIColor.h"
-#include "platform/uikit/UIImage.h"
+#include "platform/uikit/drawing/UIColor.h"
+#include "platform/uikit/images/UIImage.h"
 
 namespace zentrova {
 

@@ -6,12 +6,12 @@
 #include "appearance/BackgroundImage.h"
 #include "appearance/CustomizeRows.h"
 #include "appearance/ZVRCustomizeListController.h"
-#include "platform/foundation/Log.h"
-#include "platform/foundation/Process.h"
-#include "platform/foundation/Scheduler.h"
-#include "platform/uikit/UIActivityIndicatorView.h"
-#include "platform/uikit/UIAlertController.h"
-#include "platform/uikit/UIImageView.h"
+#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/scheduling/Scheduler.h"
+#include "platform/uikit/controllers/UIAlertController.h"
+#include "platform/uikit/views/UIActivityIndicatorView.h"
+#include "platform/uikit/views/UIImageView.h"
 
 namespace zentrova {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/uikit/UILongPressGestureRecognizer.h"
+#include "platform/uikit/views/UILongPressGestureRecognizer.h"
 #include "prefs/HBRootListController.h"
 
 namespace platform {

@@ -6,11 +6,11 @@
 
 #include "appearance/CustomizePages.h"
 #include "appearance/CustomizeRows.h"
-#include "platform/foundation/Class.h"
-#include "platform/foundation/Process.h"
-#include "platform/uikit/UIDevice.h"
-#include "platform/uikit/UINavigationController.h"
-#include "platform/uikit/UIScreen.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/uikit/controllers/UINavigationController.h"
+#include "platform/uikit/drawing/UIDevice.h"
+#include "platform/uikit/drawing/UIScreen.h"
 
 namespace zentrova {
 

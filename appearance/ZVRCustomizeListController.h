@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "platform/foundation/Collections.h"
-#include "platform/uikit/UIImagePickerController.h"
-#include "platform/uikit/UILongPressGestureRecognizer.h"
+#include "platform/foundation/values/Collections.h"
+#include "platform/uikit/controllers/UIImagePickerController.h"
+#include "platform/uikit/views/UILongPressGestureRecognizer.h"
 #include "prefs/HBRootListController.h"
 
 namespace platform {

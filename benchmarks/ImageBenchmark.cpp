@@ -11,7 +11,7 @@
 
 #include "benchmarks/Report.h"
 #include "benchmarks/Timing.h"
-#include "platform/uikit/ImageCodecs.h"
+#include "platform/uikit/images/ImageCodecs.h"
 
 namespace benchmarks {
 namespace {

@@ -14,15 +14,15 @@
 #include <vector>
 
 #include "benchmarks/Report.h"
-#include "platform/foundation/Collections.h"
-#include "platform/foundation/Process.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/values/Collections.h"
 #include "settings/application/Application.h"
 #include "settings/application/SettingsProcess.h"
-#include "settings/application/TreeQuery.h"
 #include "settings/device/DeviceTree.h"
 #include "settings/device/InstalledModules.h"
 #include "settings/device/TreeWriter.h"
 #include "settings/neighbours/ModuleIndex.h"
+#include "settings/scripting/TreeQuery.h"
 
 namespace benchmarks {
 namespace {

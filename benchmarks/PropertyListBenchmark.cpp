@@ -18,8 +18,8 @@
 #include "benchmarks/PropertyListSamples.h"
 #include "benchmarks/Report.h"
 #include "benchmarks/Timing.h"
-#include "platform/foundation/Base64.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/text/Base64.h"
 #ifdef ZENTROVA_GNUSTEP
 #include "benchmarks/GNUstepPeer.h"
 #endif

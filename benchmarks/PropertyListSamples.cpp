@@ -4,7 +4,7 @@
 #include <random>
 #include <utility>
 
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 
 namespace benchmarks {
 namespace {

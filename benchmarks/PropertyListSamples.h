@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/foundation/Collections.h"
+#include "platform/foundation/values/Collections.h"
 
 // The property lists that are measured, made from a seed, so that every run has the same.
 namespace benchmarks {

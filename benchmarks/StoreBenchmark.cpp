@@ -16,10 +16,10 @@
 #include "benchmarks/PropertyListSamples.h"
 #include "benchmarks/Report.h"
 #include "benchmarks/Timing.h"
-#include "platform/foundation/DeviceFileSystem.h"
-#include "platform/foundation/MutableDictionary.h"
-#include "platform/foundation/Process.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/files/DeviceFileSystem.h"
+#include "platform/foundation/objects/MutableDictionary.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 
 namespace benchmarks {
 namespace {

@@ -3,13 +3,13 @@
 #include <utility>
 
 #include "cells/SpecifierProperties.h"
-#include "platform/foundation/Class.h"
-#include "platform/foundation/Log.h"
-#include "platform/foundation/Process.h"
-#include "platform/foundation/Scheduler.h"
-#include "platform/foundation/SourceFile.h"
-#include "platform/uikit/UIDevice.h"
-#include "platform/uikit/UIGraphicsImageRenderer.h"
+#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/scheduling/Scheduler.h"
+#include "platform/foundation/text/SourceFile.h"
+#include "platform/uikit/drawing/UIDevice.h"
+#include "platform/uikit/images/UIGraphicsImageRenderer.h"
 
 namespace zentrova {
 

@@ -7,9 +7,9 @@
 
 #include "cells/HBTintedTableCell.h"
 #include "cells/IconMask.h"
-#include "platform/foundation/NSURLSession.h"
-#include "platform/foundation/Value.h"
-#include "platform/uikit/UIImageView.h"
+#include "platform/foundation/network/NSURLSession.h"
+#include "platform/foundation/values/Value.h"
+#include "platform/uikit/views/UIImageView.h"
 
 namespace zentrova {
 

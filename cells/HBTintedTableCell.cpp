@@ -1,6 +1,6 @@
 #include "cells/HBTintedTableCell.h"
 
-#include "platform/foundation/Class.h"
+#include "platform/foundation/objects/Class.h"
 
 namespace zentrova {
 

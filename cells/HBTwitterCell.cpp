@@ -1,11 +1,11 @@
 #include "cells/HBTwitterCell.h"
 
 #include "cells/SpecifierProperties.h"
-#include "platform/foundation/Class.h"
-#include "platform/foundation/NSAssertionHandler.h"
-#include "platform/foundation/NSString.h"
-#include "platform/foundation/NSURLComponents.h"
-#include "platform/foundation/SourceFile.h"
+#include "platform/foundation/network/NSURLComponents.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/NSAssertionHandler.h"
+#include "platform/foundation/objects/NSString.h"
+#include "platform/foundation/text/SourceFile.h"
 
 namespace zentrova {
 

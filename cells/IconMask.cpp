@@ -3,8 +3,8 @@
 #include <map>
 
 #include "appearance/IconImage.h"
-#include "platform/foundation/Process.h"
-#include "platform/uikit/UIColor.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/uikit/drawing/UIColor.h"
 
 namespace zentrova {
 namespace {

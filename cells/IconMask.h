@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/uikit/UIImage.h"
+#include "platform/uikit/images/UIImage.h"
 
 namespace zentrova {
 

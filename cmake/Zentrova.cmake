@@ -36,10 +36,10 @@ if(ZENTROVA_COVERAGE)
   target_link_options(zentrova_options INTERFACE --coverage)
 endif()
 
-# zentrova_folder(NAME [dependency...]): the sources of this folder as one
+# zentrova_folder(NAME [dependency...]): the sources of this folder and of the rooms in it as one
 # object library. The sources are globbed, so a new file needs no second entry.
 function(zentrova_folder name)
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   if(sources)
     add_library(${name} OBJECT ${sources})
     target_link_libraries(${name} PUBLIC zentrova_options ${ARGN})
@@ -49,9 +49,13 @@ function(zentrova_folder name)
   endif()
 endfunction()
 
-# zentrova_test(NAME library...): the *Test.cpp of this folder as one program.
+# zentrova_test(NAME library...): the *Test.cpp of this folder and of the rooms in it as one program.
 function(zentrova_test name)
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*Test.cpp)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*Test.cpp)
+  # A folder of threads is a program of its own, since ThreadSanitizer needs only that.
+  if(NOT name MATCHES "threads")
+    list(FILTER sources EXCLUDE REGEX "/threads/")
+  endif()
   if(NOT sources)
     return()
   endif()

@@ -5,8 +5,8 @@
 #include <span>
 
 #include "fuzz/FuzzChecks.h"
-#include "platform/uikit/ImageCodecs.h"
-#include "platform/uikit/ImageHeader.h"
+#include "platform/uikit/images/ImageCodecs.h"
+#include "platform/uikit/images/ImageHeader.h"
 
 namespace {
 

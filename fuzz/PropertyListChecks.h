@@ -3,7 +3,7 @@
 #include <cstddef>
 
 #include "fuzz/FuzzChecks.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 
 namespace fuzzing {
 

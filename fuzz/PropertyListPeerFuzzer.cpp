@@ -9,8 +9,8 @@
 
 #include "fuzz/FuzzChecks.h"
 #include "fuzz/PythonPeer.h"
-#include "platform/foundation/NumberText.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/text/NumberText.h"
 
 namespace {
 

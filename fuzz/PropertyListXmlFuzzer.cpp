@@ -8,7 +8,7 @@
 
 #include "fuzz/FuzzChecks.h"
 #include "fuzz/PropertyListChecks.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "fuzz/FuzzChecks.h"
 #include "fuzz/TemporaryTree.h"
 #include "settings/application/Application.h"
-#include "settings/application/ScriptRunner.h"
+#include "settings/scripting/ScriptRunner.h"
 
 namespace {
 

@@ -10,19 +10,19 @@
 
 #include "fuzz/FuzzChecks.h"
 #include "fuzz/TemporaryTree.h"
-#include "platform/foundation/Class.h"
-#include "platform/foundation/DeviceFileSystem.h"
-#include "platform/foundation/DeviceTraits.h"
-#include "platform/foundation/Exception.h"
 #include "platform/foundation/FoundationClasses.h"
-#include "platform/foundation/MemoryLog.h"
-#include "platform/foundation/Process.h"
-#include "platform/foundation/VirtualScheduler.h"
+#include "platform/foundation/files/DeviceFileSystem.h"
+#include "platform/foundation/log/MemoryLog.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/DeviceTraits.h"
+#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/scheduling/VirtualScheduler.h"
 #include "platform/preferences/BundleInfo.h"
 #include "platform/preferences/PSListController.h"
 #include "platform/preferences/PreferencesClasses.h"
 #include "platform/uikit/UIKitClasses.h"
-#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/controllers/UINavigationController.h"
 
 namespace {
 

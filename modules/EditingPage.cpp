@@ -1,8 +1,8 @@
 #include "modules/EditingPage.h"
 
-#include "platform/uikit/NSLayoutConstraint.h"
-#include "platform/uikit/UIColor.h"
-#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/controllers/UINavigationController.h"
+#include "platform/uikit/drawing/UIColor.h"
+#include "platform/uikit/views/NSLayoutConstraint.h"
 
 namespace zentrova {
 

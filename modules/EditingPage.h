@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/uikit/UITableView.h"
-#include "platform/uikit/UIViewController.h"
+#include "platform/uikit/controllers/UIViewController.h"
+#include "platform/uikit/tables/UITableView.h"
 
 namespace zentrova {
 

@@ -3,9 +3,9 @@
 #include <string_view>
 
 #include "modules/Membership.h"
-#include "platform/foundation/Class.h"
-#include "platform/foundation/DeviceTraits.h"
-#include "platform/foundation/Process.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/DeviceTraits.h"
+#include "platform/foundation/objects/Process.h"
 
 namespace zentrova {
 

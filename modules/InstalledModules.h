@@ -5,8 +5,8 @@
 #include <string>
 
 #include "modules/MutableList.h"
-#include "platform/foundation/Value.h"
-#include "platform/uikit/UIImage.h"
+#include "platform/foundation/values/Value.h"
+#include "platform/uikit/images/UIImage.h"
 
 namespace zentrova {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/foundation/Value.h"
+#include "platform/foundation/values/Value.h"
 
 namespace zentrova {
 

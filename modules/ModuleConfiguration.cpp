@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "modules/Membership.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 
 namespace zentrova {
 

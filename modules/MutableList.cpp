@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/foundation/Exception.h"
+#include "platform/foundation/objects/Exception.h"
 
 namespace zentrova {
 

@@ -4,8 +4,8 @@
 #include <optional>
 #include <vector>
 
-#include "platform/foundation/Collections.h"
-#include "platform/foundation/Value.h"
+#include "platform/foundation/values/Collections.h"
+#include "platform/foundation/values/Value.h"
 
 namespace zentrova {
 

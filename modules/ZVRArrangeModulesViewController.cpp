@@ -5,9 +5,9 @@
 #include "modules/EditingPage.h"
 #include "modules/ModuleCatalogue.h"
 #include "modules/ZVRManageModuleViewController.h"
-#include "platform/foundation/Class.h"
-#include "platform/uikit/UIImageView.h"
-#include "platform/uikit/UINavigationController.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/uikit/controllers/UINavigationController.h"
+#include "platform/uikit/views/UIImageView.h"
 
 namespace zentrova {
 

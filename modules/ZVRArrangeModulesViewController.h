@@ -6,9 +6,9 @@
 #include <string>
 
 #include "modules/MutableList.h"
-#include "platform/foundation/Collections.h"
-#include "platform/uikit/UITableView.h"
-#include "platform/uikit/UIViewController.h"
+#include "platform/foundation/values/Collections.h"
+#include "platform/uikit/controllers/UIViewController.h"
+#include "platform/uikit/tables/UITableView.h"
 #include "prefs/HBPreferences.h"
 
 namespace platform {

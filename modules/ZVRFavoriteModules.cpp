@@ -5,8 +5,8 @@
 #include "modules/InstalledModules.h"
 #include "modules/Membership.h"
 #include "modules/ModuleConfiguration.h"
-#include "platform/foundation/Class.h"
-#include "platform/foundation/MutableDictionary.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/MutableDictionary.h"
 
 namespace zentrova {
 

@@ -3,8 +3,8 @@
 #include "modules/EditingPage.h"
 #include "modules/InstalledModules.h"
 #include "modules/ZVRFavoriteModules.h"
-#include "platform/foundation/Log.h"
-#include "platform/uikit/UIImageView.h"
+#include "platform/foundation/log/Log.h"
+#include "platform/uikit/views/UIImageView.h"
 
 namespace zentrova {
 

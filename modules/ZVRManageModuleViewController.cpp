@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "modules/ModuleCatalogue.h"
-#include "platform/foundation/Class.h"
-#include "platform/uikit/UINavigationController.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/uikit/controllers/UINavigationController.h"
 
 namespace zentrova {
 

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "platform/foundation/Class.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 
 namespace zentrova {
 

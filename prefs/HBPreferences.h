@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/foundation/MutableDictionary.h"
-#include "platform/foundation/Object.h"
-#include "platform/foundation/Value.h"
+#include "platform/foundation/objects/MutableDictionary.h"
+#include "platform/foundation/objects/Object.h"
+#include "platform/foundation/values/Value.h"
 
 namespace platform {
 class ClassRegistry;

@@ -3,7 +3,7 @@
 #include <memory>
 #include <mutex>
 
-#include "platform/foundation/Value.h"
+#include "platform/foundation/values/Value.h"
 #include "platform/preferences/PSListController.h"
 #include "platform/preferences/PSSpecifier.h"
 #include "prefs/HBPreferences.h"

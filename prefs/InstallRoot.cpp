@@ -1,7 +1,7 @@
 #include "prefs/InstallRoot.h"
 
-#include "platform/foundation/FileSystem.h"
-#include "platform/foundation/Process.h"
+#include "platform/foundation/files/FileSystem.h"
+#include "platform/foundation/objects/Process.h"
 
 namespace zentrova {
 

@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/foundation/DeviceTraits.h"
-#include "platform/foundation/FileSystem.h"
-#include "platform/foundation/Process.h"
-#include "platform/foundation/Programs.h"
+#include "platform/foundation/files/FileSystem.h"
+#include "platform/foundation/objects/DeviceTraits.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/programs/Programs.h"
 
 namespace zentrova {
 

@@ -14,7 +14,7 @@
 #include "modules/ZVRArrangeModulesViewController.h"
 #include "modules/ZVRFavoriteModules.h"
 #include "modules/ZVRManageModuleViewController.h"
-#include "platform/foundation/Class.h"
+#include "platform/foundation/objects/Class.h"
 #include "platform/preferences/BundleInterface.h"
 #include "prefs/HBPreferences.h"
 #include "prefs/HBRootListController.h"

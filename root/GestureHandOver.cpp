@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
-#include "platform/foundation/Process.h"
-#include "platform/foundation/Scheduler.h"
-#include "platform/uikit/UISegmentedControl.h"
-#include "platform/uikit/UITableView.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/scheduling/Scheduler.h"
+#include "platform/uikit/controls/UISegmentedControl.h"
+#include "platform/uikit/tables/UITableView.h"
 #include "root/RootRows.h"
 #include "root/ZVRRootListController.h"
 

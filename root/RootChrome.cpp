@@ -4,13 +4,13 @@
 #include <memory>
 #include <string_view>
 
-#include "platform/foundation/Class.h"
-#include "platform/foundation/Exception.h"
-#include "platform/foundation/Process.h"
-#include "platform/uikit/UIImageView.h"
-#include "platform/uikit/UILabel.h"
-#include "platform/uikit/UINavigationController.h"
-#include "platform/uikit/UITableView.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/uikit/controllers/UINavigationController.h"
+#include "platform/uikit/tables/UITableView.h"
+#include "platform/uikit/views/UIImageView.h"
+#include "platform/uikit/views/UILabel.h"
 #include "root/ZVRRootListController.h"
 
 namespace zentrova {

@@ -4,9 +4,9 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/foundation/Class.h"
-#include "platform/foundation/Process.h"
-#include "platform/uikit/UINavigationController.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/uikit/controllers/UINavigationController.h"
 #include "root/ZVRRootListController.h"
 
 namespace zentrova {

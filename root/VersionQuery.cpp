@@ -6,12 +6,12 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/foundation/Exception.h"
-#include "platform/foundation/NSFileHandle.h"
-#include "platform/foundation/NSNotificationCenter.h"
-#include "platform/foundation/NSPipe.h"
-#include "platform/foundation/NSTask.h"
-#include "platform/foundation/Utf.h"
+#include "platform/foundation/files/NSFileHandle.h"
+#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/NSNotificationCenter.h"
+#include "platform/foundation/programs/NSPipe.h"
+#include "platform/foundation/programs/NSTask.h"
+#include "platform/foundation/text/Utf.h"
 #include "root/ZVRRootListController.h"
 
 namespace zentrova {

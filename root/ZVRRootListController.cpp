@@ -4,9 +4,9 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/foundation/Class.h"
-#include "platform/foundation/Log.h"
-#include "platform/uikit/UIDevice.h"
+#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/uikit/drawing/UIDevice.h"
 #include "prefs/Respring.h"
 #include "root/RootRows.h"
 

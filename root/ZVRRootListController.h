@@ -4,7 +4,7 @@
 
 #include "modules/ZVRFavoriteModules.h"
 #include "platform/preferences/PSListController.h"
-#include "platform/uikit/UILabel.h"
+#include "platform/uikit/views/UILabel.h"
 #include "prefs/HBRootListController.h"
 
 namespace platform {

@@ -1,6 +1,6 @@
 #include "root/ZVRVibrationListController.h"
 
-#include "platform/foundation/Class.h"
+#include "platform/foundation/objects/Class.h"
 
 namespace zentrova {
 

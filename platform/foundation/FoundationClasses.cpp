@@ -1,12 +1,12 @@
 #include "platform/foundation/FoundationClasses.h"
 
-#include "platform/foundation/Class.h"
 #include "platform/foundation/FoundationClassTables.h"
-#include "platform/foundation/MutableDictionary.h"
-#include "platform/foundation/NSFileHandle.h"
-#include "platform/foundation/NSNotificationCenter.h"
-#include "platform/foundation/NSPipe.h"
-#include "platform/foundation/NSTask.h"
+#include "platform/foundation/files/NSFileHandle.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/MutableDictionary.h"
+#include "platform/foundation/objects/NSNotificationCenter.h"
+#include "platform/foundation/programs/NSPipe.h"
+#include "platform/foundation/programs/NSTask.h"
 
 namespace platform {
 

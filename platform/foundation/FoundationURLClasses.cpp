@@ -1,9 +1,9 @@
-#include "platform/foundation/Class.h"
 #include "platform/foundation/FoundationClassTables.h"
-#include "platform/foundation/NSAssertionHandler.h"
-#include "platform/foundation/NSCharacterSet.h"
-#include "platform/foundation/NSURLComponents.h"
-#include "platform/foundation/NSURLSession.h"
+#include "platform/foundation/network/NSURLComponents.h"
+#include "platform/foundation/network/NSURLSession.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/NSAssertionHandler.h"
+#include "platform/foundation/objects/NSCharacterSet.h"
 
 namespace platform {
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/preferences/PSControlTableCell.h"
-#include "platform/uikit/UITextField.h"
+#include "platform/uikit/controls/UITextField.h"
 
 namespace platform {
 

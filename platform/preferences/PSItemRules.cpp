@@ -5,7 +5,7 @@
 #include <cmath>
 #include <string_view>
 
-#include "platform/foundation/Process.h"
+#include "platform/foundation/objects/Process.h"
 #include "platform/preferences/PSCellType.h"
 #include "platform/preferences/PSKeyboard.h"
 

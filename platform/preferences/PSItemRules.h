@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "platform/foundation/Collections.h"
-#include "platform/foundation/Object.h"
+#include "platform/foundation/objects/Object.h"
+#include "platform/foundation/values/Collections.h"
 
 namespace platform {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/uikit/UITextField.h"
+#include "platform/uikit/controls/UITextField.h"
 
 namespace platform {
 

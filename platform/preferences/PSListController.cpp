@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/foundation/Log.h"
-#include "platform/foundation/Process.h"
+#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/Process.h"
 #include "platform/preferences/BundleInfo.h"
 #include "platform/preferences/DarwinNotifications.h"
 #include "platform/preferences/PSPreferenceFile.h"
 #include "platform/preferences/PSSpecifierFile.h"
-#include "platform/uikit/UITraits.h"
+#include "platform/uikit/drawing/UITraits.h"
 
 namespace platform {
 

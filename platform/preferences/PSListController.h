@@ -9,8 +9,8 @@
 #include "platform/preferences/PSSpecifier.h"
 #include "platform/preferences/PSSpecifierRows.h"
 #include "platform/preferences/PSTableCell.h"
-#include "platform/uikit/UITableView.h"
-#include "platform/uikit/UIViewController.h"
+#include "platform/uikit/controllers/UIViewController.h"
+#include "platform/uikit/tables/UITableView.h"
 
 namespace platform {
 

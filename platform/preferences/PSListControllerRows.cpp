@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/foundation/Process.h"
-#include "platform/foundation/Scheduler.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/scheduling/Scheduler.h"
 #include "platform/preferences/PSListController.h"
 
 namespace platform {

@@ -1,13 +1,13 @@
 // What a list page answers to its table, and what a tap on a row does.
 
-#include "platform/foundation/Log.h"
-#include "platform/foundation/Process.h"
+#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/Process.h"
 #include "platform/preferences/PSItemRules.h"
 #include "platform/preferences/PSListController.h"
-#include "platform/uikit/UIAlertController.h"
-#include "platform/uikit/UIApplication.h"
-#include "platform/uikit/UIDevice.h"
-#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/controllers/UIAlertController.h"
+#include "platform/uikit/controllers/UIApplication.h"
+#include "platform/uikit/controllers/UINavigationController.h"
+#include "platform/uikit/drawing/UIDevice.h"
 
 namespace platform {
 

@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "platform/foundation/FileSystem.h"
-#include "platform/foundation/Process.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/files/FileSystem.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 
 namespace platform {
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/foundation/Value.h"
+#include "platform/foundation/values/Value.h"
 
 namespace platform {
 

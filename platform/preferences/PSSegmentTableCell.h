@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/preferences/PSControlTableCell.h"
-#include "platform/uikit/UISegmentedControl.h"
+#include "platform/uikit/controls/UISegmentedControl.h"
 
 namespace platform {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/preferences/PSControlTableCell.h"
-#include "platform/uikit/UISlider.h"
+#include "platform/uikit/controls/UISlider.h"
 
 namespace platform {
 

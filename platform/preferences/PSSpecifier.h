@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "platform/foundation/Collections.h"
-#include "platform/foundation/MutableDictionary.h"
-#include "platform/foundation/Object.h"
+#include "platform/foundation/objects/MutableDictionary.h"
+#include "platform/foundation/objects/Object.h"
+#include "platform/foundation/values/Collections.h"
 #include "platform/preferences/PSCellType.h"
 
 namespace platform {

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <utility>
 
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 #include "platform/preferences/PSItemRules.h"
 #include "platform/preferences/PSSpecifierItem.h"
 

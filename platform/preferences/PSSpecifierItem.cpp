@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "platform/preferences/PSItemRules.h"
-#include "platform/uikit/UIImage.h"
+#include "platform/uikit/images/UIImage.h"
 
 namespace platform {
 

@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/foundation/Collections.h"
+#include "platform/foundation/values/Collections.h"
 #include "platform/preferences/PSSpecifierRows.h"
 
 namespace platform {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/preferences/PSControlTableCell.h"
-#include "platform/uikit/UISwitch.h"
+#include "platform/uikit/controls/UISwitch.h"
 
 namespace platform {
 

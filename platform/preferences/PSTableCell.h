@@ -5,8 +5,8 @@
 #include <string>
 
 #include "platform/preferences/PSSpecifier.h"
-#include "platform/uikit/UIControl.h"
-#include "platform/uikit/UITableViewCell.h"
+#include "platform/uikit/controls/UIControl.h"
+#include "platform/uikit/tables/UITableViewCell.h"
 
 namespace platform {
 

@@ -1,6 +1,6 @@
 #include "platform/uikit/UIKitClasses.h"
 
-#include "platform/foundation/Class.h"
+#include "platform/foundation/objects/Class.h"
 #include "platform/uikit/UIKitClassTables.h"
 
 namespace platform {

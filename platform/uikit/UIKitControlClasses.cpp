@@ -1,11 +1,11 @@
-#include "platform/foundation/Class.h"
-#include "platform/uikit/UIButton.h"
-#include "platform/uikit/UIControl.h"
+#include "platform/foundation/objects/Class.h"
 #include "platform/uikit/UIKitClassTables.h"
-#include "platform/uikit/UISegmentedControl.h"
-#include "platform/uikit/UISlider.h"
-#include "platform/uikit/UISwitch.h"
-#include "platform/uikit/UITextField.h"
+#include "platform/uikit/controls/UIButton.h"
+#include "platform/uikit/controls/UIControl.h"
+#include "platform/uikit/controls/UISegmentedControl.h"
+#include "platform/uikit/controls/UISlider.h"
+#include "platform/uikit/controls/UISwitch.h"
+#include "platform/uikit/controls/UITextField.h"
 
 namespace platform {
 namespace {

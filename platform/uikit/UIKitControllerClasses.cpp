@@ -1,13 +1,13 @@
-#include "platform/foundation/Class.h"
-#include "platform/uikit/UIAlertController.h"
-#include "platform/uikit/UIColorPickerViewController.h"
-#include "platform/uikit/UIImagePickerController.h"
+#include "platform/foundation/objects/Class.h"
 #include "platform/uikit/UIKitClassTables.h"
-#include "platform/uikit/UINavigationBar.h"
-#include "platform/uikit/UINavigationController.h"
-#include "platform/uikit/UINavigationItem.h"
-#include "platform/uikit/UIViewController.h"
-#include "platform/uikit/UIWindow.h"
+#include "platform/uikit/controllers/UIAlertController.h"
+#include "platform/uikit/controllers/UIColorPickerViewController.h"
+#include "platform/uikit/controllers/UIImagePickerController.h"
+#include "platform/uikit/controllers/UINavigationBar.h"
+#include "platform/uikit/controllers/UINavigationController.h"
+#include "platform/uikit/controllers/UINavigationItem.h"
+#include "platform/uikit/controllers/UIViewController.h"
+#include "platform/uikit/controllers/UIWindow.h"
 
 namespace platform {
 namespace {

@@ -1,7 +1,7 @@
-#include "platform/foundation/Class.h"
+#include "platform/foundation/objects/Class.h"
 #include "platform/uikit/UIKitClassTables.h"
-#include "platform/uikit/UITableView.h"
-#include "platform/uikit/UITableViewCell.h"
+#include "platform/uikit/tables/UITableView.h"
+#include "platform/uikit/tables/UITableViewCell.h"
 
 namespace platform {
 namespace {

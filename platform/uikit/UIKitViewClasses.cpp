@@ -1,13 +1,13 @@
-#include "platform/foundation/Class.h"
-#include "platform/uikit/UIActivityIndicatorView.h"
-#include "platform/uikit/UIGestureRecognizer.h"
-#include "platform/uikit/UIImageView.h"
+#include "platform/foundation/objects/Class.h"
 #include "platform/uikit/UIKitClassTables.h"
-#include "platform/uikit/UILabel.h"
-#include "platform/uikit/UILongPressGestureRecognizer.h"
-#include "platform/uikit/UIScrollView.h"
-#include "platform/uikit/UIView.h"
-#include "platform/uikit/UIViewController.h"
+#include "platform/uikit/controllers/UIViewController.h"
+#include "platform/uikit/views/UIActivityIndicatorView.h"
+#include "platform/uikit/views/UIGestureRecognizer.h"
+#include "platform/uikit/views/UIImageView.h"
+#include "platform/uikit/views/UILabel.h"
+#include "platform/uikit/views/UILongPressGestureRecognizer.h"
+#include "platform/uikit/views/UIScrollView.h"
+#include "platform/uikit/views/UIView.h"
 
 namespace platform {
 namespace {

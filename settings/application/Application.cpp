@@ -7,12 +7,12 @@
 #include <thread>
 #include <utility>
 
-#include "settings/application/ActionMembers.h"
 #include "settings/application/ApplicationState.h"
 #include "settings/application/ControlCenterRow.h"
-#include "settings/application/SidePanes.h"
-#include "settings/application/Traits.h"
 #include "settings/device/DeviceTree.h"
+#include "settings/device/Traits.h"
+#include "settings/panes/SidePanes.h"
+#include "settings/tree/ActionMembers.h"
 
 namespace settings {
 

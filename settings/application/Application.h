@@ -9,10 +9,10 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/foundation/DeviceTraits.h"
-#include "platform/foundation/FileSystem.h"
-#include "platform/foundation/Log.h"
-#include "platform/foundation/Programs.h"
+#include "platform/foundation/files/FileSystem.h"
+#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/DeviceTraits.h"
+#include "platform/foundation/programs/Programs.h"
 
 namespace platform {
 class Object;

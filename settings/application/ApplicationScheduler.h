@@ -8,7 +8,7 @@
 #include <shared_mutex>
 #include <string>
 
-#include "platform/foundation/Scheduler.h"
+#include "platform/foundation/scheduling/Scheduler.h"
 
 namespace settings {
 

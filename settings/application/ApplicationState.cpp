@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/foundation/DevicePrograms.h"
-#include "platform/foundation/Exception.h"
-#include "platform/foundation/MemoryLog.h"
-#include "platform/foundation/ObservedFileSystem.h"
-#include "platform/uikit/UIKitState.h"
-#include "settings/application/ActionMembers.h"
-#include "settings/application/EditWatch.h"
-#include "settings/application/SidePanes.h"
+#include "platform/foundation/files/ObservedFileSystem.h"
+#include "platform/foundation/log/MemoryLog.h"
+#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/programs/DevicePrograms.h"
+#include "platform/uikit/drawing/UIKitState.h"
+#include "settings/panes/EditWatch.h"
+#include "settings/panes/SidePanes.h"
+#include "settings/tree/ActionMembers.h"
 
 namespace settings {
 

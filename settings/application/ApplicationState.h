@@ -10,19 +10,19 @@
 #include <string>
 #include <vector>
 
-#include "platform/foundation/DeviceFileSystem.h"
-#include "platform/foundation/DevicePrograms.h"
+#include "platform/foundation/files/DeviceFileSystem.h"
+#include "platform/foundation/programs/DevicePrograms.h"
 #include "settings/application/Application.h"
-#include "settings/application/FilePane.h"
-#include "settings/application/PastImages.h"
-#include "settings/application/PhotoLibrary.h"
-#include "settings/application/RecordLog.h"
 #include "settings/application/SettingsProcess.h"
 #include "settings/application/StageWatch.h"
-#include "settings/application/TreeSnapshot.h"
 #include "settings/application/UserHand.h"
+#include "settings/device/PhotoLibrary.h"
 #include "settings/neighbours/ModuleNeighbours.h"
 #include "settings/neighbours/NeighbourRegistry.h"
+#include "settings/panes/FilePane.h"
+#include "settings/panes/PastImages.h"
+#include "settings/panes/RecordLog.h"
+#include "settings/tree/TreeSnapshot.h"
 
 namespace settings {
 

@@ -6,8 +6,8 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
-#include "platform/foundation/Log.h"
-#include "platform/uikit/UIKitState.h"
+#include "platform/foundation/log/Log.h"
+#include "platform/uikit/drawing/UIKitState.h"
 #include "settings/application/ApplicationState.h"
 
 namespace settings {

@@ -3,10 +3,10 @@
 #include <dlfcn.h>
 #include <utility>
 
-#include "platform/foundation/Exception.h"
-#include "platform/foundation/FileSystem.h"
-#include "platform/foundation/Process.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/files/FileSystem.h"
+#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 #include "platform/preferences/BundleInterface.h"
 
 namespace settings {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cctype>
 
-#include "platform/foundation/Log.h"
-#include "platform/foundation/NSString.h"
-#include "platform/uikit/UIAlertController.h"
+#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/NSString.h"
+#include "platform/uikit/controllers/UIAlertController.h"
 #include "settings/application/SettingsProcess.h"
 
 namespace settings {

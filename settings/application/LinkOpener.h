@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/uikit/UIApplication.h"
-#include "platform/uikit/UIViewController.h"
+#include "platform/uikit/controllers/UIApplication.h"
+#include "platform/uikit/controllers/UIViewController.h"
 
 namespace settings {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/preferences/PSListController.h"
-#include "platform/uikit/UIViewController.h"
+#include "platform/uikit/controllers/UIViewController.h"
 
 namespace settings {
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include "platform/foundation/Exception.h"
+#include "platform/foundation/objects/Exception.h"
 
 namespace settings {
 

@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "platform/foundation/Class.h"
+#include "platform/foundation/objects/Class.h"
 #include "platform/preferences/PSListController.h"
-#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/controllers/UINavigationController.h"
 #include "settings/application/ControlCenterRow.h"
 
 namespace settings {

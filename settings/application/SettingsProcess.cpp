@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "platform/foundation/FoundationClasses.h"
-#include "platform/foundation/ThreadedScheduler.h"
+#include "platform/foundation/scheduling/ThreadedScheduler.h"
 #include "platform/preferences/BundleInfo.h"
 #include "platform/preferences/PreferencesClasses.h"
 #include "platform/uikit/UIKitClasses.h"

@@ -5,11 +5,11 @@
 #include <optional>
 #include <string>
 
-#include "platform/foundation/Process.h"
-#include "platform/foundation/VirtualScheduler.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/scheduling/VirtualScheduler.h"
 #include "platform/preferences/DarwinNotifications.h"
-#include "platform/uikit/UINavigationController.h"
-#include "platform/uikit/UIWindow.h"
+#include "platform/uikit/controllers/UINavigationController.h"
+#include "platform/uikit/controllers/UIWindow.h"
 #include "settings/application/Application.h"
 #include "settings/application/ApplicationScheduler.h"
 #include "settings/application/ControlCenterRow.h"

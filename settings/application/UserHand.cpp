@@ -4,16 +4,16 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
-#include "platform/uikit/UIButton.h"
-#include "platform/uikit/UIGestureRecognizer.h"
-#include "platform/uikit/UINavigationController.h"
-#include "platform/uikit/UISegmentedControl.h"
-#include "platform/uikit/UISlider.h"
-#include "platform/uikit/UISwitch.h"
-#include "platform/uikit/UITableView.h"
-#include "platform/uikit/UITextField.h"
-#include "settings/application/ActionMembers.h"
+#include "platform/uikit/controllers/UINavigationController.h"
+#include "platform/uikit/controls/UIButton.h"
+#include "platform/uikit/controls/UISegmentedControl.h"
+#include "platform/uikit/controls/UISlider.h"
+#include "platform/uikit/controls/UISwitch.h"
+#include "platform/uikit/controls/UITextField.h"
+#include "platform/uikit/tables/UITableView.h"
+#include "platform/uikit/views/UIGestureRecognizer.h"
 #include "settings/application/SettingsProcess.h"
+#include "settings/tree/ActionMembers.h"
 
 namespace settings {
 

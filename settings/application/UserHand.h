@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/uikit/NSIndexPath.h"
+#include "platform/uikit/tables/NSIndexPath.h"
 #include "settings/application/Application.h"
-#include "settings/application/NodeTarget.h"
+#include "settings/tree/NodeTarget.h"
 
 namespace platform {
 class UIAlertController;

@@ -2,12 +2,12 @@
 
 #include <nlohmann/json.hpp>
 
-#include "platform/uikit/UIAlertController.h"
-#include "platform/uikit/UIColorPickerViewController.h"
-#include "platform/uikit/UIImagePickerController.h"
-#include "settings/application/ActionMembers.h"
-#include "settings/application/PhotoLibrary.h"
+#include "platform/uikit/controllers/UIAlertController.h"
+#include "platform/uikit/controllers/UIColorPickerViewController.h"
+#include "platform/uikit/controllers/UIImagePickerController.h"
 #include "settings/application/UserHand.h"
+#include "settings/device/PhotoLibrary.h"
+#include "settings/tree/ActionMembers.h"
 
 namespace settings {
 

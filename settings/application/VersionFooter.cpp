@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "platform/foundation/Class.h"
+#include "platform/foundation/objects/Class.h"
 #include "platform/preferences/PSListController.h"
-#include "platform/uikit/UILabel.h"
+#include "platform/uikit/views/UILabel.h"
 
 namespace settings {
 

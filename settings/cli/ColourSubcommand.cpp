@@ -6,12 +6,12 @@
 #include <ostream>
 #include <string>
 
-#include "platform/foundation/Class.h"
-#include "platform/uikit/UIColor.h"
-#include "settings/cli/BundleProcess.h"
-#include "settings/cli/DeviceOptions.h"
-#include "settings/cli/PlistInput.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/uikit/drawing/UIColor.h"
 #include "settings/cli/Subcommands.h"
+#include "settings/cli/common/BundleProcess.h"
+#include "settings/cli/common/DeviceOptions.h"
+#include "settings/cli/common/PlistInput.h"
 #include "settings/device/PropertyListJson.h"
 
 namespace settings {

@@ -5,9 +5,9 @@
 #include <ostream>
 #include <string>
 
-#include "settings/cli/DeviceOptions.h"
-#include "settings/cli/PlistInput.h"
 #include "settings/cli/Subcommands.h"
+#include "settings/cli/common/DeviceOptions.h"
+#include "settings/cli/common/PlistInput.h"
 
 namespace settings {
 namespace {

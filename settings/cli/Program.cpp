@@ -8,7 +8,7 @@
 #include <ostream>
 #include <vector>
 
-#include "platform/foundation/Exception.h"
+#include "platform/foundation/objects/Exception.h"
 #include "settings/cli/Subcommands.h"
 
 namespace settings {

@@ -3,7 +3,7 @@
 #include <span>
 #include <string>
 
-#include "settings/cli/CommandContext.h"
+#include "settings/cli/common/CommandContext.h"
 
 namespace settings {
 

@@ -5,10 +5,10 @@
 #include <sstream>
 #include <string>
 
-#include "settings/application/ScriptRunner.h"
-#include "settings/cli/DeviceOptions.h"
-#include "settings/cli/HostFile.h"
 #include "settings/cli/Subcommands.h"
+#include "settings/cli/common/DeviceOptions.h"
+#include "settings/cli/common/HostFile.h"
+#include "settings/scripting/ScriptRunner.h"
 
 namespace settings {
 namespace {

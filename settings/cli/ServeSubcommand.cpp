@@ -8,12 +8,12 @@
 #include <thread>
 
 #include "settings/application/Application.h"
-#include "settings/cli/DeviceOptions.h"
-#include "settings/cli/FolderWatch.h"
-#include "settings/cli/PlistInput.h"
-#include "settings/cli/PreferenceFile.h"
-#include "settings/cli/StopSignal.h"
 #include "settings/cli/Subcommands.h"
+#include "settings/cli/common/DeviceOptions.h"
+#include "settings/cli/common/FolderWatch.h"
+#include "settings/cli/common/PlistInput.h"
+#include "settings/cli/common/PreferenceFile.h"
+#include "settings/cli/common/StopSignal.h"
 #include "settings/web/PageHost.h"
 
 namespace settings {

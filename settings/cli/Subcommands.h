@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/cli/CommandContext.h"
+#include "settings/cli/common/CommandContext.h"
 
 namespace settings {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/foundation/Collections.h"
+#include "platform/foundation/values/Collections.h"
 #include "settings/device/DeviceTree.h"
 #include "settings/device/TreeWriter.h"
 

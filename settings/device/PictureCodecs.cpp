@@ -1,6 +1,6 @@
 // The pictures that a new device tree holds, as files.
 
-#include "platform/uikit/ImageCodecs.h"
+#include "platform/uikit/images/ImageCodecs.h"
 #include "settings/device/Painting.h"
 
 namespace settings {

@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
-#include "platform/foundation/Base64.h"
-#include "platform/foundation/Collections.h"
-#include "platform/foundation/NumberText.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/text/Base64.h"
+#include "platform/foundation/text/NumberText.h"
+#include "platform/foundation/values/Collections.h"
 
 namespace settings {
 namespace {

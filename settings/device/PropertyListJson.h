@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/foundation/Value.h"
+#include "platform/foundation/values/Value.h"
 
 // Property lists as JSON, for people and scripts. Data is {"data": "<base64>"}, a date
 // {"date": "2026-01-02T03:04:05Z"}, a real always has a point or an exponent, and one that is not

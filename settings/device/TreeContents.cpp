@@ -1,6 +1,6 @@
 #include "settings/device/TreeContents.h"
 
-#include "platform/foundation/Collections.h"
+#include "platform/foundation/values/Collections.h"
 #include "settings/device/DeviceTree.h"
 #include "settings/device/InstalledModules.h"
 #include "settings/device/Photos.h"

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <system_error>
 
-#include "platform/foundation/DeviceFileSystem.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/files/DeviceFileSystem.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 #include "settings/device/ProgramStandIns.h"
 #include "settings/device/TreeContents.h"
 

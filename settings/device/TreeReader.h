@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/foundation/Collections.h"
+#include "platform/foundation/values/Collections.h"
 #include "settings/device/DeviceTree.h"
 
 namespace settings {

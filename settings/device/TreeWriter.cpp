@@ -5,7 +5,7 @@
 #include <fstream>
 #include <system_error>
 
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 
 namespace settings {
 

@@ -4,9 +4,9 @@
 #include <unordered_set>
 #include <utility>
 
-#include "platform/foundation/FileSystem.h"
-#include "platform/foundation/Process.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/files/FileSystem.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 #include "settings/device/DeviceTree.h"
 
 namespace settings {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/foundation/Collections.h"
+#include "platform/foundation/values/Collections.h"
 
 namespace settings {
 

@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <utility>
 
-#include "platform/foundation/Class.h"
-#include "platform/foundation/FileSystem.h"
-#include "platform/foundation/Process.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/files/FileSystem.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 #include "settings/device/DeviceTree.h"
 
 namespace settings {

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/foundation/Object.h"
-#include "platform/uikit/UIImage.h"
+#include "platform/foundation/objects/Object.h"
+#include "platform/uikit/images/UIImage.h"
 #include "settings/neighbours/ModuleIndex.h"
 #include "settings/neighbours/NeighbourRegistry.h"
 

@@ -4,8 +4,8 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
-#include "settings/application/ActionMembers.h"
 #include "settings/application/Application.h"
+#include "settings/tree/ActionMembers.h"
 #include "settings/web/Protocol.h"
 
 namespace settings {

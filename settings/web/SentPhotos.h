@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "settings/application/PhotoLibrary.h"
+#include "settings/device/PhotoLibrary.h"
 
 namespace settings {
 

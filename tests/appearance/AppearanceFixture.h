@@ -11,11 +11,11 @@
 #include "appearance/HBColorPickerTableCell.h"
 #include "appearance/ZVRCustomizeColorListViewController.h"
 #include "appearance/ZVRCustomizeListController.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 #include "platform/preferences/BundleInfo.h"
 #include "platform/preferences/PreferencesClasses.h"
 #include "platform/uikit/UIKitClasses.h"
-#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/controllers/UINavigationController.h"
 #include "tests/support/ShownWindow.h"
 #include "tests/support/TestProcess.h"
 

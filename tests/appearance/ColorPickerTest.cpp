@@ -1,6 +1,6 @@
 #include <cerrno>
 
-#include "platform/foundation/NSNotificationCenter.h"
+#include "platform/foundation/objects/NSNotificationCenter.h"
 #include "tests/appearance/ColorCellFixture.h"
 
 namespace zentrova::tests {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/uikit/UIAlertController.h"
-#include "platform/uikit/UIImageView.h"
+#include "platform/uikit/controllers/UIAlertController.h"
+#include "platform/uikit/views/UIImageView.h"
 #include "tests/appearance/AppearanceFixture.h"
 
 namespace zentrova::tests {

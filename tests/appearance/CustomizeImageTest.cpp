@@ -1,4 +1,4 @@
-#include "platform/uikit/UIImagePickerController.h"
+#include "platform/uikit/controllers/UIImagePickerController.h"
 #include "tests/appearance/CustomizeFixture.h"
 #include "tests/appearance/Pictures.h"
 

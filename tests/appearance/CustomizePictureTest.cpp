@@ -1,7 +1,7 @@
 #include <cerrno>
 
-#include "platform/uikit/UIActivityIndicatorView.h"
-#include "platform/uikit/UIImagePickerController.h"
+#include "platform/uikit/controllers/UIImagePickerController.h"
+#include "platform/uikit/views/UIActivityIndicatorView.h"
 #include "tests/appearance/CustomizeFixture.h"
 #include "tests/appearance/ImageCodecStandIn.h"
 #include "tests/appearance/Pictures.h"

@@ -3,8 +3,8 @@
 #include <functional>
 #include <iterator>
 
-#include "platform/uikit/UIAlertController.h"
-#include "platform/uikit/UIImagePickerController.h"
+#include "platform/uikit/controllers/UIAlertController.h"
+#include "platform/uikit/controllers/UIImagePickerController.h"
 #include "tests/appearance/AppearanceFixture.h"
 #include "tests/appearance/Pictures.h"
 #include "tests/support/ShownWindow.h"

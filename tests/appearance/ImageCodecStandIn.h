@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/uikit/ImageCodecs.h"
+#include "platform/uikit/images/ImageCodecs.h"
 
 namespace zentrova::tests {
 

@@ -4,8 +4,8 @@
 #include <memory>
 #include <random>
 
-#include "platform/uikit/UIImage.h"
-#include "platform/uikit/UIImageRepresentation.h"
+#include "platform/uikit/images/UIImage.h"
+#include "platform/uikit/images/UIImageRepresentation.h"
 
 namespace zentrova::tests {
 

@@ -11,10 +11,10 @@
 #include "cells/HBLinkTableCell.h"
 #include "cells/HBTintedTableCell.h"
 #include "cells/HBTwitterCell.h"
-#include "platform/foundation/NSURLSession.h"
+#include "platform/foundation/network/NSURLSession.h"
 #include "platform/preferences/PreferencesClasses.h"
 #include "platform/uikit/UIKitClasses.h"
-#include "platform/uikit/UIWindow.h"
+#include "platform/uikit/controllers/UIWindow.h"
 #include "tests/support/SmallPictures.h"
 #include "tests/support/TestProcess.h"
 

@@ -1,7 +1,7 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/uikit/UIScreen.h"
+#include "platform/uikit/drawing/UIScreen.h"
 #include "tests/cells/CellsFixture.h"
 
 namespace zentrova::tests {

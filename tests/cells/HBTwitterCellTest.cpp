@@ -1,7 +1,7 @@
-#include "platform/foundation/Exception.h"
-#include "platform/foundation/NSAssertionHandler.h"
+#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/NSAssertionHandler.h"
 #include "platform/preferences/PSListController.h"
-#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/controllers/UINavigationController.h"
 #include "tests/cells/CellsFixture.h"
 
 namespace zentrova::tests {

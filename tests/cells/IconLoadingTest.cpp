@@ -1,7 +1,7 @@
 #include <atomic>
 #include <mutex>
 
-#include "platform/foundation/CurrentQueue.h"
+#include "platform/foundation/objects/CurrentQueue.h"
 #include "tests/cells/CellsFixture.h"
 #include "tests/support/ThreadedTestProcess.h"
 

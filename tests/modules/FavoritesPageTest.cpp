@@ -1,4 +1,4 @@
-#include "platform/foundation/MutableDictionary.h"
+#include "platform/foundation/objects/MutableDictionary.h"
 #include "tests/modules/FavoritesFixture.h"
 
 namespace zentrova::tests {

@@ -4,10 +4,10 @@
 #include <string>
 #include <utility>
 
-#include "platform/foundation/Class.h"
-#include "platform/foundation/Collections.h"
-#include "platform/foundation/Process.h"
-#include "platform/uikit/UIImage.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/values/Collections.h"
+#include "platform/uikit/images/UIImage.h"
 
 namespace zentrova::tests {
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
-#include "platform/foundation/Exception.h"
+#include "platform/foundation/objects/Exception.h"
 #include "tests/prefs/StoreFixture.h"
 
 namespace zentrova::tests {

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/foundation/Collections.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/values/Collections.h"
 #include "prefs/HBPreferences.h"
 #include "tests/support/TestProcess.h"
 

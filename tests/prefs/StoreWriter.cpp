@@ -11,10 +11,10 @@
 #include <string>
 #include <string_view>
 
-#include "platform/foundation/DeviceFileSystem.h"
 #include "platform/foundation/FoundationClasses.h"
-#include "platform/foundation/MemoryLog.h"
-#include "platform/foundation/Process.h"
+#include "platform/foundation/files/DeviceFileSystem.h"
+#include "platform/foundation/log/MemoryLog.h"
+#include "platform/foundation/objects/Process.h"
 #include "prefs/HBPreferences.h"
 
 namespace {

@@ -2,7 +2,7 @@
 #include <set>
 
 #include "appearance/ColorCodec.h"
-#include "platform/uikit/UIColor.h"
+#include "platform/uikit/drawing/UIColor.h"
 #include "tests/root/ResourcesFixture.h"
 
 namespace zentrova::tests {

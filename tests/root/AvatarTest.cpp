@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "platform/foundation/Class.h"
-#include "platform/uikit/UIImageView.h"
-#include "platform/uikit/UILabel.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/uikit/views/UIImageView.h"
+#include "platform/uikit/views/UILabel.h"
 #include "tests/root/Pictures.h"
 #include "tests/root/RootFixture.h"
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/foundation/Class.h"
-#include "platform/foundation/Exception.h"
-#include "platform/uikit/UINavigationController.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/Exception.h"
+#include "platform/uikit/controllers/UINavigationController.h"
 #include "tests/root/RootFixture.h"
 
 namespace zentrova::tests {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "platform/foundation/Exception.h"
+#include "platform/foundation/objects/Exception.h"
 #include "platform/preferences/PSTableCell.h"
-#include "platform/uikit/UISegmentedControl.h"
+#include "platform/uikit/controls/UISegmentedControl.h"
 #include "tests/root/RootFixture.h"
 
 namespace zentrova::tests {

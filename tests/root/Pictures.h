@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/uikit/ImageCodecs.h"
+#include "platform/uikit/images/ImageCodecs.h"
 
 // Files of pictures.
 namespace zentrova::tests {

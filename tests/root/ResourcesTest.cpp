@@ -3,7 +3,7 @@
 #include <iterator>
 #include <set>
 
-#include "platform/uikit/UIImageView.h"
+#include "platform/uikit/views/UIImageView.h"
 #include "tests/root/ResourcesFixture.h"
 
 namespace zentrova::tests {

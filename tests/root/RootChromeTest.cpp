@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 #include <limits>
 
-#include "platform/uikit/NSLayoutConstraint.h"
-#include "platform/uikit/UIImageView.h"
-#include "platform/uikit/UIKitState.h"
+#include "platform/uikit/drawing/UIKitState.h"
+#include "platform/uikit/views/NSLayoutConstraint.h"
+#include "platform/uikit/views/UIImageView.h"
 #include "tests/root/ChromeFixture.h"
 #include "tests/root/Pictures.h"
 

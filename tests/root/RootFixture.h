@@ -9,13 +9,13 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/foundation/Collections.h"
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/values/Collections.h"
 #include "platform/preferences/BundleInfo.h"
 #include "platform/preferences/BundleInterface.h"
 #include "platform/preferences/PreferencesClasses.h"
 #include "platform/uikit/UIKitClasses.h"
-#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/controllers/UINavigationController.h"
 #include "root/ZVRRootListController.h"
 #include "tests/support/ShownWindow.h"
 #include "tests/support/TestProcess.h"

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
-#include "platform/foundation/Exception.h"
-#include "platform/uikit/UIKitState.h"
+#include "platform/foundation/objects/Exception.h"
+#include "platform/uikit/drawing/UIKitState.h"
 #include "tests/root/RootFixture.h"
 
 namespace zentrova::tests {

@@ -4,10 +4,10 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-#include "platform/foundation/Exception.h"
-#include "platform/foundation/NSFileHandle.h"
-#include "platform/foundation/NSNotificationCenter.h"
-#include "platform/uikit/UILabel.h"
+#include "platform/foundation/files/NSFileHandle.h"
+#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/NSNotificationCenter.h"
+#include "platform/uikit/views/UILabel.h"
 #include "tests/root/RootFixture.h"
 
 namespace zentrova::tests {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/foundation/SystemCalls.h"
+#include "platform/foundation/files/SystemCalls.h"
 
 namespace test_support {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/foundation/Programs.h"
+#include "platform/foundation/programs/Programs.h"
 
 namespace test_support {
 

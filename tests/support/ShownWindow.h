@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "platform/uikit/UIViewController.h"
-#include "platform/uikit/UIWindow.h"
+#include "platform/uikit/controllers/UIViewController.h"
+#include "platform/uikit/controllers/UIWindow.h"
 
 namespace test_support {
 

@@ -9,7 +9,7 @@
 #include <stdlib.h>
 #include <system_error>
 
-#include "platform/foundation/DeviceFileSystem.h"
+#include "platform/foundation/files/DeviceFileSystem.h"
 
 namespace test_support {
 

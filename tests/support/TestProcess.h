@@ -4,14 +4,14 @@
 #include <string>
 #include <string_view>
 
-#include "platform/foundation/DeviceFileSystem.h"
-#include "platform/foundation/DevicePrograms.h"
-#include "platform/foundation/DeviceTraits.h"
 #include "platform/foundation/FoundationClasses.h"
-#include "platform/foundation/MemoryLog.h"
-#include "platform/foundation/ObservedFileSystem.h"
-#include "platform/foundation/Process.h"
-#include "platform/foundation/VirtualScheduler.h"
+#include "platform/foundation/files/DeviceFileSystem.h"
+#include "platform/foundation/files/ObservedFileSystem.h"
+#include "platform/foundation/log/MemoryLog.h"
+#include "platform/foundation/objects/DeviceTraits.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/programs/DevicePrograms.h"
+#include "platform/foundation/scheduling/VirtualScheduler.h"
 #include "tests/support/FaultySystemCalls.h"
 #include "tests/support/RecordingPrograms.h"
 #include "tests/support/TemporaryDeviceTree.h"

@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 
-#include "platform/foundation/ThreadedScheduler.h"
+#include "platform/foundation/scheduling/ThreadedScheduler.h"
 #include "tests/support/TestProcess.h"
 
 namespace test_support {

@@ -1,7 +1,7 @@
 #include "platform/preferences/PSListItemsController.h"
 #include "platform/preferences/PSValueTableCell.h"
-#include "platform/uikit/UIAlertController.h"
-#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/controllers/UIAlertController.h"
+#include "platform/uikit/controllers/UIApplication.h"
 #include "tests/platform/preferences/PreferencesTest.h"
 
 namespace preferences_test {

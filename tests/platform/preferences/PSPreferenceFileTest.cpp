@@ -1,4 +1,4 @@
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 #include "platform/preferences/DarwinNotifications.h"
 #include "platform/preferences/PSPreferenceFile.h"
 #include "tests/platform/preferences/PreferencesTest.h"

@@ -1,6 +1,6 @@
-#include "platform/foundation/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyList.h"
 #include "platform/preferences/PSSpecifierFile.h"
-#include "platform/uikit/UIImage.h"
+#include "platform/uikit/images/UIImage.h"
 #include "tests/platform/preferences/PreferencesTest.h"
 
 namespace preferences_test {

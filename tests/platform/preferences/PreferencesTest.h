@@ -12,7 +12,7 @@
 #include "platform/preferences/PSListController.h"
 #include "platform/preferences/PreferencesClasses.h"
 #include "platform/uikit/UIKitClasses.h"
-#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/controllers/UINavigationController.h"
 #include "tests/support/TestProcess.h"
 
 namespace preferences_test {

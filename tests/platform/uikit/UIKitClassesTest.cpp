@@ -1,11 +1,11 @@
-#include "platform/foundation/Exception.h"
-#include "platform/uikit/UIDevice.h"
+#include "platform/foundation/objects/Exception.h"
 #include "platform/uikit/UIKitClasses.h"
-#include "platform/uikit/UILabel.h"
-#include "platform/uikit/UINavigationBar.h"
-#include "platform/uikit/UIScreen.h"
-#include "platform/uikit/UISwitch.h"
-#include "platform/uikit/UIWindow.h"
+#include "platform/uikit/controllers/UINavigationBar.h"
+#include "platform/uikit/controllers/UIWindow.h"
+#include "platform/uikit/controls/UISwitch.h"
+#include "platform/uikit/drawing/UIDevice.h"
+#include "platform/uikit/drawing/UIScreen.h"
+#include "platform/uikit/views/UILabel.h"
 #include "tests/platform/uikit/UIKitFixture.h"
 
 namespace uikit_test {

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/foundation/Class.h"
+#include "platform/foundation/objects/Class.h"
 #include "platform/uikit/UIKitClasses.h"
-#include "platform/uikit/UITableView.h"
-#include "platform/uikit/UIView.h"
+#include "platform/uikit/tables/UITableView.h"
+#include "platform/uikit/views/UIView.h"
 #include "tests/support/TestProcess.h"
 
 namespace uikit_test {

@@ -1,12 +1,12 @@
 // A bundle whose pages go wrong, each in its own way. Its Info.plist says which one is opened.
 
-#include "platform/foundation/Class.h"
-#include "platform/foundation/Exception.h"
-#include "platform/foundation/Process.h"
-#include "platform/foundation/Scheduler.h"
+#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/Process.h"
+#include "platform/foundation/scheduling/Scheduler.h"
 #include "platform/preferences/BundleInterface.h"
 #include "platform/preferences/PSListController.h"
-#include "platform/uikit/UIViewController.h"
+#include "platform/uikit/controllers/UIViewController.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-#include "platform/uikit/UIImage.h"
-#include "platform/uikit/UIImageRepresentation.h"
+#include "platform/uikit/images/UIImage.h"
+#include "platform/uikit/images/UIImageRepresentation.h"
 #include "tests/support/ThreadedTestProcess.h"
 
 namespace uikit_test {

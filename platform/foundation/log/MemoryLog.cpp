@@ -1,0 +1,59 @@
+#include "platform/foundation/log/MemoryLog.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace platform {
+
+void MemoryLog::write(LogEntry entry) {
+  std::vector<Observer> observers;
+  {
+    const std::lock_guard lock(_mutex);
+    for (const auto& [number, observer] : _observers) observers.push_back(observer);
+    _entries.push_back(entry);
+    ++_new;
+    if (_entries.size() > _capacity) _entries.pop_front();
+    _new = std::min(_new, _entries.size());
+  }
+  for (const Observer& observer : observers) observer(entry);
+}
+
+bool MemoryLog::isEnabled(LogLevel level) const {
+  return level != LogLevel::debug;
+}
+
+std::vector<LogEntry> MemoryLog::entries() const {
+  const std::lock_guard lock(_mutex);
+  return {_entries.begin(), _entries.end()};
+}
+
+std::vector<LogEntry> MemoryLog::takeNewEntries() {
+  const std::lock_guard lock(_mutex);
+  const std::size_t count = std::exchange(_new, 0);
+  return {_entries.end() - static_cast<std::ptrdiff_t>(count), _entries.end()};
+}
+
+bool MemoryLog::contains(std::string_view message) const {
+  const std::lock_guard lock(_mutex);
+  return std::any_of(_entries.begin(), _entries.end(),
+                     [&](const LogEntry& entry) { return entry.message == message; });
+}
+
+void MemoryLog::clear() {
+  const std::lock_guard lock(_mutex);
+  _entries.clear();
+  _new = 0;
+}
+
+std::uint64_t MemoryLog::addObserver(Observer observer) {
+  const std::lock_guard lock(_mutex);
+  _observers.emplace(++_lastObserver, std::move(observer));
+  return _lastObserver;
+}
+
+void MemoryLog::removeObserver(std::uint64_t observer) {
+  const std::lock_guard lock(_mutex);
+  _observers.erase(observer);
+}
+
+}  // namespace platform

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <string_view>
+#include <vector>
+
+#include "platform/foundation/log/Log.h"
+
+namespace platform {
+
+// Keeps the last `capacity` log entries and tells observers of each. Debug lines are not enabled,
+// as on a device. Threads: any.
+class MemoryLog final : public Log {
+ public:
+  using Observer = std::function<void(const LogEntry&)>;
+
+  explicit MemoryLog(std::size_t capacity = 10000) : _capacity(capacity) {}
+
+  void write(LogEntry entry) override;
+  bool isEnabled(LogLevel level) const override;
+
+  std::vector<LogEntry> entries() const;
+  // The entries since the last call, oldest first (as far as they are still kept).
+  std::vector<LogEntry> takeNewEntries();
+  // Whether a kept entry has exactly this message.
+  bool contains(std::string_view message) const;
+  void clear();
+  // Called after each entry, on the thread that wrote it. The result is for removeObserver.
+  std::uint64_t addObserver(Observer observer);
+  void removeObserver(std::uint64_t observer);
+
+ private:
+  const std::size_t _capacity;
+  mutable std::mutex _mutex;
+  std::deque<LogEntry> _entries;
+  std::size_t _new = 0;
+  std::map<std::uint64_t, Observer> _observers;
+  std::uint64_t _lastObserver = 0;
+};
+
+}  // namespace platform

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/Object.h"
+#include "platform/foundation/values/Collections.h"
+#include "platform/foundation/values/Value.h"
+
+// Carries arguments and results between C++ functions and operations sent by name.
+namespace platform::bridge {
+
+template <class T>
+struct IsObjectPointer : std::false_type {};
+template <class T>
+struct IsObjectPointer<std::shared_ptr<T>> : std::is_base_of<Object, T> {};
+template <class T>
+struct IsObjectPointer<std::weak_ptr<T>> : std::is_base_of<Object, T> {};
+
+template <class T>
+inline constexpr bool isWeakPointer = false;
+template <class T>
+inline constexpr bool isWeakPointer<std::weak_ptr<T>> = true;
+
+// What an argument is kept in while an operation runs: a view needs a text to look at.
+template <class T>
+using Kept = std::conditional_t<std::is_same_v<T, std::string_view>, std::string, T>;
+
+// A Value as an argument of type T. A value of another kind than a number, a text or an object
+// that T stands for becomes T's nothing: 0, no text, an empty pointer.
+template <class T>
+T fromValue(const Value& value) {
+  if constexpr (std::is_same_v<T, Value>) {
+    return value;
+  } else if constexpr (std::is_same_v<T, bool>) {
+    return value.isNumber() && value.boolValue();
+  } else if constexpr (std::is_unsigned_v<T>) {
+    return static_cast<T>(value.isNumber() ? value.unsignedIntegerValue() : 0);
+  } else if constexpr (std::is_enum_v<T> || std::is_integral_v<T>) {
+    return static_cast<T>(value.isNumber() ? value.integerValue() : 0);
+  } else if constexpr (std::is_floating_point_v<T>) {
+    return static_cast<T>(value.isNumber() ? value.doubleValue() : 0.0);
+  } else if constexpr (std::is_same_v<T, std::optional<std::string>>) {
+    return value.text();
+  } else if constexpr (std::is_same_v<T, std::string>) {
+    return value.text().value_or(std::string());
+  } else if constexpr (std::is_same_v<T, Data>) {
+    return value.asData() ? *value.asData() : Data();
+  } else if constexpr (std::is_same_v<T, Array>) {
+    return value.asArray() ? *value.asArray() : Array();
+  } else if constexpr (std::is_same_v<T, Dictionary>) {
+    return value.asDictionary() ? *value.asDictionary() : Dictionary();
+  } else {
+    static_assert(IsObjectPointer<T>::value, "no way to carry this type by name");
+    return std::dynamic_pointer_cast<typename T::element_type>(value.asObject());
+  }
+}
+
+template <class T>
+Value toValue(T&& result) {
+  using Plain = std::remove_cvref_t<T>;
+  if constexpr (std::is_enum_v<Plain>) {
+    return Value::integer(static_cast<std::int64_t>(result));
+  } else if constexpr (isWeakPointer<Plain>) {
+    return Value(result.lock());
+  } else {
+    return Value(std::forward<T>(result));
+  }
+}
+
+template <class R, class... P, class F, std::size_t... I>
+Value invokeWith(F&& function, std::span<const Value> arguments, std::index_sequence<I...>) {
+  [[maybe_unused]] const auto argument = [&](std::size_t index) -> Value {
+    return index < arguments.size() ? arguments[index] : Value();
+  };
+  std::tuple<Kept<std::remove_cvref_t<P>>...> values{
+      fromValue<Kept<std::remove_cvref_t<P>>>(argument(I))...};
+  if constexpr (std::is_void_v<R>) {
+    function(std::get<I>(values)...);
+    return {};
+  } else {
+    return toValue(function(std::get<I>(values)...));
+  }
+}
+
+template <class R, class... P, class F>
+Value invoke(F&& function, std::span<const Value> arguments) {
+  if (arguments.size() > sizeof...(P)) raiseInvalidArgument("too many arguments for the operation");
+  return invokeWith<R, P...>(std::forward<F>(function), arguments, std::index_sequence_for<P...>{});
+}
+
+}  // namespace platform::bridge

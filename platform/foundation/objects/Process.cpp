@@ -1,0 +1,74 @@
+#include "platform/foundation/objects/Process.h"
+
+#include <utility>
+
+#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/scheduling/Scheduler.h"
+
+namespace platform {
+
+namespace {
+
+thread_local Process* currentProcess = nullptr;
+
+}  // namespace
+
+Process::Process() = default;
+
+// What still refers to classes, services or the process itself goes first: threads and the work
+// that waits, then what was made once, then the services, and last the classes.
+Process::~Process() {
+  const ProcessScope scope(*this);
+  provideErased(typeid(Scheduler), nullptr);
+  std::exchange(_once, {}).clear();
+  std::exchange(_services, {}).clear();
+}
+
+Process& Process::current() {
+  if (currentProcess == nullptr) {
+    throw Exception(std::string(internalInconsistencyException),
+                    "this thread works for no process; a ProcessScope gives it one");
+  }
+  return *currentProcess;
+}
+
+Process* Process::currentOrNull() noexcept {
+  return currentProcess;
+}
+
+void Process::provideErased(std::type_index type, Erased service) {
+  // Swapped, so that the earlier service goes after the lock is gone.
+  const std::lock_guard lock(_mutex);
+  _services[type].swap(service);
+}
+
+Process::Erased Process::findErased(std::type_index type) const {
+  const std::lock_guard lock(_mutex);
+  const auto found = _services.find(type);
+  return found == _services.end() ? nullptr : found->second;
+}
+
+void* Process::serviceErased(std::type_index type, const char* name) const {
+  const Erased service = findErased(type);
+  if (!service) {
+    throw Exception(std::string(internalInconsistencyException),
+                    std::string("no service of type ") + name + " was provided to the process");
+  }
+  return service.get();
+}
+
+void* Process::onceErased(std::type_index type, Erased (*factory)()) {
+  const std::lock_guard lock(_mutex);
+  if (const auto found = _once.find(type); found != _once.end()) return found->second.get();
+  Erased made = factory();
+  return _once.emplace(type, std::move(made)).first->second.get();
+}
+
+ProcessScope::ProcessScope(Process& process) noexcept
+    : _previous(std::exchange(currentProcess, &process)) {}
+
+ProcessScope::~ProcessScope() {
+  currentProcess = _previous;
+}
+
+}  // namespace platform

@@ -1,0 +1,127 @@
+#include "platform/foundation/scheduling/ThreadPool.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/foundation/objects/CurrentQueue.h"
+
+namespace platform {
+
+// Has at most one piece of its work in the pool at a time, which keeps the order.
+class ThreadPool::Queue final : public SerialQueue, public std::enable_shared_from_this<Queue> {
+ public:
+  Queue(std::string label, std::weak_ptr<ThreadPool> pool)
+      : _label(std::move(label)), _pool(std::move(pool)) {}
+
+  const std::string& label() const override { return _label; }
+
+  void async(Work work) override {
+    const auto pool = _pool.lock();
+    if (!pool) return;
+    {
+      const std::lock_guard lock(_mutex);
+      if (_closed) return;
+      _pending.push_back(workOfQueue(_label, std::move(work)));
+      if (std::exchange(_inPool, true)) return;
+    }
+    pushNext(*pool);
+  }
+
+  // Drops what waits, which may hold this queue itself.
+  void close() {
+    std::deque<Work> dropped;
+    {
+      const std::lock_guard lock(_mutex);
+      _closed = true;
+      dropped.swap(_pending);
+    }
+  }
+
+ private:
+  void pushNext(ThreadPool& pool) {
+    pool.push([self = shared_from_this()] { self->runOne(); });
+  }
+
+  void runOne() {
+    Work next;
+    {
+      const std::lock_guard lock(_mutex);
+      if (_pending.empty()) return;
+      next = std::move(_pending.front());
+      _pending.pop_front();
+    }
+    const auto pool = _pool.lock();
+    if (!pool) return;
+    pool->_run(std::move(next));
+    {
+      const std::lock_guard lock(_mutex);
+      _inPool = !_pending.empty();
+      if (!_inPool) return;
+    }
+    pushNext(*pool);
+  }
+
+  const std::string _label;
+  const std::weak_ptr<ThreadPool> _pool;
+  std::mutex _mutex;
+  std::deque<Work> _pending;
+  bool _inPool = false;
+  bool _closed = false;
+};
+
+ThreadPool::ThreadPool(std::size_t threads, std::function<void(Work)> run) : _run(std::move(run)) {
+  for (std::size_t index = 0; index < std::max<std::size_t>(threads, 1); ++index) {
+    _threads.emplace_back([this] { work(); });
+  }
+}
+
+ThreadPool::~ThreadPool() = default;
+
+void ThreadPool::push(Work work) {
+  {
+    const std::lock_guard lock(_mutex);
+    if (_stopped) return;
+    _pending.push_back(std::move(work));
+  }
+  _changed.notify_one();
+}
+
+std::shared_ptr<SerialQueue> ThreadPool::makeSerialQueue(std::string label) {
+  auto queue = std::make_shared<Queue>(std::move(label), weak_from_this());
+  const std::lock_guard lock(_mutex);
+  std::erase_if(_queues, [](const auto& each) { return each.expired(); });
+  _queues.push_back(queue);
+  return queue;
+}
+
+void ThreadPool::work() {
+  while (true) {
+    Work next;
+    {
+      std::unique_lock lock(_mutex);
+      _changed.wait(lock, [this] { return _stopped || !_pending.empty(); });
+      if (_stopped) return;
+      next = std::move(_pending.front());
+      _pending.pop_front();
+    }
+    _run(std::move(next));
+  }
+}
+
+void ThreadPool::stop() {
+  std::deque<Work> dropped;
+  std::vector<std::weak_ptr<Queue>> queues;
+  {
+    const std::lock_guard lock(_mutex);
+    _stopped = true;
+    dropped.swap(_pending);
+    queues.swap(_queues);
+  }
+  _changed.notify_all();
+  for (std::thread& thread : _threads) thread.join();
+  for (const auto& each : queues) {
+    if (const auto queue = each.lock()) queue->close();
+  }
+}
+
+}  // namespace platform

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/foundation/scheduling/Scheduler.h"
+
+namespace platform {
+
+// Threads that run work, and serial queues that take turns on them.
+// Threads: any; `stop` once, from a thread that is not one of the pool.
+class ThreadPool : public std::enable_shared_from_this<ThreadPool> {
+ public:
+  // `run` runs one piece of work on the thread that calls it; it must not raise.
+  ThreadPool(std::size_t threads, std::function<void(Work)> run);
+  ~ThreadPool();
+  ThreadPool(const ThreadPool&) = delete;
+  ThreadPool& operator=(const ThreadPool&) = delete;
+
+  // Nothing after `stop`.
+  void push(Work work);
+  // A queue lives on without its pool, but takes no more work.
+  std::shared_ptr<SerialQueue> makeSerialQueue(std::string label);
+  // Waits for the work that is running and drops the rest.
+  void stop();
+
+ private:
+  class Queue;
+  void work();
+
+  const std::function<void(Work)> _run;
+  std::mutex _mutex;
+  std::condition_variable _changed;
+  std::deque<Work> _pending;
+  bool _stopped = false;
+  std::vector<std::weak_ptr<Queue>> _queues;
+  std::vector<std::thread> _threads;
+};
+
+}  // namespace platform

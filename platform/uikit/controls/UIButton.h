@@ -1,0 +1,25 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/uikit/controls/UIControl.h"
+
+namespace platform {
+
+// Threads: main.
+class UIButton : public UIControl {
+  PLATFORM_CLASS(UIButton)
+
+ public:
+  const std::optional<std::string>& title() const noexcept { return _title; }
+  void setTitle(std::optional<std::string> title);
+
+  // The user's hand. Sends touchUpInside. False where no touch reaches the button.
+  bool userTap();
+
+ private:
+  std::optional<std::string> _title;
+};
+
+}  // namespace platform

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/uikit/controls/UIControl.h"
+
+namespace platform {
+
+// Threads: main.
+class UISegmentedControl : public UIControl {
+  PLATFORM_CLASS(UISegmentedControl)
+
+ public:
+  static constexpr std::int64_t noSegment = -1;
+
+  bool initWithItems(std::vector<std::string> titles);
+
+  const std::vector<std::string>& titles() const noexcept { return _titles; }
+  void setTitles(std::vector<std::string> titles);
+  std::int64_t numberOfSegments() const noexcept {
+    return static_cast<std::int64_t>(_titles.size());
+  }
+  std::int64_t selectedSegmentIndex() const noexcept { return _selected; }
+  // An index that is out of range selects none.
+  void setSelectedSegmentIndex(std::int64_t index);
+  Size intrinsicContentSize() const override { return {noIntrinsicMetric, 32}; }
+
+  // The user's hand. Sends valueChanged only where another segment is selected then. False where
+  // there is no such segment or no touch reaches the control.
+  bool userSelectSegment(std::int64_t index);
+
+ private:
+  std::vector<std::string> _titles;
+  std::int64_t _selected = noSegment;
+};
+
+}  // namespace platform

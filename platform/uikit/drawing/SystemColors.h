@@ -1,0 +1,22 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "platform/uikit/drawing/UIColor.h"
+
+namespace platform {
+
+// A colour of the system: what it resolves to in light and in dark appearance.
+struct SystemColor {
+  std::string_view name;
+  ColorComponents light;
+  ColorComponents dark;
+};
+
+// All of them, sorted by name.
+std::span<const SystemColor> systemColors() noexcept;
+// Null where there is none of that name.
+const SystemColor* findSystemColor(std::string_view name) noexcept;
+
+}  // namespace platform

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "platform/uikit/images/ImageCodecs.h"
+#include "platform/uikit/images/ImageHeader.h"
+
+// The two formats of LibraryImageCodecs. Threads: any, several at a time. May run out of memory
+// (std::bad_alloc), and leaves nothing behind then.
+namespace platform {
+
+// The header must be the one of the file, its size within the limits.
+DecodedPicture decodePngFile(std::span<const std::uint8_t> file, const ImageHeader& header);
+DecodedPicture decodeJpegFile(std::span<const std::uint8_t> file, const ImageHeader& header);
+
+EncodedPicture encodePngFile(const ImagePixels& pixels, std::size_t maximumBytes);
+EncodedPicture encodeJpegFile(const ImagePixels& pixels, double quality, std::size_t maximumBytes);
+
+}  // namespace platform

@@ -1,0 +1,91 @@
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <string>
+#include <utility>
+
+#include "settings/cli/Subcommands.h"
+#include "settings/cli/common/FolderWatch.h"
+#include "settings/cli/common/PlistInput.h"
+#include "settings/cli/common/StopSignal.h"
+#include "settings/cli/prefs/PrefsOptions.h"
+#include "settings/device/DeviceTree.h"
+
+namespace settings {
+namespace {
+
+// Prints what changes in a preference file, from one reading to the next.
+class ChangePrinter {
+ public:
+  ChangePrinter(platform::FileSystem& files, std::string path, CommandContext& context)
+      : _files(files), _path(std::move(path)), _context(context) {
+    takeIn(readPreferenceFile(_files, _path));
+  }
+
+  void readAgain() {
+    const platform::Dictionary before = _entries;
+    const PreferenceFile file = readPreferenceFile(_files, _path);
+    takeIn(file);
+    for (const PreferenceChange& change : changesBetween(before, _entries)) print(change);
+    _context.output.flush();
+  }
+
+ private:
+  // A damaged file is told of once, and compared with the next whole one.
+  void takeIn(const PreferenceFile& file) {
+    if (file.state == PreferenceFileState::damaged) {
+      if (file.problem != _problem) _context.fail(file.problem);
+    } else {
+      _entries = file.entries;
+    }
+    _problem = file.problem;
+  }
+
+  void print(const PreferenceChange& change) {
+    if (_context.json) {
+      _context.output << jsonText(jsonOfChange(change), JsonStyle::oneLine) << '\n';
+    } else {
+      printChange(_context.output, change);
+    }
+  }
+
+  platform::FileSystem& _files;
+  std::string _path;
+  CommandContext& _context;
+  platform::Dictionary _entries;
+  std::string _problem;
+};
+
+ExitStatus watch(const PrefsOptions& options, CommandContext& context) {
+  const auto files = openDeviceFiles(options, context);
+  if (!files) return context.status;
+  StopSignal signal;
+  std::string problem = "the device has no folder " + std::string(preferencesPath);
+  const auto folder = files->hostPath(preferencesPath);
+  const auto changes = folder ? FolderWatch::open(*folder, problem) : nullptr;
+  if (!changes) return context.fail(problem);
+  const std::string name = preferenceFileName(options.domain);
+  ChangePrinter printer(*files, preferenceFilePath(options.domain), context);
+  context.messages << "watching " << preferenceFilePath(options.domain) << '\n' << std::flush;
+  bool stopped = false;
+  while (!stopped && !changes->isGone() && context.output) {
+    bool changed = false;
+    if (!waitReadable(signal.descriptor(), changes->descriptor(), stopped, changed)) break;
+    if (changed && changes->takeChanges(name)) printer.readAgain();
+  }
+  return changes->isGone() ? context.fail("the watched folder is gone") : ExitStatus::done;
+}
+
+}  // namespace
+
+void addPrefsWatch(CLI::App& prefs, CommandContext& context) {
+  CLI::App* command =
+      prefs.add_subcommand("watch", "Print changes of the preference file until interrupted");
+  const auto options = std::make_shared<PrefsOptions>();
+  addPrefsOptions(*command, *options);
+  addCommonOptions(*command, context, "zentrova-settings prefs watch --json");
+  command->callback([options, &context] { context.status = watch(*options, context); });
+}
+
+}  // namespace settings

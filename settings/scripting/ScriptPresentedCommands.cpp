@@ -1,0 +1,127 @@
+// What a hand does with what lies over the pages: sheets and pickers.
+
+#include <charconv>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "settings/device/PhotoLibrary.h"
+#include "settings/scripting/ScriptCommand.h"
+#include "settings/scripting/ScriptContext.h"
+#include "settings/scripting/ScriptValues.h"
+
+namespace settings {
+namespace {
+
+using nlohmann::json;
+
+// Hands what is presented to the work, which gets its identity and a copy of its node.
+template <class Work>
+StepOutcome onPresented(ScriptContext& context, const std::string& missing, Work work) {
+  if (!context.application().isOpen()) return StepOutcome::notOpen();
+  const FoundNode found = TreeQuery(context.application().tree()).presented();
+  if (!found) return StepOutcome::failed(missing);
+  return work(found.id, json(*found.node));
+}
+
+StepOutcome choose(ScriptContext& context, const std::string& sheet, const json& node,
+                   const std::string& label) {
+  const json& actions = node.value("actions", json::array());
+  std::string titles;
+  for (std::size_t i = 0; i < actions.size(); ++i) {
+    if (actions[i]["title"] == label) {
+      return context.act({{"action", "choose"}, {"node", sheet}, {"index", i}});
+    }
+    titles += (titles.empty() ? "" : ", ") + jsonText(actions[i]["title"]);
+  }
+  return StepOutcome::failed(jsonText(label) + " is no choice of the " +
+                             TreeQuery::text(node, "kind") + "; there are " +
+                             (titles.empty() ? "none" : titles));
+}
+
+Step parseChoose(LineReader& reader) {
+  return [label = reader.quoted("\"label\"")](ScriptContext& context) {
+    return onPresented(context, "there is no open sheet to choose in",
+                       [&](const std::string& sheet, const json& node) {
+                         return choose(context, sheet, node, label);
+                       });
+  };
+}
+
+Step parseClose(LineReader&) {
+  return [](ScriptContext& context) {
+    return onPresented(context, "there is nothing open to close",
+                       [&](const std::string& id, const json&) {
+                         return context.act({{"action", "close"}, {"node", id}});
+                       });
+  };
+}
+
+// "FF0000" or "FF0000CC", with or without "#" in front, as components from 0 to 1.
+json readColour(LineReader& reader) {
+  constexpr std::string_view digits = "0123456789ABCDEFabcdef";
+  constexpr double most = 255;
+  const std::string word = reader.word("COLOUR");
+  std::string_view text = word;
+  if (text.starts_with('#')) text.remove_prefix(1);
+  const bool sound = (text.size() == 6 || text.size() == 8) &&
+                     text.find_first_not_of(digits) == std::string_view::npos;
+  if (!sound) {
+    reader.fail("\"" + word + "\" is no COLOUR; one is RRGGBB or RRGGBBAA, as FF0000");
+    return {};
+  }
+  json components = json::array();
+  for (std::size_t at = 0; at < text.size(); at += 2) {
+    unsigned part = 0;
+    std::from_chars(text.data() + at, text.data() + at + 2, part, 16);
+    components.push_back(part / most);
+  }
+  if (components.size() == 3) components.push_back(1.0);
+  return components;
+}
+
+Step parsePick(LineReader& reader) {
+  return [rgba = readColour(reader)](ScriptContext& context) {
+    return onPresented(context, "there is no open colour picker",
+                       [&](const std::string& id, const json&) {
+                         return context.act({{"action", "pick"}, {"node", id}, {"rgba", rgba}});
+                       });
+  };
+}
+
+// A photo of the device's library by its name, or a file of this machine.
+StepOutcome choosePhoto(ScriptContext& context, const std::string& picker,
+                        const std::string& photo) {
+  if (!photo.starts_with('@')) {
+    return context.act({{"action", "photo"}, {"node", picker}, {"name", photo}});
+  }
+  const ScriptFile file = context.readFile(photo.substr(1));
+  if (!file.problem.empty()) return StepOutcome::failed(file.problem);
+  return outcomeOf(
+      context.application().choosePhoto(picker, readPhoto(platform::Data(file.bytes))));
+}
+
+Step parsePhoto(LineReader& reader) {
+  return [photo = reader.word("FILE")](ScriptContext& context) {
+    return onPresented(
+        context, "there is no open photo picker",
+        [&](const std::string& id, const json&) { return choosePhoto(context, id, photo); });
+  };
+}
+
+}  // namespace
+
+ScriptCommands presentedCommands() {
+  return {
+      {"pick", "pick COLOUR",
+       "picks a colour, RRGGBB or RRGGBBAA, in the open colour picker, which stays open",
+       &parsePick},
+      {"photo", "photo FILE",
+       "chooses a photo of the library by its name, or with @ in front a file of this machine",
+       &parsePhoto},
+      {"choose", "choose \"label\"", "a choice of the open sheet", &parseChoose},
+      {"close", "close", "closes what is open without a choice", &parseClose},
+      {"cancel", "cancel", "the cancelling choice of what is open", &parseClose},
+  };
+}
+
+}  // namespace settings

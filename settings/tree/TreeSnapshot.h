@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "platform/foundation/objects/DeviceTraits.h"
+#include "settings/tree/NodeTarget.h"
+
+namespace settings {
+
+class NeighbourRegistry;
+class PhotoLibrary;
+class SettingsProcess;
+struct CrashReport;
+
+// One tree (docs/tree.md, without its revision) and what its nodes stand for.
+struct TreeSnapshot {
+  nlohmann::json tree;
+  NodeTargets targets;
+  std::uint64_t largestIdentity = 0;
+};
+
+struct SnapshotRequest {
+  SettingsProcess* process = nullptr;  // null: there is an empty window
+  PhotoLibrary* photos = nullptr;      // not null where there is a process
+  const CrashReport* crash = nullptr;  // shown over everything
+  std::uint64_t crashToken = 0;
+  bool withPages = true;  // false where asking the pages raises
+  std::uint64_t identityBase = 0;
+  const NeighbourRegistry* neighbours = nullptr;  // not null
+};
+
+// Turns what the application shows into a tree of nodes. Asks the tables' data sources, so that it
+// may raise what the bundle raises. The process must be the current one.
+TreeSnapshot makeTreeSnapshot(const SnapshotRequest& request, const platform::DeviceTraits& traits);
+
+}  // namespace settings
