@@ -169,7 +169,7 @@ void HBColorPickerTableCell::storeColor(const std::shared_ptr<UIColor>& color) {
   platform::MutableDictionary file(std::move(content).value_or(platform::Dictionary()));
   file.setValueForKey(hexStringFromColor(color), _hbcp_key());
   // A failed write is not reported: the swatch shows what is in the file.
-  file.writeToFileAtomically(preferenceFile());
+  platform::writeToFileAtomically(file, preferenceFile());
   updatePreview();
 }
 

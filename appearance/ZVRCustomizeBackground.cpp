@@ -6,7 +6,7 @@
 #include "appearance/BackgroundImage.h"
 #include "appearance/CustomizeRows.h"
 #include "appearance/ZVRCustomizeListController.h"
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/scheduling/Scheduler.h"
 #include "platform/uikit/controllers/UIAlertController.h"

@@ -3,8 +3,9 @@
 #include <utility>
 
 #include "cells/SpecifierProperties.h"
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/log/LogFormat.h"
 #include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/scheduling/Scheduler.h"
 #include "platform/foundation/text/SourceFile.h"

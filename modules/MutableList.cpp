@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace zentrova {
 

@@ -3,7 +3,8 @@
 #include "modules/EditingPage.h"
 #include "modules/InstalledModules.h"
 #include "modules/ZVRFavoriteModules.h"
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/log/LogFormat.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/uikit/views/UIImageView.h"
 
 namespace zentrova {

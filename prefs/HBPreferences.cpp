@@ -77,7 +77,7 @@ void HBPreferences::removeObjectForKey(const Value& key) {
 
 void HBPreferences::writeToFile() const {
   // A failed write is not reported: the change stays in memory and the next write tries again.
-  if (_dictRep) _dictRep->writeToFileAtomically(filePathForIdentifier(_identifier_rl));
+  if (_dictRep) platform::writeToFileAtomically(*_dictRep, filePathForIdentifier(_identifier_rl));
 }
 
 std::optional<std::string> HBPreferences::stringForKey(const Value& key) const {

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "platform/foundation/objects/Class.h"
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/Process.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "platform/uikit/tables/UITableView.h"
 #include "platform/uikit/views/UIImageView.h"

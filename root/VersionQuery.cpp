@@ -7,11 +7,11 @@
 #include <utility>
 
 #include "platform/foundation/files/NSFileHandle.h"
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/NSNotificationCenter.h"
 #include "platform/foundation/programs/NSPipe.h"
 #include "platform/foundation/programs/NSTask.h"
 #include "platform/foundation/text/Utf.h"
+#include "platform/foundation/values/Exception.h"
 #include "root/ZVRRootListController.h"
 
 namespace zentrova {

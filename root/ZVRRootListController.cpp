@@ -4,8 +4,8 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/foundation/log/Log.h"
 #include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/uikit/drawing/UIDevice.h"
 #include "prefs/Respring.h"
 #include "root/RootRows.h"

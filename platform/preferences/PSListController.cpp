@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/preferences/BundleInfo.h"
 #include "platform/preferences/DarwinNotifications.h"

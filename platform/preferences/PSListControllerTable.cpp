@@ -1,6 +1,6 @@
 // What a list page answers to its table, and what a tap on a row does.
 
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/preferences/PSItemRules.h"
 #include "platform/preferences/PSListController.h"

@@ -13,6 +13,9 @@
 #include "platform/foundation/log/Log.h"
 #include "platform/foundation/objects/DeviceTraits.h"
 #include "platform/foundation/programs/Programs.h"
+#include "settings/application/ActionResult.h"
+#include "settings/application/Time.h"
+#include "settings/tree/CrashReport.h"
 
 namespace platform {
 class Object;
@@ -26,35 +29,12 @@ class SettingsProcess;
 struct PhotoResult;
 struct ThumbnailFile;
 
-enum class Time {
-  virtualClock,  // stands still until `advance`; background work runs where `background` says
-  real,
-};
-
 struct ApplicationOptions {
   std::string deviceRoot;  // folder of this machine that stands for the device's "/"
   platform::DeviceTraits traits;
   Time time = Time::virtualClock;
   std::string bundlePath =
       "/var/jb/Library/PreferenceBundles/ZentrovaPrefs.bundle";  // on the device
-};
-
-// What became of something that the user did. A refused action has changed nothing.
-struct ActionResult {
-  bool accepted = true;
-  std::string message;  // why it was refused, for people; empty where it was accepted
-  explicit operator bool() const noexcept { return accepted; }
-};
-
-inline ActionResult refused(std::string why) {
-  return {false, std::move(why)};
-}
-
-// A platform exception that left a callback of the bundle; on a device it ends the application.
-struct CrashReport {
-  std::string name;
-  std::string reason;
-  std::string where;  // what the application was doing: "tap on \"Respring\""
 };
 
 struct ApplicationResult;

@@ -5,8 +5,8 @@
 
 #include "platform/foundation/files/ObservedFileSystem.h"
 #include "platform/foundation/log/MemoryLog.h"
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/programs/DevicePrograms.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/drawing/UIKitState.h"
 #include "settings/panes/EditWatch.h"
 #include "settings/panes/SidePanes.h"
@@ -198,8 +198,14 @@ void Application::State::refresh() {
   if (!waitingNode.empty()) return;
   if (!std::exchange(treeIsStale, false) && revision > 0) return;
   beginTurn();
-  SnapshotRequest request{process.get(), &photos,    crash ? &*crash : nullptr, crashToken, true,
-                          identityBase,  &neighbours};
+  SnapshotRequest request;
+  if (process) request.window = process->window();
+  if (process) request.outer = process->outer();
+  request.photos = &photos;
+  request.crash = crash ? &*crash : nullptr;
+  request.crashToken = crashToken;
+  request.identityBase = identityBase;
+  request.neighbours = &neighbours;
   std::optional<platform::ProcessScope> scope;
   if (process) scope.emplace(process->process());
   const NamedImages before = std::exchange(snapshot.targets.images, {});

@@ -3,7 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace settings {
 

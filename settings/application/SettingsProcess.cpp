@@ -9,9 +9,9 @@
 #include "platform/uikit/UIKitClasses.h"
 #include "settings/application/BundleLoader.h"
 #include "settings/application/LinkOpener.h"
-#include "settings/application/ProblemPage.h"
 #include "settings/application/RootController.h"
 #include "settings/neighbours/NeighbourRegistry.h"
+#include "settings/tree/ProblemPage.h"
 
 namespace settings {
 
@@ -62,7 +62,8 @@ void SettingsProcess::provideServices(const DeviceServices& services) {
   _process->provide<platform::Programs>(services.programs);
   _process->provide<platform::Log>(services.log);
   _process->provide<platform::DeviceTraits>(services.traits);
-  _process->provide<platform::URLOpener>(std::make_shared<LinkOpener>(*this, services.openedURL));
+  _process->provide<platform::URLOpener>(
+      std::make_shared<LinkOpener>([this] { return topPage(); }, services.openedURL));
 }
 
 void SettingsProcess::registerClasses(const NeighbourRegistry* neighbours) {

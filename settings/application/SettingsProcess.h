@@ -5,14 +5,18 @@
 #include <optional>
 #include <string>
 
+#include "platform/foundation/files/FileSystem.h"
+#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/DeviceTraits.h"
 #include "platform/foundation/objects/Process.h"
+#include "platform/foundation/programs/Programs.h"
 #include "platform/foundation/scheduling/VirtualScheduler.h"
 #include "platform/preferences/DarwinNotifications.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "platform/uikit/controllers/UIWindow.h"
-#include "settings/application/Application.h"
 #include "settings/application/ApplicationScheduler.h"
 #include "settings/application/ControlCenterRow.h"
+#include "settings/application/Time.h"
 #include "settings/application/VersionFooter.h"
 
 namespace platform {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/uikit/tables/NSIndexPath.h"
-#include "settings/application/Application.h"
+#include "settings/application/ActionResult.h"
 #include "settings/tree/NodeTarget.h"
 
 namespace platform {

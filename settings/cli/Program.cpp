@@ -8,8 +8,11 @@
 #include <ostream>
 #include <vector>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "settings/cli/Subcommands.h"
+#include "settings/cli/checks/CheckSubcommands.h"
+#include "settings/cli/plist/PlistSubcommands.h"
+#include "settings/cli/prefs/PrefsSubcommands.h"
 
 namespace settings {
 namespace {

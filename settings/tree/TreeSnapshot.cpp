@@ -8,12 +8,13 @@
 #include <vector>
 
 #include "platform/preferences/PSListController.h"
-#include "settings/application/Application.h"
-#include "settings/application/ProblemPage.h"
-#include "settings/application/SettingsProcess.h"
+#include "platform/uikit/controllers/UINavigationController.h"
+#include "platform/uikit/controllers/UIWindow.h"
 #include "settings/neighbours/NeighbourRegistry.h"
+#include "settings/tree/CrashReport.h"
 #include "settings/tree/NodeWriter.h"
 #include "settings/tree/PresentedNodes.h"
+#include "settings/tree/ProblemPage.h"
 
 namespace settings {
 
@@ -158,10 +159,9 @@ json deviceJson(const platform::DeviceTraits& traits, const NeighbourRegistry& n
 }
 
 std::string addWindow(NodeWriter& writer, const SnapshotRequest& request) {
-  const auto window = request.process ? request.process->window() : nullptr;
+  const auto& window = request.window;
   std::vector<std::string> children;
-  if (window && request.withPages)
-    children = addPages(writer, request.process->outer(), *request.photos);
+  if (window && request.withPages) children = addPages(writer, request.outer, *request.photos);
   if (request.crash) children.push_back(addCrash(writer, *request.crash, request.crashToken));
   json node = window ? writer.viewMembers(*window, "window") : json{{"kind", "window"}};
   const std::uint64_t token = window ? window->nodeIdentifier() : 0;

@@ -1,5 +1,5 @@
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/NSAssertionHandler.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/preferences/PSListController.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "tests/cells/CellsFixture.h"

@@ -1,6 +1,7 @@
 #include <cerrno>
 #include <gtest/gtest.h>
 
+#include "platform/foundation/propertylist/PropertyListBinary.h"
 #include "tests/prefs/StoreFixture.h"
 
 namespace zentrova::tests {

@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/propertylist/PropertyListBinary.h"
+#include "platform/foundation/values/Exception.h"
 #include "tests/prefs/StoreFixture.h"
 
 namespace zentrova::tests {

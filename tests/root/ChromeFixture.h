@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/foundation/objects/Class.h"
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "tests/root/RootFixture.h"
 

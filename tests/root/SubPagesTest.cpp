@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/foundation/objects/Class.h"
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "tests/root/RootFixture.h"
 
 namespace zentrova::tests {

@@ -5,8 +5,8 @@
 #include <unistd.h>
 
 #include "platform/foundation/files/NSFileHandle.h"
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/NSNotificationCenter.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/views/UILabel.h"
 #include "tests/root/RootFixture.h"
 

@@ -11,9 +11,9 @@
 #include <type_traits>
 #include <utility>
 
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/Object.h"
 #include "platform/foundation/values/Collections.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/foundation/values/Value.h"
 
 // Carries arguments and results between C++ functions and operations sent by name.

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <mutex>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace platform {
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -7,6 +8,7 @@
 #include <unordered_map>
 
 #include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/RunLoop.h"
 
 namespace platform {
 
@@ -19,7 +21,7 @@ namespace platform {
 class Process {
  public:
   Process();
-  // First the scheduler goes, with its threads and the work that waits, then what was made once,
+  // First the run loop goes, with its threads and the work that waits, then what was made once,
   // then the other services.
   ~Process();
   Process(const Process&) = delete;
@@ -35,6 +37,7 @@ class Process {
   // Gives the process its service of interface T, in place of an earlier one.
   template <class T>
   void provide(std::shared_ptr<T> service) {
+    if constexpr (std::derived_from<T, RunLoop>) setRunLoop(service, typeid(T));
     provideErased(typeid(T), std::move(service));
   }
   // The service of interface T. Raises NSInternalInconsistencyException where none was provided.
@@ -48,6 +51,9 @@ class Process {
     return std::static_pointer_cast<T>(findErased(typeid(T)));
   }
 
+  // The service that is a run loop; null where none was provided.
+  std::shared_ptr<RunLoop> runLoopOrNull() const;
+
   // The process's one T, made on the first call (which may come from any thread) and kept. Made
   // under a lock: the constructor must not wait for another thread.
   template <class T>
@@ -58,6 +64,7 @@ class Process {
 
  private:
   using Erased = std::shared_ptr<void>;
+  void setRunLoop(std::shared_ptr<RunLoop> runLoop, std::type_index type);
   void provideErased(std::type_index type, Erased service);
   void* serviceErased(std::type_index type, const char* name) const;
   Erased findErased(std::type_index type) const;
@@ -66,6 +73,8 @@ class Process {
   mutable std::recursive_mutex _mutex;
   ClassRegistry _classes;
   std::unordered_map<std::type_index, Erased> _services;
+  std::shared_ptr<RunLoop> _runLoop;
+  std::type_index _runLoopType = typeid(RunLoop);  // the interface that it was provided as
   std::unordered_map<std::type_index, Erased> _once;
 };
 

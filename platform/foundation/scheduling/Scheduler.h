@@ -6,11 +6,11 @@
 #include <memory>
 #include <string>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/RunLoop.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace platform {
 
-using Work = std::function<void()>;
 using ExceptionHandler = std::function<void(const Exception&)>;
 
 // Work that runs one piece after another, in the order in which it came, off the main thread.
@@ -23,13 +23,8 @@ class SerialQueue {
 
 // The run loop of the main thread, the queues and the clock. All waiting goes through here.
 // Threads: every function from any thread unless it says otherwise.
-class Scheduler {
+class Scheduler : public RunLoop {
  public:
-  virtual ~Scheduler() = default;
-
-  // Seconds since the scheduler was made; never goes back.
-  virtual double now() const = 0;
-  virtual bool isMainThread() const = 0;
   // Runs the work on the main thread, after what was queued there before.
   virtual void asyncMain(Work work) = 0;
   // The same, no sooner than the given seconds from now. Equal times keep their order.

@@ -3,7 +3,7 @@
 #include <span>
 #include <string_view>
 
-#include "platform/uikit/drawing/UIColor.h"
+#include "platform/uikit/drawing/ColorComponents.h"
 
 namespace platform {
 

@@ -229,4 +229,17 @@ class UITableView : public UIScrollView {
   std::vector<std::shared_ptr<UITableViewCell>> _retired;  // still subviews until layout ends
 };
 
+// The function gets each row with its index path and must not change which rows there are.
+template <class F>
+void UITableView::forEachRow(F function) {
+  auto& sections = _model.sections();
+  for (std::size_t section = 0; section < sections.size(); ++section) {
+    auto& rows = sections[section].rows;
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+      function(rows[row],
+               IndexPath{static_cast<std::int64_t>(section), static_cast<std::int64_t>(row)});
+    }
+  }
+}
+
 }  // namespace platform

@@ -5,8 +5,8 @@
 #include <ostream>
 #include <string>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/checks/BundleLint.h"
+#include "settings/cli/checks/CheckSubcommands.h"
 #include "settings/cli/common/PlistInput.h"
 #include "settings/device/DeviceTree.h"
 

@@ -12,7 +12,7 @@
 
 #include "platform/foundation/propertylist/PropertyList.h"
 #include "platform/uikit/images/ImageCodecs.h"
-#include "settings/cli/Subcommands.h"
+#include "settings/cli/checks/CheckSubcommands.h"
 #include "settings/cli/checks/SmokeWalk.h"
 #include "settings/cli/common/DeviceOptions.h"
 #include "settings/cli/common/PlistInput.h"

@@ -4,9 +4,10 @@
 #include <optional>
 #include <string>
 
-#include "settings/cli/Subcommands.h"
+#include "platform/foundation/propertylist/PropertyListBinary.h"
 #include "settings/cli/common/HostFile.h"
 #include "settings/cli/common/PlistInput.h"
+#include "settings/cli/plist/PlistSubcommands.h"
 #include "settings/device/PropertyListJson.h"
 
 namespace settings {

@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/common/HostFile.h"
 #include "settings/cli/common/PlistInput.h"
+#include "settings/cli/plist/PlistSubcommands.h"
 
 namespace settings {
 namespace {

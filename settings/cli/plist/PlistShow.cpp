@@ -2,8 +2,8 @@
 #include <memory>
 #include <string>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/common/PlistInput.h"
+#include "settings/cli/plist/PlistSubcommands.h"
 #include "settings/device/PropertyListJson.h"
 
 namespace settings {

@@ -1,6 +1,6 @@
 #include <CLI/CLI.hpp>
 
-#include "settings/cli/Subcommands.h"
+#include "settings/cli/plist/PlistSubcommands.h"
 
 namespace settings {
 

@@ -5,10 +5,10 @@
 #include <ostream>
 #include <string>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/common/HostFile.h"
 #include "settings/cli/common/PlistInput.h"
 #include "settings/cli/prefs/PrefsOptions.h"
+#include "settings/cli/prefs/PrefsSubcommands.h"
 
 namespace settings {
 namespace {

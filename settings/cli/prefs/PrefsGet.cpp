@@ -3,9 +3,9 @@
 #include <ostream>
 #include <string>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/common/PlistInput.h"
 #include "settings/cli/prefs/PrefsOptions.h"
+#include "settings/cli/prefs/PrefsSubcommands.h"
 #include "settings/device/PropertyListJson.h"
 
 namespace settings {

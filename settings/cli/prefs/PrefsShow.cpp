@@ -2,9 +2,9 @@
 #include <memory>
 #include <ostream>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/common/PlistInput.h"
 #include "settings/cli/prefs/PrefsOptions.h"
+#include "settings/cli/prefs/PrefsSubcommands.h"
 #include "settings/device/PropertyListJson.h"
 
 namespace settings {

@@ -1,8 +1,8 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/prefs/PrefsOptions.h"
+#include "settings/cli/prefs/PrefsSubcommands.h"
 
 namespace settings {
 namespace {

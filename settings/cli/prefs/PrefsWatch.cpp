@@ -5,11 +5,11 @@
 #include <string>
 #include <utility>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/common/FolderWatch.h"
 #include "settings/cli/common/PlistInput.h"
 #include "settings/cli/common/StopSignal.h"
 #include "settings/cli/prefs/PrefsOptions.h"
+#include "settings/cli/prefs/PrefsSubcommands.h"
 #include "settings/device/DeviceTree.h"
 
 namespace settings {

@@ -1,4 +1,5 @@
 #include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyListBinary.h"
 #include "platform/preferences/PSSpecifierFile.h"
 #include "platform/uikit/images/UIImage.h"
 #include "tests/platform/preferences/PreferencesTest.h"

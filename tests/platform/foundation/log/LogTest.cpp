@@ -3,8 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/log/LogFormat.h"
 #include "platform/foundation/log/MemoryLog.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/foundation/values/Collections.h"
 #include "tests/support/TestProcess.h"
 

@@ -5,10 +5,10 @@
 #include <unistd.h>
 #include <vector>
 
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/NSNotificationCenter.h"
 #include "platform/foundation/programs/NSTask.h"
 #include "platform/foundation/values/Collections.h"
+#include "platform/foundation/values/Exception.h"
 #include "tests/support/TestProcess.h"
 
 namespace {

@@ -1,8 +1,8 @@
 #include <algorithm>
 
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/Process.h"
-#include "platform/uikit/tables/TableRows.h"
+#include "platform/foundation/values/Exception.h"
+#include "platform/uikit/tables/FlagWhile.h"
 #include "platform/uikit/tables/UITableView.h"
 
 // Which rows have a cell, and which cell.

@@ -1,11 +1,7 @@
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/log/LogFormat.h"
 
 #include <array>
 #include <cstdio>
-#include <utility>
-
-#include "platform/foundation/objects/Process.h"
-#include "platform/foundation/scheduling/Scheduler.h"
 
 namespace platform {
 
@@ -85,17 +81,6 @@ std::string convert(const Directive& directive, const Value& value) {
   }
 }
 
-double currentTime() {
-  const auto scheduler = Process::current().serviceOrNull<Scheduler>();
-  return scheduler ? scheduler->now() : 0.0;
-}
-
-void writeEntry(LogSource source, LogLevel level, std::string message) {
-  if (const auto log = Process::current().serviceOrNull<Log>()) {
-    log->write({currentTime(), source, level, std::move(message)});
-  }
-}
-
 }  // namespace
 
 std::string formatString(std::string_view format, std::initializer_list<Value> arguments) {
@@ -120,19 +105,6 @@ std::string formatString(std::string_view format, std::initializer_list<Value> a
     }
   }
   return text;
-}
-
-void NSLog(std::string_view format, std::initializer_list<Value> arguments) {
-  writeEntry(LogSource::nslog, LogLevel::standard, formatString(format, arguments));
-}
-
-bool os_log_type_enabled(LogLevel level) {
-  const auto log = Process::current().serviceOrNull<Log>();
-  return log && log->isEnabled(level);
-}
-
-void os_log(LogLevel level, std::string message) {
-  if (os_log_type_enabled(level)) writeEntry(LogSource::unified, level, std::move(message));
 }
 
 }  // namespace platform
