@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "appearance/ColorCodec.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/DeviceTraits.h"
 #include "platform/foundation/objects/MutableDictionary.h"
 #include "platform/foundation/objects/Process.h"

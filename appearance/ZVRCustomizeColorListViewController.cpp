@@ -4,7 +4,7 @@
 #include <string>
 
 #include "appearance/CustomizePages.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 
 namespace zentrova {
 

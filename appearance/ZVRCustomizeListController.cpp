@@ -6,7 +6,7 @@
 
 #include "appearance/CustomizePages.h"
 #include "appearance/CustomizeRows.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "platform/uikit/drawing/UIDevice.h"

@@ -4,7 +4,7 @@
 
 #include "cells/SpecifierProperties.h"
 #include "platform/foundation/log/Log.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/scheduling/Scheduler.h"
 #include "platform/foundation/text/SourceFile.h"
@@ -236,14 +236,10 @@ void HBLinkTableCell::registerClass(platform::ClassRegistry& registry) {
           .operation("iconLoadDidFailWithResponse:error:", &Cell::iconLoadDidFailWithResponse)
           .property("iconImage", &Cell::iconImage, &Cell::setIconImage)
           .property("iconURL", &Cell::iconURL, &Cell::setIconURL)
-          .key("isBig", &Cell::isBig)
-          .operation("isBig", &Cell::isBig)
-          .key("isIconCircular", &Cell::isIconCircular)
-          .operation("isIconCircular", &Cell::isIconCircular)
-          .key("iconView", &Cell::iconView)
-          .operation("iconView", &Cell::iconView)
-          .key("iconImageView", &Cell::iconImageView)
-          .operation("iconImageView", &Cell::iconImageView)
+          .property("isBig", &Cell::isBig)
+          .property("isIconCircular", &Cell::isIconCircular)
+          .property("iconView", &Cell::iconView)
+          .property("iconImageView", &Cell::iconImageView)
           .build());
 }
 

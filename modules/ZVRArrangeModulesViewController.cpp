@@ -5,7 +5,7 @@
 #include "modules/EditingPage.h"
 #include "modules/ModuleCatalogue.h"
 #include "modules/ZVRManageModuleViewController.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "platform/uikit/views/UIImageView.h"
 

@@ -5,7 +5,7 @@
 #include "modules/InstalledModules.h"
 #include "modules/Membership.h"
 #include "modules/ModuleConfiguration.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/MutableDictionary.h"
 
 namespace zentrova {

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "modules/ModuleCatalogue.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 
 namespace zentrova {

@@ -1,6 +1,6 @@
 // What HBPreferences offers by name.
 
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "prefs/HBPreferences.h"
 
 namespace zentrova {

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 
 namespace zentrova {
 

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "platform/foundation/log/Log.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/uikit/drawing/UIDevice.h"
 #include "prefs/Respring.h"
 #include "root/RootRows.h"

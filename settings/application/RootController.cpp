@@ -3,6 +3,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Exception.h"
 
 namespace settings {

@@ -1,3 +1,4 @@
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "tests/appearance/ColorCellFixture.h"
 
 namespace zentrova::tests {

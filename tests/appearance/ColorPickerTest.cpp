@@ -1,5 +1,6 @@
 #include <cerrno>
 
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/NSNotificationCenter.h"
 #include "tests/appearance/ColorCellFixture.h"
 

@@ -1,3 +1,4 @@
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "tests/appearance/CustomizeFixture.h"
 
 namespace zentrova::tests {

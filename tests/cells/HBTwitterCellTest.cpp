@@ -1,3 +1,4 @@
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/NSAssertionHandler.h"
 #include "platform/preferences/PSListController.h"

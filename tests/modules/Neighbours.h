@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/values/Collections.h"
 #include "platform/uikit/images/UIImage.h"

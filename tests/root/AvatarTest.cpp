@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/uikit/views/UIImageView.h"
 #include "platform/uikit/views/UILabel.h"
 #include "tests/root/Pictures.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Exception.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "tests/root/RootFixture.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "tests/platform/preferences/PreferencesTest.h"
 
 namespace preferences_test {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/foundation/FoundationClasses.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Process.h"
 
 namespace {
