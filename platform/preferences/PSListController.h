@@ -58,10 +58,9 @@ class PSListController : public UIViewController,
   // Why the list loaded last could not be; empty where it could.
   const std::optional<PSPageProblem>& problem() const noexcept { return _problem; }
 
-  // The folder on the device where the page's resources are: what was set, else the one of the
-  // page that opened it, else that of the process's BundleInfo; empty where there is none of them.
-  std::optional<std::string> bundlePath() const;
-  void setBundlePath(const std::optional<std::string>& path) { _bundlePath = path; }
+  // The folder on the device where the pages' resources are: that of the process's BundleInfo.
+  // Empty if there is none.
+  static std::optional<std::string> bundlePath();
 
   // --- Rows. An identifier finds its first row; what is not there changes nothing. ---
 
@@ -188,7 +187,6 @@ class PSListController : public UIViewController,
   std::shared_ptr<UITableView> _table;
   std::shared_ptr<PSSpecifier> _specifier;
   std::weak_ptr<PSListController> _parentController;
-  std::optional<std::string> _bundlePath;
   std::optional<PSPageProblem> _problem;
 };
 

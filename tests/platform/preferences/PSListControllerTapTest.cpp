@@ -172,7 +172,6 @@ TEST_F(PSListControllerTapTest, AddressGoesNowhereWhereTheApplicationTakesNone) 
 TEST_F(PSListControllerTapTest, LinkOpensThePageOfItsDetailClass) {
   show(
       {row("PSLinkCell", "Sub", textEntry("detail", "TestPage") + textEntry("action", "restart"))});
-  page->setBundlePath(bundle);
   EXPECT_TRUE(tap("Sub"));
   const auto sub = std::dynamic_pointer_cast<TestPage>(navigation->topViewController());
   ASSERT_NE(sub, nullptr);

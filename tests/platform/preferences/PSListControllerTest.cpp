@@ -85,15 +85,9 @@ TEST_F(PSListControllerTest, MissingListIsAPageThatSaysSo) {
   EXPECT_EQ(rowsShown(), (Rows{{"A"}}));
 }
 
-TEST_F(PSListControllerTest, BundleIsThePagesOwnElseTheOpenersElseTheProcesss) {
+TEST_F(PSListControllerTest, BundleIsTheProcesss) {
   page = make<TestPage>();
   EXPECT_EQ(page->bundlePath(), bundle);
-  const auto opener = make<TestPage>();
-  opener->setBundlePath("/var/jb/Library/PreferenceBundles/Other.bundle");
-  page->setParentController(opener);
-  EXPECT_EQ(page->bundlePath(), opener->bundlePath());
-  page->setBundlePath("/var/own");
-  EXPECT_EQ(page->bundlePath(), "/var/own");
 }
 
 TEST_F(PSListControllerTest, TableStyleFollowsTheSystemVersion) {
