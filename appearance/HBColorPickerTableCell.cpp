@@ -28,15 +28,13 @@ constexpr double swatchSide = 29.0;
 constexpr double ringWidth = 1.2;
 
 std::string preferenceFile() {
-  return HBPreferences::filePathForIdentifier(std::string(preferencesDomain));
+  return HBPreferences::filePathForIdentifier(preferencesDomain);
 }
 
 std::shared_ptr<UIColorPickerViewController> makePicker() {
   const auto& process = platform::Process::current();
   if (!process.service<platform::DeviceTraits>().systemVersion.isAtLeast(14)) return nullptr;
-  const auto* found = platform::Process::current().classes().find("UIColorPickerViewController");
-  if (found == nullptr) return nullptr;
-  return std::dynamic_pointer_cast<UIColorPickerViewController>(found->makeInstance());
+  return platform::makeNamed<UIColorPickerViewController>("UIColorPickerViewController");
 }
 
 }  // namespace

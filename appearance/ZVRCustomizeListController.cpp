@@ -40,7 +40,7 @@ double toggleOffset(bool isInset) {
 PSSpecifiers ZVRCustomizeListController::specifiers() {
   if (auto kept = keptSpecifiers()) return kept;
   PSSpecifierList rows = *loadSpecifiersFromPlistName("Customize", shared_from_this());
-  setPreferences(HBPreferences::preferencesForIdentifier(std::string(preferencesDomain)));
+  setPreferences(HBPreferences::preferencesForIdentifier(preferencesDomain));
   if (storedImage()) {
     const auto row = std::ranges::find_if(
         rows, [](const auto& each) { return each->identifier() == imageButtonRow; });
@@ -77,10 +77,9 @@ void ZVRCustomizeListController::showDarkColors() {
 }
 
 void ZVRCustomizeListController::showColors(int style) {
-  const auto* found = platform::Process::current().classes().find(colorListClass);
-  if (found == nullptr) return;
-  const auto list = found->allocateAs<UIViewController>();
-  if (!list || !list->perform("initWithStyle:", {style}).boolValue()) return;
+  const auto list =
+      platform::makeNamed<platform::UIViewController>(colorListClass, "initWithStyle:", {style});
+  if (!list) return;
   if (const auto navigation = navigationController()) navigation->pushViewController(list, true);
 }
 

@@ -112,8 +112,8 @@ void ZVRArrangeModulesViewController::saveSettings() {
 
 void ZVRArrangeModulesViewController::viewDidLoad() {
   UIViewController::viewDidLoad();
-  _preferences = platform::make(&HBPreferences::initWithIdentifier, std::string(preferencesDomain));
-  // The missing letter is the product's own.
+  _preferences = platform::make(&HBPreferences::initWithIdentifier, preferencesDomain);
+  // The product shows the title with this spelling.
   prepareEditingPage(*this, "Arrage modules");
   const auto page = self<ZVRArrangeModulesViewController>();
   _tableView = makeEditingTable(page, page, SelectionDuringEditing::yes);

@@ -22,7 +22,7 @@ Value elementOrNone(const MutableList& list, std::int64_t index) {
 
 void ZVRFavoriteModules::viewDidLoad() {
   UIViewController::viewDidLoad();
-  _preferences = platform::make(&HBPreferences::initWithIdentifier, std::string(preferencesDomain));
+  _preferences = platform::make(&HBPreferences::initWithIdentifier, preferencesDomain);
   prepareEditingPage(*this, "Favorite modules");
   const auto page = self<ZVRFavoriteModules>();
   _tableView = makeEditingTable(page, page, SelectionDuringEditing::no);

@@ -4,7 +4,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "platform/foundation/objects/MutableDictionary.h"
 #include "platform/foundation/objects/Object.h"
@@ -17,7 +16,7 @@ class ClassRegistry;
 namespace zentrova {
 
 // The domain of the product's settings.
-inline constexpr std::string_view preferencesDomain = "com.hollowmere.zentrovaprefs";
+inline constexpr const char* preferencesDomain = "com.hollowmere.zentrovaprefs";
 
 // A key-value store for one preferences domain. The whole domain is one dictionary in memory,
 // loaded from the domain's property list when the store is made; each change writes the whole

@@ -12,7 +12,7 @@ using platform::Value;
 
 bool HBRootListController::init() {
   if (!PSListController::init()) return false;
-  setPreferences(HBPreferences::preferencesForIdentifier(std::string(preferencesDomain)));
+  setPreferences(HBPreferences::preferencesForIdentifier(preferencesDomain));
   return true;
 }
 

@@ -18,14 +18,14 @@ using platform::UIView;
 
 namespace {
 
-constexpr std::string_view kestrelleDomain = "com.hollowmere.kestrelleprefs";
+constexpr const char* kestrelleDomain = "com.hollowmere.kestrelleprefs";
 constexpr double lockDelaySeconds = 0.1;
 constexpr double dissolveSeconds = 0.3;
 constexpr double lockedAlpha = 0.6;
 
 // The settings call these values "Lower" and "Both".
 bool kestrelleOwnsGestures() {
-  const auto store = HBPreferences::preferencesForIdentifier(std::string(kestrelleDomain));
+  const auto store = HBPreferences::preferencesForIdentifier(kestrelleDomain);
   const auto config = store->objectForKey("gesturesConfig", "0");
   if (!config.isEqualToString("0") && !config.isEqualToString("2")) return false;
   return store->boolForKey("useGestures");

@@ -115,7 +115,7 @@ std::shared_ptr<PSTableCell> PSListController::makeCell(
 
 std::shared_ptr<PSTableCell> PSListController::makeCellOfClass(
     const std::string& className, const std::shared_ptr<PSSpecifier>& specifier) {
-  const Class* found = Process::current().classes().find(className);
+  const Class* found = NSClassFromString(className);
   auto cell = found->allocateAs<PSTableCell>();
   const auto style = cellStyleFor(*specifier);
   return cell && cell->initWithStyle(style, className, specifier) ? cell : nullptr;
@@ -212,7 +212,7 @@ void PSListController::openLink(const std::shared_ptr<PSSpecifier>& specifier) {
 
 void PSListController::pushDetailForSpecifier(const std::shared_ptr<PSSpecifier>& specifier) {
   const auto className = specifier->detailControllerClass().value_or("PSListItemsController");
-  const Class* found = Process::current().classes().find(className);
+  const Class* found = NSClassFromString(className);
   if (!found || !found->isSubclassOf("UIViewController")) {
     refuseRow(specifier, "the class \"" + className + "\" of the page is not there");
     return;

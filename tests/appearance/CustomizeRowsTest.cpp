@@ -192,7 +192,7 @@ class CustomizeToggleSize : public CustomizeTest {
     writePreferences({{"insetStyle", inset}});
     showPage();
     const auto store = process.classes().find("FloatStore")->allocateAs<FloatStore>();
-    store->initWithIdentifier(std::string(preferencesDomain));
+    store->initWithIdentifier(preferencesDomain);
     page->setPreferences(store);
     page->restoreToggleSize();
     EXPECT_EQ(store->key, "toggleModuleOffsetSize");

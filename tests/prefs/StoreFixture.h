@@ -19,7 +19,7 @@ class StoreTest : public testing::Test {
   static constexpr std::string_view path = test_support::TestProcess::preferencePath;
 
   std::shared_ptr<HBPreferences> makeStore() {
-    return HBPreferences::preferencesForIdentifier(std::string(preferencesDomain));
+    return HBPreferences::preferencesForIdentifier(preferencesDomain);
   }
   // A store over a file with that one value under "key".
   std::shared_ptr<HBPreferences> storeWith(const platform::Value& value) {

@@ -47,8 +47,7 @@ int main(int argc, char** argv) {
   process.provide<platform::FileSystem>(files);
   process.provide<platform::Log>(std::make_shared<platform::MemoryLog>());
   files->removeStaleTemporaries(folder);
-  const auto store =
-      HBPreferences::preferencesForIdentifier(std::string(zentrova::preferencesDomain));
+  const auto store = HBPreferences::preferencesForIdentifier(zentrova::preferencesDomain);
   std::puts("ready");
   std::fflush(stdout);
   if (std::string_view(argv[2]) == "count") count(*store);
