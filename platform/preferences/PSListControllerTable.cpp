@@ -105,7 +105,7 @@ std::shared_ptr<PSTableCell> PSListController::makeCell(
   auto problem = problemOfCellClass(className);
   if (!problem) {
     if (auto cell = makeCellOfClass(className, specifier)) return cell;
-    problem = "the class \"" + className + "\" refused to make the cell";
+    problem = "the cell class \"" + className + "\" could not be initialized";
   }
   specifier->setProblem(specifier->origin() + ": " + *problem);
   auto cell = std::make_shared<PSTableCell>();
@@ -206,7 +206,7 @@ void PSListController::openLink(const std::shared_ptr<PSSpecifier>& specifier) {
   if (url) {
     UIApplication::sharedApplication()->openURL(url);
   } else {
-    refuseRow(specifier, "its \"url\" is no address");
+    refuseRow(specifier, "\"url\" is not an address");
   }
 }
 
@@ -214,12 +214,12 @@ void PSListController::pushDetailForSpecifier(const std::shared_ptr<PSSpecifier>
   const auto className = specifier->detailControllerClass().value_or("PSListItemsController");
   const Class* found = NSClassFromString(className);
   if (!found || !found->isSubclassOf("UIViewController")) {
-    refuseRow(specifier, "the class \"" + className + "\" of the page is not there");
+    refuseRow(specifier, "the page class \"" + className + "\" does not exist");
     return;
   }
   const auto made = std::dynamic_pointer_cast<UIViewController>(found->makeInstance());
   if (!made) {
-    refuseRow(specifier, "the class \"" + className + "\" refused to make the page");
+    refuseRow(specifier, "the page class \"" + className + "\" could not be initialized");
     return;
   }
   if (const auto list = std::dynamic_pointer_cast<PSListController>(made)) {

@@ -28,7 +28,7 @@ Value valueInDomain(const std::string& domain, const std::string& key) {
 std::optional<std::string> setValueInDomain(const std::string& domain, const std::string& key,
                                             const Value& value) {
   const auto path = pathOfDomain(domain);
-  if (!path) return "\"" + domain + "\" is no preference domain";
+  if (!path) return "\"" + domain + "\" is not a preference domain";
   std::string problem;
   auto entries = dictionaryWithContentsOfFile(*path, &problem);
   if (!entries && Process::current().service<FileSystem>().attributesOfItem(*path)) return problem;

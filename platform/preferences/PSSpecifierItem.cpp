@@ -74,7 +74,7 @@ std::shared_ptr<PSSpecifier> problemSpecifier(const std::optional<std::string>& 
 PSSpecifierList specifiersFromItem(const Value& item, const PSItemContext& context) {
   const Dictionary* entries = item.asDictionary();
   if (!entries) {
-    const std::string problem = "must be a dictionary and is " + kindForPeople(item);
+    const std::string problem = "must be a dictionary, not " + kindForPeople(item);
     return {problemSpecifier(std::nullopt, originOf(context) + ": " + problem)};
   }
   auto problem = problemOfItemValues(*entries);

@@ -119,7 +119,7 @@ TEST_F(PSTableCellTest, ButtonActionAndTargetOfTheSpecifierMayBeSetLater) {
 TEST_F(PSTableCellTest, CellThatRefusesIsARowThatSaysSo) {
   show({row("PSLinkCell", "A", textEntry("cellClass", "RefusingCell"))});
   EXPECT_EQ(specifier("A")->problem(),
-            "Main.plist, row 1 (\"A\"): the class \"RefusingCell\" refused to make the cell");
+            "Main.plist, row 1 (\"A\"): the cell class \"RefusingCell\" could not be initialized");
   EXPECT_EQ(cell("A")->detailTextLabel()->text(), specifier("A")->problem());
   EXPECT_FALSE(tap("A"));
 }
