@@ -144,7 +144,7 @@ void HBColorPickerTableCell::openColorPicker() {
   page->presentViewController(picker, true);
 }
 
-// A value with a suffix is not looked at.
+// A value with a suffix is ignored.
 std::shared_ptr<UIColor> HBColorPickerTableCell::startColor() const {
   const Value stored = storedValue();
   const auto text = stored.text();
@@ -166,12 +166,12 @@ void HBColorPickerTableCell::storeColor(const std::shared_ptr<UIColor>& color) {
   auto content = platform::dictionaryWithContentsOfFile(preferenceFile());
   platform::MutableDictionary file(std::move(content).value_or(platform::Dictionary()));
   file.setValueForKey(hexStringFromColor(color), _hbcp_key());
-  // A failed write is not reported: the swatch shows what is in the file.
+  // A failed write is not reported: the swatch shows the colour that is in the file.
   file.writeToFileAtomically(preferenceFile());
   updatePreview();
 }
 
-// --- Colours as texts ---
+// --- Colour value strings ---
 
 std::shared_ptr<UIColor> HBColorPickerTableCell::colorWithHexString(
     const std::optional<std::string>& text) const {

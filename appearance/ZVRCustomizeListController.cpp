@@ -21,8 +21,8 @@ namespace {
 
 constexpr std::string_view colorListClass = "ZVRCustomizeColorListViewController";
 
-// A toggle takes a quarter of what margins and gaps leave of the screen's width; the size is stored
-// as what is missing to that. A tablet has room for the standard one.
+// A toggle takes a quarter of the screen's width without margins and gaps. The setting is the
+// difference between the standard size and that. A tablet has room for the standard size.
 double toggleOffset(bool isInset) {
   constexpr double margins = 40.0;
   constexpr double insetMargins = 25.0;

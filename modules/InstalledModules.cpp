@@ -24,7 +24,7 @@ Value send(const Value& receiver, std::string_view selector) {
   return object ? object->perform(selector) : Value();
 }
 
-// The elements of a list, or of a set by its "allObjects"; none of anything else.
+// The elements of an array, or of a set through its "allObjects"; no elements for other values.
 MutableList elementsOf(const Value& collection) {
   if (collection.asArray()) return *mutableListOf(collection);
   return mutableListOf(send(collection, "allObjects")).value_or(MutableList());

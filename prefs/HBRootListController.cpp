@@ -23,7 +23,7 @@ std::shared_ptr<HBPreferences> HBRootListController::preferences() const {
 
 void HBRootListController::setPreferences(std::shared_ptr<HBPreferences> preferences) {
   const std::lock_guard lock(_mutex);
-  _preferences.swap(preferences);  // the old store goes outside of the lock
+  _preferences.swap(preferences);  // the old store is released after the lock
 }
 
 Value HBRootListController::readPreferenceValue(const std::shared_ptr<PSSpecifier>& specifier) {

@@ -1,4 +1,4 @@
-// The pages that the root page's buttons open.
+// The pages that the buttons of the root page open.
 
 #include <memory>
 #include <utility>

@@ -1,4 +1,4 @@
-// What a list page answers to its table, and what a tap on a row does.
+// A list page as the data source and delegate of its table, and taps on its rows.
 
 #include "platform/foundation/log/Log.h"
 #include "platform/foundation/objects/Process.h"
@@ -24,8 +24,8 @@ UITableViewCellStyle cellStyleFor(const PSSpecifier& specifier) {
   }
 }
 
-// The class of the row's cell: its own, where it names one and is not refused, else that of its
-// kind. A disabled row whose class is not there is shown by its kind.
+// The class of the row's cell: its own if it names one and has no problem, otherwise that of its
+// kind. A disabled row whose class does not exist is shown by its kind.
 std::string cellClassNameFor(const PSSpecifier& specifier) {
   const auto own = specifier.propertyForKey("cellClass").text();
   const bool usable = own && (specifier.isEnabled() || !problemOfCellClass(*own));
@@ -138,7 +138,7 @@ void PSListController::didSelectRowAtIndexPath(const std::shared_ptr<UITableView
   if (!specifier) return;
   const bool opensPage =
       specifier->cellType() == PSLinkListCell || specifier->detailControllerClass();
-  // A row that opens a page stays selected until one comes back.
+  // A row that opens a page stays selected until the user returns.
   if (!opensPage && tableView) tableView->deselectRowAtIndexPath(indexPath, true);
   performActionForSpecifier(specifier);
 }

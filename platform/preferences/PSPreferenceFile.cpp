@@ -10,7 +10,7 @@ namespace platform {
 
 namespace {
 
-// A domain is one name of a file, never a way to another folder.
+// A domain is a file name; it never leads to another folder.
 std::optional<std::string> pathOfDomain(const std::string& domain) {
   if (domain.empty() || domain.find('/') != std::string::npos) return std::nullopt;
   return "/var/jb/var/mobile/Library/Preferences/" + domain + ".plist";

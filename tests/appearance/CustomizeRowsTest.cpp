@@ -47,14 +47,14 @@ TEST_F(CustomizeRows, ButtonChangesAnImageThatIsStored) {
   EXPECT_EQ(shownButtonTitle(), "Change background image");
 }
 
-// Whatever is stored there, it is something to change.
+// Any stored value makes the title "change".
 TEST_F(CustomizeRows, ButtonChangesAnImageThatIsNoData) {
   writePreferences({{"backgroundImage", "text"}});
   showPage();
   EXPECT_EQ(shownButtonTitle(), "Change background image");
 }
 
-// The rows go by the store that is made with them.
+// The rows use the store that is made with them.
 TEST_F(CustomizeRows, RowsThatAreBuiltAnewKnowAnImageStoredSince) {
   showPage();
   writePreferences({{"backgroundImage", Data("image")}});
@@ -85,7 +85,7 @@ TEST_F(CustomizeRows, MissingListIsAProblemAndNoRows) {
   EXPECT_TRUE(page->problem());
 }
 
-// --- The way to the lists ---
+// --- Opening the lists ---
 
 class CustomizeColors : public CustomizeTest {
  protected:
@@ -112,7 +112,7 @@ TEST_F(CustomizeColors, EachRowPushesItsList) {
   }
 }
 
-// Knows how it was covered.
+// Records how it was covered.
 class CoveredCustomizePage : public ZVRCustomizeListController {
  public:
   void viewWillDisappear(bool animated) override { animations.push_back(animated); }
@@ -135,7 +135,7 @@ TEST_F(CustomizeColors, EachVisitIsANewPage) {
   EXPECT_NE(navigation->topViewController(), first);
 }
 
-// The class is looked up by name: what bears the name is what opens.
+// The class is looked up by name.
 TEST_F(CustomizeColors, ListIsFoundByName) {
   showPage();
   process.classes().remove("ZVRCustomizeColorListViewController");
@@ -167,7 +167,7 @@ TEST_F(CustomizeColors, PressOnAnotherRowDoesNothing) {
 
 // --- The size of the toggles ---
 
-// A store that takes what the page hands over, to see it.
+// A store that records the value that the page sends.
 class FloatStore : public HBPreferences {
   PLATFORM_CLASS(FloatStore)
 
@@ -227,13 +227,13 @@ TEST_F(CustomizeToggleSize, InsetThatIsNoTruthIsOff) {
   EXPECT_EQ(computed(390, nullptr), Value(-12.0F));
 }
 
-// A store that takes the value is followed by new rows, with a new store.
+// After a store that accepts the value, the page makes new rows with a new store.
 TEST_F(CustomizeToggleSize, RowsAreShownAnewAfterwards) {
   computed(390, false);
   EXPECT_EQ(page->preferences()->className(), "HBPreferences");
 }
 
-// The product's own store takes no floats: nothing is stored, nothing is shown anew.
+// The product's own store has no setFloat:forKey:. Nothing is stored or reloaded.
 TEST_F(CustomizeToggleSize, ProductsStoreRefusesBeforeAnythingIsStored) {
   for (const auto idiom :
        {platform::UserInterfaceIdiom::phone, platform::UserInterfaceIdiom::pad}) {

@@ -156,7 +156,7 @@ TEST_F(PSListControllerTest, CellIsMadeWhenItsRowComesIntoSight) {
   EXPECT_EQ(page->table()->cellForRowAtIndexPath({0, 0}), first);
 }
 
-// What a page has set on a cell stays, since the same cell is handed out again.
+// Changes of a page to a cell are kept, since the row keeps its cell.
 TEST_F(PSListControllerTest, CellKeepsWhatAPageHasSet) {
   showTwoGroups();
   cell("a")->setUserInteractionEnabled(false);
@@ -369,7 +369,7 @@ TEST_F(PSListControllerTest, ReadersOfAnotherThreadMeetRowsThatChange) {
 }
 
 TEST_F(PSListControllerTest, PageAndItsCellsGoWithIt) {
-  showTwoGroups();  // what a process makes once is there afterwards
+  showTwoGroups();  // creates the objects that live as long as the process
   page.reset();
   navigation.reset();
   const auto before = Object::liveCount();

@@ -16,7 +16,7 @@ class PSSpecifierFileTest : public PreferencesTest {
     writeList("Main", text);
     return readSpecifierFile("Main", bundle, target);
   }
-  // The only row of a list with only this item.
+  // The row of a list with only this item.
   std::shared_ptr<PSSpecifier> only(const std::string& item) {
     const auto file = read(listOf({item}));
     EXPECT_EQ(file.problem, std::nullopt);
@@ -137,7 +137,7 @@ TEST_F(PSSpecifierFileTest, GroupWithAProblemStillStartsItsSection) {
               HasSubstr("\"footerText\" must be a string, not a boolean"));
 }
 
-// Each key with a value of a type that it does not take.
+// Each key with a value of the wrong type.
 TEST_F(PSSpecifierFileTest, ValueOfAnotherTypeIsARowThatSaysWhich) {
   const std::string number = "<integer>1</integer>";
   const std::string text = "<string>1</string>";
@@ -222,7 +222,7 @@ TEST_F(PSSpecifierFileTest, ClassThatIsNotThereIsARowThatSaysSo) {
               HasSubstr("the class \"UITableViewCell\" is not a settings cell"));
 }
 
-// A disabled row reaches neither its action nor its classes: a page may announce what comes later.
+// A disabled row uses neither its action nor its classes, so that a page can announce features.
 TEST_F(PSSpecifierFileTest, DisabledRowMayNameWhatIsNotThere) {
   EXPECT_EQ(problemOf(row("PSButtonCell", "A",
                           textEntry("action", "later") + textEntry("cellClass", "LaterCell") +

@@ -80,7 +80,7 @@ TEST_F(PSTableCellTest, TitleAndValueShowsTheTitleOfTheValue) {
   EXPECT_EQ(cell("titled")->detailTextLabel()->text(), "neither");
 }
 
-// A cell's own class is what the row says; it is asked for target and action of a tap.
+// The row names the cell's class, and the cell provides target and action of a tap.
 TEST_F(PSTableCellTest, CellOfItsOwnClassTakesTheTap) {
   show(
       {row("PSLinkCell", "A", textEntry("cellClass", "TapCell") + textEntry("action", "restart"))});

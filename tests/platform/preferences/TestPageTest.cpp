@@ -1,4 +1,4 @@
-// What the tests of this folder share, see PreferencesTest.h.
+// Shared by the tests of this folder; see PreferencesTest.h.
 
 #include <algorithm>
 
@@ -116,7 +116,7 @@ std::vector<std::vector<std::string>> PreferencesTest::rowsShown() {
   return sections;
 }
 
-// The list texts of these tests are themselves property lists.
+// The lists in these tests are property lists.
 TEST_F(PreferencesTest, TestPageShowsTheRowsOfItsList) {
   show({row("PSGroupCell", "First"), row("PSSwitchCell", "A"), row("PSButtonCell", "B")});
   EXPECT_EQ(rowsShown(), (std::vector<std::vector<std::string>>{{"A", "B"}}));
