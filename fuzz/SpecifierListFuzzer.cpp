@@ -13,7 +13,7 @@
 #include "platform/foundation/FoundationClasses.h"
 #include "platform/foundation/files/DeviceFileSystem.h"
 #include "platform/foundation/log/MemoryLog.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/DeviceTraits.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/scheduling/VirtualScheduler.h"

@@ -3,6 +3,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/values/Exception.h"
 
 namespace settings {

@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "platform/uikit/drawing/UIColor.h"
+
 namespace settings {
 namespace {
 
@@ -67,8 +69,7 @@ bool setScreen(DeviceTraits& traits, std::string_view value) {
 }
 
 bool setTint(DeviceTraits& traits, std::string_view value) {
-  constexpr std::string_view digits = "0123456789ABCDEFabcdef";
-  if (value.size() != 8 || value.find_first_not_of(digits) != std::string_view::npos) return false;
+  if (!platform::colorComponentsFromHex(value)) return false;
   traits.tint = value;
   return true;
 }

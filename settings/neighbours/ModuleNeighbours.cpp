@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "platform/foundation/files/FileSystem.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/propertylist/PropertyList.h"
 #include "settings/device/DeviceTree.h"

@@ -9,7 +9,7 @@ namespace {
 using platform::Exception;
 using platform::Value;
 
-// What the store offers by selector and by key.
+// The store's operations by selector and values by key.
 class HBPreferencesByName : public StoreTest {
  protected:
   void SetUp() override { HBPreferences::registerClass(process.classes()); }

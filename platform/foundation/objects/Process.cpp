@@ -82,4 +82,8 @@ ProcessScope::~ProcessScope() {
   currentProcess = _previous;
 }
 
+const Class* NSClassFromString(std::string_view name) {
+  return Process::current().classes().find(name);
+}
+
 }  // namespace platform

@@ -1,9 +1,10 @@
 #pragma once
 
 #include <concepts>
+#include <initializer_list>
 #include <memory>
 #include <mutex>
-#include <string>
+#include <string_view>
 #include <typeindex>
 #include <unordered_map>
 
@@ -89,5 +90,24 @@ class ProcessScope {
  private:
   Process* _previous;
 };
+
+// The class of that name in the current process; null where there is none.
+const Class* NSClassFromString(std::string_view name);
+
+// A new object of the class of that name in the current process, initialised by init(). Empty if
+// there is no such class, if init() refuses, or if the object is not a T.
+template <std::derived_from<Object> T>
+std::shared_ptr<T> makeNamed(std::string_view className) {
+  const Class* found = NSClassFromString(className);
+  return found ? std::dynamic_pointer_cast<T>(found->makeInstance()) : nullptr;
+}
+// The same, with the initialiser of that selector.
+template <std::derived_from<Object> T>
+std::shared_ptr<T> makeNamed(std::string_view className, std::string_view initialiser,
+                             std::initializer_list<Value> arguments) {
+  const Class* found = NSClassFromString(className);
+  return found ? std::dynamic_pointer_cast<T>(found->makeInstance(initialiser, arguments))
+               : nullptr;
+}
 
 }  // namespace platform

@@ -78,7 +78,6 @@ class UITableView : public UIScrollView {
   std::optional<std::string> rowProblem(IndexPath indexPath);
   std::uint64_t sectionToken(std::int64_t section);
   std::optional<IndexPath> indexPathForRowToken(std::uint64_t token);
-  std::optional<std::int64_t> sectionForToken(std::uint64_t token);
   // The titles as they were asked for at the last reload or update, with their heights in points.
   std::optional<std::string> headerTitle(std::int64_t section);
   std::optional<std::string> footerTitle(std::int64_t section);

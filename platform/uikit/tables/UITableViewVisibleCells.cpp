@@ -26,7 +26,7 @@ std::shared_ptr<UITableViewCell> UITableView::dequeueCell(std::string_view ident
     cell->prepareForReuse();
     return cell;
   }
-  const Class* found = Process::current().classes().find(registered->second);
+  const Class* found = NSClassFromString(registered->second);
   auto cell = found ? found->allocateAs<UITableViewCell>() : nullptr;
   if (!cell) {
     raiseInvalidArgument("the class " + registered->second + " registered for the identifier " +

@@ -183,7 +183,7 @@ TEST_F(LinkRows, AnAddressThatDoesNotParseIsToldInItsRow) {
   EXPECT_TRUE(tap("a"));
   EXPECT_TRUE(presented().empty());
   EXPECT_EQ((*row("a").node)["problem"],
-            "Root.plist, row 1 (\"Row a\"): its \"url\" is no address");
+            "Root.plist, row 1 (\"Row a\"): \"url\" is not an address");
   EXPECT_FALSE(tap("b")) << "a link row without an address";
 }
 

@@ -1,6 +1,6 @@
 // A bundle whose pages go wrong, each in its own way. Its Info.plist says which one is opened.
 
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/scheduling/Scheduler.h"
 #include "platform/foundation/values/Exception.h"
