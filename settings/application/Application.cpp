@@ -1,10 +1,8 @@
 #include "settings/application/Application.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <filesystem>
-#include <thread>
 #include <utility>
 
 #include "settings/application/ApplicationState.h"
@@ -21,9 +19,6 @@ using nlohmann::json;
 namespace {
 
 constexpr double largestSide = 10000;  // points, of what a presenter can show
-
-// How often a program that runs is looked at, in seconds.
-constexpr double programInterval = 0.02;
 
 }  // namespace
 
@@ -204,17 +199,21 @@ std::size_t Application::runBackground(std::optional<std::size_t> count) {
   return ran;
 }
 
-std::optional<double> Application::runPending() {
-  if (!_state->process || _state->crash || _state->isBusy) return std::nullopt;
-  _state->runAtEdge("delayed work", [] { return ActionResult{}; });
-  auto next = _state->process->scheduler().secondsToNext();
-  if (_state->anyProgramRuns()) next = std::min(next.value_or(programInterval), programInterval);
-  return next;
+void Application::run(const std::function<void()>& afterTurn) {
+  State& state = *_state;
+  for (state.main->runReady(); !state.stopped; state.main->runReady()) {
+    state.runAtEdge("delayed work", [] { return ActionResult{}; });
+    afterTurn();
+    state.sleep();
+  }
 }
 
-void Application::setWakeHandler(std::function<void()> handler) {
-  const std::lock_guard lock(_state->wakeMutex);
-  _state->wakeHandler = std::move(handler);
+void Application::stop() {
+  _state->main->push([state = _state.get()] { state->stopped = true; });
+}
+
+platform::MainQueue& Application::mainQueue() noexcept {
+  return *_state->main;
 }
 
 json Application::filePane() {
@@ -238,11 +237,8 @@ std::vector<platform::ProgramRecord> Application::programRecords() {
 }
 
 bool Application::waitForPrograms(double timeoutSeconds) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(timeoutSeconds);
-  while (_state->anyProgramRuns()) {
-    if (std::chrono::steady_clock::now() >= end) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  }
+  const auto end = platform::machineNanoseconds() + platform::nanosecondsOfSeconds(timeoutSeconds);
+  if (!_state->main->runUntil([&] { return !_state->lastRunning(); }, end)) return false;
   _state->announceRestarts();
   return true;
 }

@@ -74,9 +74,12 @@ void Application::State::endProcess() {
   process.reset();
 }
 
-void Application::State::wake() {
-  const std::lock_guard lock(wakeMutex);
-  if (wakeHandler) wakeHandler();
+void Application::State::sleep() {
+  if (process && !crash) {
+    process->scheduler().sleep();
+  } else {
+    main->sleep(platform::MainQueue::never);
+  }
 }
 
 void Application::State::beginTurn() {
@@ -162,10 +165,12 @@ void Application::State::announceRestarts() {
   }
 }
 
-bool Application::State::anyProgramRuns() const {
-  return std::ranges::any_of(services.programs->records(), [](const auto& record) {
-    return record.startError == 0 && !record.exitStatus;
-  });
+std::optional<platform::ProgramRecord> Application::State::lastRunning() const {
+  std::optional<platform::ProgramRecord> running;
+  for (auto& record : programs->records()) {
+    if (record.startError == 0 && !record.exitStatus) running = std::move(record);
+  }
+  return running;
 }
 
 void Application::State::open() {
@@ -174,8 +179,8 @@ void Application::State::open() {
   endProcess();
   crash.reset();
   identityBase = std::max(identityBase, snapshot.largestIdentity);
-  process = std::make_unique<SettingsProcess>(services, options.time, [this] { wake(); });
-  process->scheduler().setWaitHandler([this](double seconds) { whileWaiting(seconds); });
+  process = std::make_unique<SettingsProcess>(services, options.time, main);
+  process->scheduler().setWaitHandler([this](double seconds) { return whileWaiting(seconds); });
   hand = std::make_unique<UserHand>(*process, photos);
   pane.beginAction();
   const platform::ProcessScope scope(process->process());

@@ -5,8 +5,8 @@
 #include <optional>
 #include <ostream>
 #include <string>
-#include <thread>
 
+#include "platform/foundation/scheduling/MainQueue.h"
 #include "settings/application/Application.h"
 #include "settings/cli/Subcommands.h"
 #include "settings/cli/common/DeviceOptions.h"
@@ -32,43 +32,10 @@ std::string builtPage() {
   return (program.parent_path().parent_path() / "share" / "page").string();
 }
 
-// Tells the host, from a thread of its own, of signals and of changed preference files.
-class ServeWatch {
- public:
-  ServeWatch(PageHost& host, StopSignal& signal, std::unique_ptr<FolderWatch> folder)
-      : _host(host), _signal(signal), _folder(std::move(folder)), _thread([this] { watch(); }) {}
-  ~ServeWatch() {
-    _signal.raise();
-    _thread.join();
-  }
-  ServeWatch(const ServeWatch&) = delete;
-  ServeWatch& operator=(const ServeWatch&) = delete;
-
- private:
-  void watch() {
-    bool stopped = false;
-    while (!stopped) {
-      const bool isWatched = _folder && !_folder->isGone();
-      bool changed = false;
-      if (!waitReadable(_signal.descriptor(), isWatched ? _folder->descriptor() : -1, stopped,
-                        changed)) {
-        break;
-      }
-      if (changed && _folder->takeChanges(preferenceFileName(defaultDomain))) _host.filesChanged();
-    }
-    _host.stop();
-  }
-
-  PageHost& _host;
-  StopSignal& _signal;
-  std::unique_ptr<FolderWatch> _folder;
-  std::thread _thread;
-};
-
 std::unique_ptr<FolderWatch> watchPreferences(Application& application, CommandContext& context) {
   std::string problem = "the device has no folder of preferences";
   const auto folder = application.device().hostPath(preferencesPath);
-  auto watch = folder ? FolderWatch::open(*folder, problem) : nullptr;
+  auto watch = folder ? FolderWatch::open(application.mainQueue(), *folder, problem) : nullptr;
   if (!watch) {
     context.fail(problem + "; changes by other programs are seen with the next tap only");
   }
@@ -99,8 +66,11 @@ ExitStatus serve(const ServeChoice& choice, CommandContext& context) {
   if (!hosted.host) return context.fail(hosted.error);
   made.application->open();
   announce(*hosted.host, context);
-  const ServeWatch watch(*hosted.host, signal, watchPreferences(*made.application, context));
-  hosted.host->run();
+  PageHost& host = *hosted.host;
+  made.application->mainQueue().addWait(signal.descriptor(), [&host] { host.stop(); });
+  const auto watch = watchPreferences(*made.application, context);
+  if (watch) watch->notify(preferenceFileName(defaultDomain), [&host] { host.filesChanged(); });
+  host.run();
   return ExitStatus::done;
 }
 

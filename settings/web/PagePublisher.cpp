@@ -30,8 +30,7 @@ PagePublisher::~PagePublisher() {
 
 void PagePublisher::opened(ConnectionId connection) {
   // What waits for the pages that are there must not reach the new one a second time.
-  publishTree(std::nullopt);
-  publishSide();
+  publish();
   Page& page = _pages[connection];
   sendWhole(connection, page);
   sendWholeSide(connection);
@@ -44,8 +43,7 @@ void PagePublisher::closed(ConnectionId connection) {
 void PagePublisher::wantsWhole(ConnectionId connection) {
   const auto page = _pages.find(connection);
   if (page == _pages.end()) return;
-  publishTree(std::nullopt);
-  publishSide();
+  publish();
   sendWhole(connection, page->second);
   sendWholeSide(connection);
 }
@@ -97,11 +95,9 @@ void PagePublisher::photoRead(RequestId request, PhotoResult photo) {
   }
 }
 
-std::optional<double> PagePublisher::step() {
-  const std::optional<double> next = _application.runPending();
+void PagePublisher::publish() {
   publishTree(std::nullopt);
   publishSide();
-  return next;
 }
 
 ActionResult PagePublisher::performAction(const json& action) {

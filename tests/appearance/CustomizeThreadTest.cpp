@@ -63,7 +63,7 @@ class CustomizeThreads : public testing::Test {
     const double end = scheduler.now() + patienceSeconds;
     for (int round = 0; !condition() && scheduler.now() < end; ++round) {
       usePage(round);
-      scheduler.runOnce(0);
+      scheduler.runMain();
     }
     return condition();
   }

@@ -35,7 +35,13 @@ class Scheduler : public RunLoop {
   // Main thread only: lets the main queue run until the condition holds; true when it holds,
   // false where the seconds (of the outside world, since what is waited for is a child process)
   // have passed before. Used by what blocks the main thread on a device while its run loop goes on.
+  // In between the thread sleeps: what makes the condition true must be work of this scheduler, or
+  // call the waker then.
   virtual bool runMainUntil(const std::function<bool()>& condition, double timeoutSeconds) = 0;
+
+  // Makes `runMainUntil` look at its condition. May be called from any thread, also when the
+  // scheduler is gone.
+  virtual std::function<void()> waker() const = 0;
 
   // Runs the work once, on the main thread, when the descriptor has something to read or is at
   // its end. The descriptor must stay open until then or until the wait is cancelled; the result

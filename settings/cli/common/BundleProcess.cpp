@@ -21,7 +21,7 @@ DeviceServices servicesIn(const std::filesystem::path& root) {
 }  // namespace
 
 BundleProcess::BundleProcess(const std::filesystem::path& root)
-    : _process(servicesIn(root), Time::virtualClock, [] {}), _scope(_process.process()) {}
+    : _process(servicesIn(root), Time::virtualClock), _scope(_process.process()) {}
 
 std::unique_ptr<BundleProcess> BundleProcess::open(const std::filesystem::path& root,
                                                    const std::string& path, std::string& problem) {

@@ -60,20 +60,18 @@ class ChangePrinter {
 ExitStatus watch(const PrefsOptions& options, CommandContext& context) {
   const auto files = openDeviceFiles(options, context);
   if (!files) return context.status;
-  StopSignal signal;
+  const StopSignal signal;
+  platform::MainQueue queue;
   std::string problem = "the device has no folder " + std::string(preferencesPath);
   const auto folder = files->hostPath(preferencesPath);
-  const auto changes = folder ? FolderWatch::open(*folder, problem) : nullptr;
+  const auto changes = folder ? FolderWatch::open(queue, *folder, problem) : nullptr;
   if (!changes) return context.fail(problem);
-  const std::string name = preferenceFileName(options.domain);
   ChangePrinter printer(*files, preferenceFilePath(options.domain), context);
   context.messages << "watching " << preferenceFilePath(options.domain) << '\n' << std::flush;
   bool stopped = false;
-  while (!stopped && !changes->isGone() && context.output) {
-    bool changed = false;
-    if (!waitReadable(signal.descriptor(), changes->descriptor(), stopped, changed)) break;
-    if (changed && changes->takeChanges(name)) printer.readAgain();
-  }
+  queue.addWait(signal.descriptor(), [&] { stopped = true; });
+  changes->notify(preferenceFileName(options.domain), [&] { printer.readAgain(); });
+  queue.runUntil([&] { return stopped || changes->isGone() || !context.output; });
   return changes->isGone() ? context.fail("the watched folder is gone") : ExitStatus::done;
 }
 

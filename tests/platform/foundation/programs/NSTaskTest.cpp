@@ -140,6 +140,20 @@ TEST_F(NSTaskTest, MainWorkGoesOnWhileTheTaskIsWaitedFor) {
   EXPECT_TRUE(ran);
 }
 
+TEST_F(NSTaskTest, WaitingTakesNoTurnBeforeTheProgramEnds) {
+  _test.tree().writeProgram("/wait", "exec /bin/sleep 0.2");
+  _task->setLaunchPath("/wait");
+  int turns = 0;
+  _test.scheduler().setWaitHandler([&](double) {
+    ++turns;
+    return 1000.0;
+  });
+  _task->launch();
+  _task->waitUntilExit();
+  EXPECT_FALSE(_task->isRunning());
+  EXPECT_LE(turns, 3);
+}
+
 TEST_F(NSTaskTest, ATaskWithoutALaunchPathRaises) {
   EXPECT_EQ(exceptionOf([&] { _task->launch(); }),
             "NSInvalidArgumentException: *** -[NSConcreteTask launch]: launch path not "
