@@ -13,6 +13,7 @@
 #include "platform/foundation/log/Log.h"
 #include "platform/foundation/objects/DeviceTraits.h"
 #include "platform/foundation/programs/Programs.h"
+#include "settings/device/Product.h"
 
 namespace platform {
 class Object;
@@ -35,8 +36,7 @@ struct ApplicationOptions {
   std::string deviceRoot;  // folder of this machine that stands for the device's "/"
   platform::DeviceTraits traits;
   Time time = Time::virtualClock;
-  std::string bundlePath =
-      "/var/jb/Library/PreferenceBundles/ZentrovaPrefs.bundle";  // on the device
+  std::string bundlePath{settings::bundlePath};  // on the device
 };
 
 // What became of something that the user did. A refused action has changed nothing.
@@ -106,7 +106,6 @@ class Application {
   // Traits of the device, as the script command `trait` takes them ("appearance", "dark"). Which
   // neighbours there are and what becomes of the row "ControlCenter" counts from the next `open`.
   ActionResult setTrait(std::string_view name, std::string_view value);
-  const platform::DeviceTraits& traits() const noexcept;
 
   // --- Time ---
   // Virtual clock: moves it, running what falls due on the way. Refused with real time.
@@ -163,9 +162,8 @@ class Application {
 
   // The file system of the device, for changes from outside; they are not recorded as writes.
   platform::FileSystem& device();
-  const std::string& deviceRoot() const noexcept;
-  // "ZentrovaPrefs": who makes the writes that are recorded. Programs that were started write past
-  // the record.
+  // The name of the bundle's folder: who makes the writes that are recorded. Programs that were
+  // started write past the record.
   std::string bundleName() const;
   // The process that runs; null before `open`.
   SettingsProcess* process() noexcept;

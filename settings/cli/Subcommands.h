@@ -2,29 +2,39 @@
 
 #include "settings/cli/common/CommandContext.h"
 
+// Every subcommand there is. A new one is a file with the function that adds it, and here that
+// function and its place in the help.
 namespace settings {
 
-// Each adds one subcommand to its parent: its options, its help, and what it does, which sets the
+// Adds a subcommand to its parent: its options, its help, and what it does, which sets the
 // context's status. Parent and context must outlive the parsing of the command line.
-void addServe(CLI::App& program, CommandContext& context);
-void addLint(CLI::App& program, CommandContext& context);
-void addSmoke(CLI::App& program, CommandContext& context);
-void addScript(CLI::App& program, CommandContext& context);
-void addDevice(CLI::App& program, CommandContext& context);
+using AddSubcommand = void(CLI::App& parent, CommandContext& context);
 
-void addPrefs(CLI::App& program, CommandContext& context);
-void addPrefsGet(CLI::App& prefs, CommandContext& context);
-void addPrefsSet(CLI::App& prefs, CommandContext& context);
-void addPrefsRemove(CLI::App& prefs, CommandContext& context);
-void addPrefsShow(CLI::App& prefs, CommandContext& context);
-void addPrefsDiff(CLI::App& prefs, CommandContext& context);
-void addPrefsWatch(CLI::App& prefs, CommandContext& context);
+AddSubcommand addServe;
+AddSubcommand addScript;
+AddSubcommand addSmoke;
+AddSubcommand addLint;
+AddSubcommand addPrefs;
+AddSubcommand addPlist;
+AddSubcommand addColour;
+AddSubcommand addDevice;
+inline constexpr AddSubcommand* programSubcommands[] = {
+    addServe, addScript, addSmoke, addLint, addPrefs, addPlist, addColour, addDevice,
+};
 
-void addPlist(CLI::App& program, CommandContext& context);
-void addPlistConvert(CLI::App& plist, CommandContext& context);
-void addPlistLint(CLI::App& plist, CommandContext& context);
-void addPlistShow(CLI::App& plist, CommandContext& context);
+AddSubcommand addPrefsGet;
+AddSubcommand addPrefsSet;
+AddSubcommand addPrefsRemove;
+AddSubcommand addPrefsShow;
+AddSubcommand addPrefsDiff;
+AddSubcommand addPrefsWatch;
+inline constexpr AddSubcommand* prefsSubcommands[] = {
+    addPrefsGet, addPrefsSet, addPrefsRemove, addPrefsShow, addPrefsDiff, addPrefsWatch,
+};
 
-void addColour(CLI::App& program, CommandContext& context);
+AddSubcommand addPlistConvert;
+AddSubcommand addPlistLint;
+AddSubcommand addPlistShow;
+inline constexpr AddSubcommand* plistSubcommands[] = {addPlistConvert, addPlistLint, addPlistShow};
 
 }  // namespace settings
