@@ -119,14 +119,25 @@ const std::vector<Trait>& traitTable() {
        .option = "--idiom",
        .help = "phone or pad",
        .label = "Device",
+       .place = 1,
        .choices = {{"phone", "Phone"}, {"pad", "Tablet"}},
        .set = &setIdiom,
        .text = &idiomText},
+      {.name = "system",
+       .values = "a version, as 15.4",
+       .option = "--system",
+       .help = "System version, as 15.4",
+       .label = "System",
+       .place = 3,
+       .choices = {{"13.7", "13.7"}, {"14.0", "14.0"}, {"15.4", "15.4"}, {"16.5", "16.5"}},
+       .set = &setSystem,
+       .text = &systemText},
       {.name = "screen",
        .values = "points and pixels per point, as 390x844@3",
        .option = "--screen",
        .help = "Points and scale, as 390x844@3",
        .label = "Screen",
+       .place = 2,
        .choices = {{"390x844@3", "Phone, 390 × 844"},
                    {"375x667@2", "Small phone, 375 × 667"},
                    {"430x932@3", "Large phone, 430 × 932"},
@@ -134,19 +145,12 @@ const std::vector<Trait>& traitTable() {
                    {"1180x820@2", "Tablet on its side, 1180 × 820"}},
        .set = &setScreen,
        .text = &screenText},
-      {.name = "system",
-       .values = "a version, as 15.4",
-       .option = "--system",
-       .help = "System version, as 15.4",
-       .label = "System",
-       .choices = {{"13.7", "13.7"}, {"14.0", "14.0"}, {"15.4", "15.4"}, {"16.5", "16.5"}},
-       .set = &setSystem,
-       .text = &systemText},
       {.name = "appearance",
        .values = "light or dark",
        .option = "--appearance",
        .help = "light or dark",
        .label = "Appearance",
+       .place = 4,
        .choices = {{"light", "Light"}, {"dark", "Dark"}},
        .set = &setAppearance,
        .text = &appearanceText},
@@ -155,6 +159,7 @@ const std::vector<Trait>& traitTable() {
        .option = "--text-scale",
        .help = "Text size, 1 is the standard one",
        .label = "Text size",
+       .place = 5,
        .choices = {{"0.82", "Small"},
                    {"1", "Standard"},
                    {"1.24", "Large"},
@@ -167,6 +172,7 @@ const std::vector<Trait>& traitTable() {
        .option = "--tint",
        .help = "Tint colour, as 007AFFFF",
        .label = "Tint",
+       .place = 6,
        .choices = {},
        .set = &setTint,
        .text = &tintText},
@@ -193,8 +199,10 @@ std::optional<std::string> changeTrait(DeviceTraits& traits, std::string_view na
 }
 
 nlohmann::json jsonFromTraits(const DeviceTraits& traits) {
+  std::vector<Trait> shown = traitTable();
+  std::ranges::sort(shown, {}, &Trait::place);
   nlohmann::json all = nlohmann::json::array();
-  for (const Trait& trait : traitTable()) {
+  for (const Trait& trait : shown) {
     nlohmann::json choices = nlohmann::json::array();
     for (const TraitChoice& choice : trait.choices) choices.push_back({choice.value, choice.title});
     all.push_back({{"name", trait.name},

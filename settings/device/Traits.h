@@ -24,6 +24,7 @@ struct Trait {
   std::string option;  // of the command line
   std::string help;    // of the option
   std::string label;   // in the pane
+  int place;           // there, counted from the top
   // What the pane offers; none for a colour, which is chosen freely.
   std::vector<TraitChoice> choices;
   // Takes a value as people write it; false, with the traits as they were, where it is none.
@@ -32,9 +33,9 @@ struct Trait {
   std::string (*text)(const platform::DeviceTraits&);
 };
 
-// All of them, in the order in which they are shown.
+// All of them, in the order in which help and messages name them.
 const std::vector<Trait>& traitTable();
-// "idiom, screen"
+// "idiom, system"
 std::string traitNames();
 
 // Sets the trait of that name, as people write it: "appearance dark", "screen 390x844@3". No text

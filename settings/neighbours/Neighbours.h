@@ -19,11 +19,11 @@ RegisterNeighbour registerForbiddenModules;
 // module to an object that answers `displayName` and `iconImage`.
 RegisterNeighbour registerModuleSettings;
 
-inline constexpr std::array<Neighbour, 4> allNeighbours = {{
+inline constexpr auto allNeighbours = std::to_array<Neighbour>({
     {"CCSModuleRepository", registerModuleRepository},
     {moduleRepositoryClassName, registerForbiddenModules},
     {"CCUISettingsListController", registerModuleSettings},
     {"CCUISettingsModulesController", registerModuleSettings},  // before system version 14.0
-}};
+});
 
 }  // namespace settings
