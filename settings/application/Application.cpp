@@ -7,7 +7,8 @@
 
 #include "settings/application/ApplicationState.h"
 #include "settings/application/ControlCenterRow.h"
-#include "settings/device/DeviceTree.h"
+#include "settings/device/DevicePaths.h"
+#include "settings/device/Product.h"
 #include "settings/device/Traits.h"
 #include "settings/panes/SidePanes.h"
 #include "settings/tree/ActionMembers.h"
@@ -27,7 +28,8 @@ ApplicationResult Application::create(ApplicationOptions options) {
   if (!std::filesystem::is_directory(options.deviceRoot, error)) {
     return {nullptr, options.deviceRoot +
                          " is no folder that could stand for a device; make one with "
-                         "`zentrova-settings device create`"};
+                         "`" +
+                         std::string(programName) + " device create`"};
   }
   auto files = std::make_shared<platform::DeviceFileSystem>(options.deviceRoot);
   // What was left behind by writers that were ended in the middle of a write.
@@ -174,10 +176,6 @@ ActionResult Application::setTrait(std::string_view name, std::string_view value
   });
 }
 
-const platform::DeviceTraits& Application::traits() const noexcept {
-  return *_state->services.traits;
-}
-
 ActionResult Application::advance(double seconds) {
   if (_state->options.time != Time::virtualClock) {
     return refused("the clock is the real one and cannot be moved");
@@ -300,10 +298,6 @@ platform::FileSystem& Application::device() {
 
 std::string Application::bundleName() const {
   return std::filesystem::path(_state->options.bundlePath).stem().string();
-}
-
-const std::string& Application::deviceRoot() const noexcept {
-  return _state->options.deviceRoot;
 }
 
 SettingsProcess* Application::process() noexcept {

@@ -15,6 +15,7 @@
 #include "platform/foundation/programs/Programs.h"
 #include "settings/application/ActionResult.h"
 #include "settings/application/Time.h"
+#include "settings/device/Product.h"
 #include "settings/tree/CrashReport.h"
 
 namespace platform {
@@ -34,8 +35,7 @@ struct ApplicationOptions {
   std::string deviceRoot;  // folder of this machine that stands for the device's "/"
   platform::DeviceTraits traits;
   Time time = Time::virtualClock;
-  std::string bundlePath =
-      "/var/jb/Library/PreferenceBundles/ZentrovaPrefs.bundle";  // on the device
+  std::string bundlePath{settings::bundlePath};  // on the device
 };
 
 struct ApplicationResult;
@@ -88,7 +88,6 @@ class Application {
   // Traits of the device, as the script command `trait` takes them ("appearance", "dark"). Which
   // neighbours there are and what becomes of the row "ControlCenter" counts from the next `open`.
   ActionResult setTrait(std::string_view name, std::string_view value);
-  const platform::DeviceTraits& traits() const noexcept;
 
   // --- Time ---
   // Virtual clock: moves it, running what falls due on the way. Refused with real time.
@@ -152,9 +151,8 @@ class Application {
 
   // The file system of the device, for changes from outside; they are not recorded as writes.
   platform::FileSystem& device();
-  const std::string& deviceRoot() const noexcept;
-  // "ZentrovaPrefs": who makes the writes that are recorded. Programs that were started write past
-  // the record.
+  // The name of the bundle's folder: who makes the writes that are recorded. Programs that were
+  // started write past the record.
   std::string bundleName() const;
   // The process that runs; null before `open`.
   SettingsProcess* process() noexcept;

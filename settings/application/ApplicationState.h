@@ -17,8 +17,9 @@
 #include "settings/application/StageWatch.h"
 #include "settings/application/UserHand.h"
 #include "settings/device/PhotoLibrary.h"
-#include "settings/neighbours/ModuleNeighbours.h"
+#include "settings/neighbours/ModuleIndex.h"
 #include "settings/neighbours/NeighbourRegistry.h"
+#include "settings/neighbours/Neighbours.h"
 #include "settings/panes/FilePane.h"
 #include "settings/panes/PastImages.h"
 #include "settings/panes/RecordLog.h"
@@ -76,7 +77,7 @@ struct Application::State {
 
   ApplicationOptions options;
   std::shared_ptr<platform::DeviceFileSystem> device;
-  NeighbourRegistry neighbours{moduleNeighbours()};
+  NeighbourRegistry neighbours{allNeighbours};
   DeviceServices services;
   RecordLog<platform::LogEntry> logEntries{10000};
   RecordLog<platform::FileWrite> writes{10000};

@@ -20,7 +20,7 @@ using platform::UIViewController;
 
 namespace {
 
-// "ZentrovaPrefs" of "/.../ZentrovaPrefs.bundle".
+// "Name" of "/.../Name.bundle".
 std::string nameOfFolder(const std::string& path) {
   const std::string name = path.substr(path.find_last_of('/') + 1);
   return name.substr(0, name.find('.'));

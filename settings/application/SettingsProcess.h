@@ -68,6 +68,8 @@ class SettingsProcess {
   // Null with real time.
   platform::VirtualScheduler* virtualClock() noexcept { return _virtual; }
 
+  // What the bundle calls itself; its name where it does not say.
+  const std::string& bundleTitle() const noexcept { return _bundleTitle; }
   // Empty before a page is shown.
   const std::shared_ptr<platform::UIWindow>& window() const noexcept { return _window; }
   const std::shared_ptr<platform::UINavigationController>& outer() const noexcept { return _outer; }

@@ -1,5 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -11,9 +10,12 @@
 #include "settings/cli/Subcommands.h"
 #include "settings/cli/common/DeviceOptions.h"
 #include "settings/cli/common/FolderWatch.h"
-#include "settings/cli/common/PlistInput.h"
 #include "settings/cli/common/PreferenceFile.h"
 #include "settings/cli/common/StopSignal.h"
+#include "settings/device/DevicePaths.h"
+#include "settings/device/JsonText.h"
+#include "settings/device/Product.h"
+#include "settings/device/ProgramFolder.h"
 #include "settings/web/PageHost.h"
 
 namespace settings {
@@ -24,13 +26,6 @@ struct ServeChoice {
   PageServerOptions server;
   std::string page;
 };
-
-// The built page beside the program: "../share/page" from the folder of the program.
-std::string builtPage() {
-  std::error_code error;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-  return (program.parent_path().parent_path() / "share" / "page").string();
-}
 
 std::unique_ptr<FolderWatch> watchPreferences(Application& application, CommandContext& context) {
   std::string problem = "the device has no folder of preferences";
@@ -44,7 +39,7 @@ std::unique_ptr<FolderWatch> watchPreferences(Application& application, CommandC
 
 void announce(const PageHost& host, CommandContext& context) {
   if (context.json) {
-    context.output << jsonText({{"address", host.address()}}, JsonStyle::oneLine) << '\n';
+    context.output << jsonText(nlohmann::json{{"address", host.address()}}) << '\n';
   } else {
     context.output << host.address() << '\n';
   }
@@ -61,7 +56,7 @@ ExitStatus serve(const ServeChoice& choice, CommandContext& context) {
   options.time = Time::real;
   ApplicationResult made = Application::create(options);
   if (!made.application) return context.fail(made.error);
-  const std::string page = choice.page.empty() ? builtPage() : choice.page;
+  const std::string page = choice.page.empty() ? sharedFolder("page").string() : choice.page;
   PageHostResult hosted = PageHost::create(*made.application, choice.server, page);
   if (!hosted.host) return context.fail(hosted.error);
   made.application->open();
@@ -69,7 +64,7 @@ ExitStatus serve(const ServeChoice& choice, CommandContext& context) {
   PageHost& host = *hosted.host;
   made.application->mainQueue().addWait(signal.descriptor(), [&host] { host.stop(); });
   const auto watch = watchPreferences(*made.application, context);
-  if (watch) watch->notify(preferenceFileName(defaultDomain), [&host] { host.filesChanged(); });
+  if (watch) watch->notify(preferenceFileName(productDomain), [&host] { host.filesChanged(); });
   host.run();
   return ExitStatus::done;
 }
@@ -89,7 +84,7 @@ void addServe(CLI::App& program, CommandContext& context) {
       ->type_name("DIR");
   addTraitOptions(*command, choice->device);
   addCommonOptions(*command, context,
-                   "zentrova-settings serve --port 0 --idiom pad --screen 820x1180@2\n"
+                   "serve --port 0 --idiom pad --screen 820x1180@2\n"
                    "Prints the address to open, and runs until it is interrupted.");
   command->callback([choice, &context] { context.status = serve(*choice, context); });
 }

@@ -4,10 +4,10 @@
 #include <utility>
 
 #include "platform/uikit/drawing/UIColor.h"
+#include "settings/device/JsonText.h"
 #include "settings/device/PhotoLibrary.h"
 #include "settings/scripting/ScriptCommand.h"
 #include "settings/scripting/ScriptContext.h"
-#include "settings/scripting/ScriptValues.h"
 
 namespace settings {
 namespace {
@@ -33,7 +33,7 @@ StepOutcome choose(ScriptContext& context, const std::string& sheet, const json&
     }
     titles += (titles.empty() ? "" : ", ") + jsonText(actions[i]["title"]);
   }
-  return StepOutcome::failed(jsonText(label) + " is no choice of the " +
+  return StepOutcome::failed(jsonText(json(label)) + " is no choice of the " +
                              TreeQuery::text(node, "kind") + "; there are " +
                              (titles.empty() ? "none" : titles));
 }

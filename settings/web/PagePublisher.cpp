@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "settings/application/Application.h"
+#include "settings/device/JsonText.h"
 #include "settings/tree/ActionMembers.h"
 #include "settings/web/Protocol.h"
 
@@ -89,9 +90,9 @@ void PagePublisher::thumbnailMade(RequestId request, std::string_view hash, Thum
 void PagePublisher::photoRead(RequestId request, PhotoResult photo) {
   if (photo.image) {
     const std::string name = _sentPhotos.keep(std::move(photo));
-    _sink.answerPhoto(request, 200, json{{"name", name}}.dump());
+    _sink.answerPhoto(request, 200, jsonText(json{{"name", name}}));
   } else {
-    _sink.answerPhoto(request, 422, json{{"message", photo.problem}}.dump());
+    _sink.answerPhoto(request, 422, jsonText(json{{"message", photo.problem}}));
   }
 }
 
@@ -156,7 +157,7 @@ void PagePublisher::publishPatch(const json& patch, std::optional<Answered> answ
 void PagePublisher::publishSide() {
   json members = json::object();
   const auto addIfChanged = [&](const char* name, json pane, std::string& sent) {
-    std::string text = pane.dump(-1, ' ', false, json::error_handler_t::replace);
+    std::string text = jsonText(pane);
     if (text == sent) return;
     sent = std::move(text);
     members[name] = std::move(pane);

@@ -7,10 +7,8 @@ namespace settings {
 void addPlist(CLI::App& program, CommandContext& context) {
   CLI::App* plist = program.add_subcommand("plist", "Property lists: convert, check, show");
   plist->require_subcommand(1);
-  plist->footer("Example:\n  zentrova-settings plist lint resources/*.plist");
-  addPlistConvert(*plist, context);
-  addPlistLint(*plist, context);
-  addPlistShow(*plist, context);
+  plist->footer(exampleText("plist lint resources/*.plist"));
+  for (AddSubcommand* add : plistSubcommands) add(*plist, context);
 }
 
 }  // namespace settings

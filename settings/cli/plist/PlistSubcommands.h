@@ -2,13 +2,13 @@
 
 #include "settings/cli/common/CommandContext.h"
 
+// The subcommand `plist`, and those below it in the order of the help.
 namespace settings {
 
-// Each adds one subcommand to its parent: its options, its help, and what it does, which sets the
-// context's status. Parent and context must outlive the parsing of the command line.
-void addPlist(CLI::App& program, CommandContext& context);
-void addPlistConvert(CLI::App& plist, CommandContext& context);
-void addPlistLint(CLI::App& plist, CommandContext& context);
-void addPlistShow(CLI::App& plist, CommandContext& context);
+AddSubcommand addPlist;
+AddSubcommand addPlistConvert;
+AddSubcommand addPlistLint;
+AddSubcommand addPlistShow;
+inline constexpr AddSubcommand* plistSubcommands[] = {addPlistConvert, addPlistLint, addPlistShow};
 
 }  // namespace settings

@@ -6,11 +6,12 @@
 #include <utility>
 
 #include "settings/cli/common/FolderWatch.h"
-#include "settings/cli/common/PlistInput.h"
 #include "settings/cli/common/StopSignal.h"
 #include "settings/cli/prefs/PrefsOptions.h"
 #include "settings/cli/prefs/PrefsSubcommands.h"
+#include "settings/device/DevicePaths.h"
 #include "settings/device/DeviceTree.h"
+#include "settings/device/JsonText.h"
 
 namespace settings {
 namespace {
@@ -44,7 +45,7 @@ class ChangePrinter {
 
   void print(const PreferenceChange& change) {
     if (_context.json) {
-      _context.output << jsonText(jsonOfChange(change), JsonStyle::oneLine) << '\n';
+      _context.output << jsonText(jsonOfChange(change)) << '\n';
     } else {
       printChange(_context.output, change);
     }
@@ -82,7 +83,7 @@ void addPrefsWatch(CLI::App& prefs, CommandContext& context) {
       prefs.add_subcommand("watch", "Print changes of the preference file until interrupted");
   const auto options = std::make_shared<PrefsOptions>();
   addPrefsOptions(*command, *options);
-  addCommonOptions(*command, context, "zentrova-settings prefs watch --json");
+  addCommonOptions(*command, context, "prefs watch --json");
   command->callback([options, &context] { context.status = watch(*options, context); });
 }
 

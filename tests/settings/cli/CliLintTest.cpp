@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "settings/device/DeviceTree.h"
+#include "settings/device/BundleInstallation.h"
 #include "tests/settings/cli/ProgramRunner.h"
 
 namespace settings::test {

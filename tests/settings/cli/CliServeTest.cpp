@@ -8,7 +8,7 @@
 
 #include "platform/foundation/values/Collections.h"
 #include "platform/uikit/images/ImageHeader.h"
-#include "settings/device/DeviceTree.h"
+#include "settings/device/DevicePaths.h"
 #include "settings/device/TreeWriter.h"
 #include "tests/root/Pictures.h"
 #include "tests/settings/cli/ServeFixture.h"
