@@ -206,6 +206,7 @@ void Application::State::refresh() {
   SnapshotRequest request;
   if (process) request.window = process->window();
   if (process) request.outer = process->outer();
+  if (process) request.bundleTitle = process->bundleTitle();
   request.photos = &photos;
   request.crash = crash ? &*crash : nullptr;
   request.crashToken = crashToken;

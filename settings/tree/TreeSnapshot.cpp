@@ -180,9 +180,7 @@ TreeSnapshot makeTreeSnapshot(const SnapshotRequest& request,
   result.tree = {{"root", root},
                  {"device", deviceJson(traits, *request.neighbours)},
                  {"traits", jsonFromTraits(traits)},
-                 {"application",
-                  {{"program", programName},
-                   {"bundle", request.process ? request.process->bundleTitle() : ""}}}};
+                 {"application", {{"program", programName}, {"bundle", request.bundleTitle}}}};
   result.tree["nodes"] = std::move(writer.nodes());
   result.targets = std::move(writer.targets());
   result.largestIdentity = writer.largest();

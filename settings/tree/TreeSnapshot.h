@@ -4,6 +4,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <string>
 
 #include "platform/foundation/objects/DeviceTraits.h"
 #include "settings/tree/NodeTarget.h"
@@ -29,6 +30,7 @@ struct TreeSnapshot {
 struct SnapshotRequest {
   std::shared_ptr<platform::UIWindow> window;               // empty: there is an empty window
   std::shared_ptr<platform::UINavigationController> outer;  // not empty where there is a window
+  std::string bundleTitle;                                  // empty where there is no window
   PhotoLibrary* photos = nullptr;                           // not null where there is a window
   const CrashReport* crash = nullptr;                       // shown over everything
   std::uint64_t crashToken = 0;
