@@ -13,6 +13,8 @@
 #include "platform/foundation/log/Log.h"
 #include "platform/foundation/objects/DeviceTraits.h"
 #include "platform/foundation/programs/Programs.h"
+#include "settings/tree/ActionResult.h"
+#include "settings/tree/CrashReport.h"
 
 namespace platform {
 class Object;
@@ -24,6 +26,7 @@ namespace settings {
 class ApplicationObserver;
 class SettingsProcess;
 struct PhotoResult;
+struct SidePane;
 struct ThumbnailFile;
 
 enum class Time {
@@ -37,24 +40,6 @@ struct ApplicationOptions {
   Time time = Time::virtualClock;
   std::string bundlePath =
       "/var/jb/Library/PreferenceBundles/ZentrovaPrefs.bundle";  // on the device
-};
-
-// What became of something that the user did. A refused action has changed nothing.
-struct ActionResult {
-  bool accepted = true;
-  std::string message;  // why it was refused, for people; empty where it was accepted
-  explicit operator bool() const noexcept { return accepted; }
-};
-
-inline ActionResult refused(std::string why) {
-  return {false, std::move(why)};
-}
-
-// A platform exception that left a callback of the bundle; on a device it ends the application.
-struct CrashReport {
-  std::string name;
-  std::string reason;
-  std::string where;  // what the application was doing: "tap on \"Respring\""
 };
 
 struct ApplicationResult;
@@ -132,6 +117,8 @@ class Application {
   void setPatience(double seconds);
 
   // --- Beside the phone; each as the member of a "side" message in docs/tree.md ---
+  // The panes that are the same for every presenter and sent as a whole.
+  const std::vector<SidePane>& sidePanes() const noexcept;
   // The preference file as it is on the disk now, what is wrong with it, and what changed in it
   // since the user's last action began.
   nlohmann::json filePane();

@@ -9,7 +9,6 @@
 #include "platform/foundation/programs/DevicePrograms.h"
 #include "platform/uikit/drawing/UIKitState.h"
 #include "settings/panes/EditWatch.h"
-#include "settings/panes/SidePanes.h"
 #include "settings/tree/ActionMembers.h"
 
 namespace settings {
@@ -57,6 +56,10 @@ Application::State::State(ApplicationOptions given,
   services.programs = programs;
   services.traits = std::make_shared<platform::DeviceTraits>(options.traits);
   services.neighbours = &neighbours;
+  sidePanes = {
+      {"file", SidePane::Source::files, [this] { return pane.json(); }},
+      {"programs", SidePane::Source::memory, [this] { return programsJson(programs->records()); }},
+  };
   services.openedURL = [this](const std::string& url) {
     for (auto* observer : observers) observer->openedURL(url);
   };
@@ -198,8 +201,14 @@ void Application::State::refresh() {
   if (!waitingNode.empty()) return;
   if (!std::exchange(treeIsStale, false) && revision > 0) return;
   beginTurn();
-  SnapshotRequest request{process.get(), &photos,    crash ? &*crash : nullptr, crashToken, true,
-                          identityBase,  &neighbours};
+  SnapshotRequest request{process ? process->window() : nullptr,
+                          process ? process->outer() : nullptr,
+                          &photos,
+                          crash ? &*crash : nullptr,
+                          crashToken,
+                          true,
+                          identityBase,
+                          &neighbours};
   std::optional<platform::ProcessScope> scope;
   if (process) scope.emplace(process->process());
   const NamedImages before = std::exchange(snapshot.targets.images, {});

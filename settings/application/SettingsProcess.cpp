@@ -9,9 +9,9 @@
 #include "platform/uikit/UIKitClasses.h"
 #include "settings/application/BundleLoader.h"
 #include "settings/application/LinkOpener.h"
-#include "settings/application/ProblemPage.h"
 #include "settings/application/RootController.h"
 #include "settings/neighbours/NeighbourRegistry.h"
+#include "settings/tree/ProblemPage.h"
 
 namespace settings {
 

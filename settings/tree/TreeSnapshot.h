@@ -1,17 +1,22 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <nlohmann/json.hpp>
-#include <optional>
+#include <string>
 
 #include "platform/foundation/objects/DeviceTraits.h"
 #include "settings/tree/NodeTarget.h"
+
+namespace platform {
+class UINavigationController;
+class UIWindow;
+}  // namespace platform
 
 namespace settings {
 
 class NeighbourRegistry;
 class PhotoLibrary;
-class SettingsProcess;
 struct CrashReport;
 
 // One tree (docs/tree.md, without its revision) and what its nodes stand for.
@@ -22,9 +27,10 @@ struct TreeSnapshot {
 };
 
 struct SnapshotRequest {
-  SettingsProcess* process = nullptr;  // null: there is an empty window
-  PhotoLibrary* photos = nullptr;      // not null where there is a process
-  const CrashReport* crash = nullptr;  // shown over everything
+  std::shared_ptr<platform::UIWindow> window;               // empty: there is an empty window
+  std::shared_ptr<platform::UINavigationController> outer;  // not empty where there is a window
+  PhotoLibrary* photos = nullptr;                           // the same
+  const CrashReport* crash = nullptr;                       // shown over everything
   std::uint64_t crashToken = 0;
   bool withPages = true;  // false where asking the pages raises
   std::uint64_t identityBase = 0;
@@ -32,7 +38,10 @@ struct SnapshotRequest {
 };
 
 // Turns what the application shows into a tree of nodes. Asks the tables' data sources, so that it
-// may raise what the bundle raises. The process must be the current one.
+// may raise what the bundle raises. The window's process must be the current one.
 TreeSnapshot makeTreeSnapshot(const SnapshotRequest& request, const platform::DeviceTraits& traits);
+
+// The node that is shown while a page waits for that program.
+nlohmann::json waitingNode(const std::string& program);
 
 }  // namespace settings

@@ -1,4 +1,4 @@
-#include "settings/application/ProblemPage.h"
+#include "settings/tree/ProblemPage.h"
 
 #include <utility>
 
