@@ -77,14 +77,16 @@ struct Argument {
   }
 };
 
-// One that may be left out; what is no V counts as left out.
+// One that the action's work looks at itself: it gets nothing where the argument is left out or is
+// no V.
 template <class V>
-struct OptionalArgument {
+struct UncheckedArgument {
   const char* name;
+  bool optional = false;
 
   NodeMember member() const {
     NodeMember member = Argument<V>{name}.member();
-    member.optional = true;
+    member.optional = optional;
     return member;
   }
   std::optional<std::optional<V>> read(const nlohmann::json& action) const {

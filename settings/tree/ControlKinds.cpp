@@ -66,9 +66,9 @@ NodeKind switchKind() {
       .build();
 }
 
-ActionResult selectSegment(UISegmentedControl& view, std::int64_t index) {
+ActionResult selectSegment(UISegmentedControl& view, const std::optional<std::int64_t>& index) {
   const std::int64_t count = view.numberOfSegments();
-  if (index >= 0 && index < count) return touched(view.userSelectSegment(index));
+  if (index && *index >= 0 && *index < count) return touched(view.userSelectSegment(*index));
   return refused("\"index\" must be that of a segment, from 0 to " + std::to_string(count - 1));
 }
 
@@ -84,7 +84,7 @@ NodeKind segmentedKind() {
       .member("segments", &UISegmentedControl::titles)
       .member("selected", &UISegmentedControl::selectedSegmentIndex)
       .member("enabled", &UIControl::isEnabled)
-      .action("segment", &selectSegment, Argument<std::int64_t>{"index"})
+      .action("segment", &selectSegment, UncheckedArgument<std::int64_t>{"index"})
       .value(&selectedTitle)
       .build();
 }
@@ -146,7 +146,7 @@ NodeKind textFieldKind() {
       .member("editing", &UITextField::isEditing)
       .member("enabled", &UIControl::isEnabled)
       .action("edit", &edit, ChoiceArgument{"phase", editPhases},
-              OptionalArgument<std::string>{"string"})
+              UncheckedArgument<std::string>{"string", true})
       .valueIn("string")
       .build();
 }

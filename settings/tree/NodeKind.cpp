@@ -46,9 +46,14 @@ bool KindTable::isAction(std::string_view name) const {
 }
 
 std::string KindTable::takersOf(std::string_view action) const {
+  const auto lastWord = [](std::string_view title) { return title.substr(title.rfind(' ') + 1); };
   std::vector<std::string_view> titles;
   for (const NodeKind& kind : _kinds) {
-    if (kind.action(action)) titles.push_back(kind.title);
+    if (!kind.action(action)) continue;
+    // A colour picker and a photo picker together are any picker.
+    const bool isAlike = !titles.empty() && lastWord(titles.back()) == lastWord(kind.title);
+    if (isAlike) titles.pop_back();
+    titles.push_back(isAlike ? lastWord(kind.title) : kind.title);
   }
   return alternatives(titles);
 }

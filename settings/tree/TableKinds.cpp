@@ -100,7 +100,8 @@ NodeKind tableKind() {
       .member("offset", [](const UITableView& table) { return table.contentOffset().y; })
       .member("contentHeight", [](const UITableView& table) { return table.contentSize().height; })
       .children(&addTableParts)
-      .action("scroll", &scroll, Argument<double>{"offset"}, OptionalArgument<double>{"overscan"})
+      .action("scroll", &scroll, Argument<double>{"offset"},
+              UncheckedArgument<double>{"overscan", true})
       .build();
 }
 
@@ -214,8 +215,10 @@ ActionResult commit(const RowPlace& row) {
                   "the row has no insert or delete control just now");
 }
 
-ActionResult move(const RowPlace& row, std::int64_t section, std::int64_t index) {
-  return accepted(row.table->userMoveRow(row.path, {section, index}),
+ActionResult move(const RowPlace& row, const std::optional<std::int64_t>& section,
+                  const std::optional<std::int64_t>& index) {
+  if (!section || !index) return refused("\"section\" and \"index\" must be whole numbers");
+  return accepted(row.table->userMoveRow(row.path, {*section, *index}),
                   "the row cannot be moved there");
 }
 
@@ -235,7 +238,8 @@ NodeKind rowKind() {
       .action("tap", &tap)
       .action("press", &press, ChoiceArgument{"phase", pressPhases})
       .action("commit", &commit)
-      .action("move", &move, Argument<std::int64_t>{"section"}, Argument<std::int64_t>{"index"})
+      .action("move", &move, UncheckedArgument<std::int64_t>{"section"},
+              UncheckedArgument<std::int64_t>{"index"})
       .build();
 }
 
