@@ -13,12 +13,12 @@ using platform::UIImage;
 
 namespace {
 
-// Single precision, widened: so the last quality is just under 0.1.
+// Single precision, widened, so that the last quality is just below 0.1.
 constexpr auto qualityOfPng = static_cast<double>(0.9F);
 constexpr auto lowestQuality = static_cast<double>(0.1F);
 constexpr double qualityStep = 0.1;
 
-// The last one is kept whatever its size.
+// The last quality has no limit.
 BoundedRepresentation encodeJpeg(const std::shared_ptr<UIImage>& picture, double quality) {
   const bool isLast = quality <= lowestQuality;
   return platform::UIImageJPEGRepresentation(
@@ -28,7 +28,7 @@ BoundedRepresentation encodeJpeg(const std::shared_ptr<UIImage>& picture, double
 }  // namespace
 
 std::optional<Data> encodeBackgroundImage(const std::shared_ptr<UIImage>& picture) {
-  // The pixels are needed up to nine times.
+  // The picture is encoded up to nine times, so it is decoded once beforehand.
   const auto prepared = picture ? picture->imageByPreparingForDisplay() : nullptr;
   BoundedRepresentation made = platform::UIImagePNGRepresentation(prepared, largestBackgroundImage);
   double quality = qualityOfPng;

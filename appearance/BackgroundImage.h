@@ -9,13 +9,13 @@
 
 namespace zentrova {
 
-// Bytes. A background image that is larger is made smaller where that is possible.
+// In bytes. A larger background image is made smaller if possible.
 inline constexpr std::size_t largestBackgroundImage = 4UL * 1024 * 1024;
 
-// The form in which a background image is stored: PNG where that fits, else JPEG of about 0.8, 0.7
-// and so on to 0.1 until it fits; the last one where none does. Nothing where the picture cannot be
-// decoded or encoded. A file that gets too large is not written to its end, as nobody keeps it.
-// Threads: any; takes seconds for a large picture.
+// Encodes a background image for the store: as PNG if that fits, otherwise as JPEG of a quality of
+// about 0.8, 0.7, ... 0.1 until it fits. If none fits, the result is the last one. Nothing if the
+// picture cannot be decoded or encoded. An encoding that grows too large is stopped early.
+// Threads: any. Takes seconds for a large picture.
 std::optional<platform::Data> encodeBackgroundImage(
     const std::shared_ptr<platform::UIImage>& picture);
 

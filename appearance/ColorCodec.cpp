@@ -35,7 +35,7 @@ constexpr std::array namedColors{
 constexpr std::size_t shortLength = 3;   // RGB
 constexpr std::size_t opaqueLength = 6;  // RRGGBB
 
-// Each character twice.
+// The text with each character doubled.
 std::string doubled(std::string_view text) {
   namespace utf = platform::utf;
   std::string result;
@@ -47,7 +47,7 @@ std::string doubled(std::string_view text) {
   return result;
 }
 
-// The digits as the scanner gets to see them. Lengths count UTF-16 units.
+// The digits that the scanner reads. Lengths count UTF-16 units.
 std::string withoutShortForms(std::string_view text) {
   std::string digits(text);
   std::erase(digits, '#');
@@ -56,7 +56,7 @@ std::string withoutShortForms(std::string_view text) {
   return digits;
 }
 
-// White space and line ends of Unicode.
+// The white space and line ends of Unicode.
 bool isSpace(char32_t scalar) {
   constexpr std::array<char32_t, 9> others{0x20,   0x85,   0xA0,   0x1680, 0x2028,
                                            0x2029, 0x202F, 0x205F, 0x3000};
@@ -94,7 +94,7 @@ std::uint32_t scanHexInt(std::string_view text) {
   return value;
 }
 
-// Divided in single precision, so that a colour has the same components everywhere.
+// Divides in single precision, so that a colour has the same components everywhere.
 double component(std::uint32_t value, unsigned shift) {
   const auto byte = static_cast<float>((value >> shift) & 0xFFU);
   return static_cast<double>(byte / 255.0F);
@@ -102,7 +102,7 @@ double component(std::uint32_t value, unsigned shift) {
 
 // --- Writing ---
 
-// To the nearest integer, halves away from zero; saturates, and gives 0 for what is no number.
+// Rounds to the nearest integer, halves away from zero. Saturates; NaN gives 0.
 std::int64_t rounded(float value) {
   if (std::isnan(value)) return 0;
   const float whole = std::round(value);
@@ -111,7 +111,7 @@ std::int64_t rounded(float value) {
   return static_cast<std::int64_t>(whole);
 }
 
-// At least two digits; a negative number as its 64-bit two's complement.
+// At least two digits; 64-bit two's complement for a negative number.
 std::string hexText(std::int64_t value) {
   std::array<char, 17> text{};
   std::snprintf(text.data(), text.size(), "%02llX", static_cast<unsigned long long>(value));

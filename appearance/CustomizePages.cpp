@@ -14,7 +14,7 @@ namespace {
 
 constexpr double pressSeconds = 1.0;
 
-// By name, so that the page works where the class is not there.
+// Compared by name, so that the page works without the class.
 bool isColorCell(const platform::Object& cell) {
   return cell.objectClass().isSubclassOf("HBColorPickerTableCell");
 }

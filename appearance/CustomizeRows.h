@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-// The rows of the list "Customize" that the page works with, and the texts that it puts there.
+// The rows of the list "Customize" that the page changes, and the texts that it sets.
 namespace zentrova {
 
 inline constexpr std::string_view imageButtonRow = "backgroundImageCell";

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "appearance/ColorCodec.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/DeviceTraits.h"
 #include "platform/foundation/objects/MutableDictionary.h"
 #include "platform/foundation/objects/Process.h"
@@ -28,15 +28,13 @@ constexpr double swatchSide = 29.0;
 constexpr double ringWidth = 1.2;
 
 std::string preferenceFile() {
-  return HBPreferences::filePathForIdentifier(std::string(preferencesDomain));
+  return HBPreferences::filePathForIdentifier(preferencesDomain);
 }
 
 std::shared_ptr<UIColorPickerViewController> makePicker() {
   const auto& process = platform::Process::current();
   if (!process.service<platform::DeviceTraits>().systemVersion.isAtLeast(14)) return nullptr;
-  const auto* found = platform::Process::current().classes().find("UIColorPickerViewController");
-  if (found == nullptr) return nullptr;
-  return std::dynamic_pointer_cast<UIColorPickerViewController>(found->makeInstance());
+  return platform::makeNamed<UIColorPickerViewController>("UIColorPickerViewController");
 }
 
 }  // namespace
@@ -146,7 +144,7 @@ void HBColorPickerTableCell::openColorPicker() {
   page->presentViewController(picker, true);
 }
 
-// A value with a suffix is not looked at.
+// A value with a suffix is ignored.
 std::shared_ptr<UIColor> HBColorPickerTableCell::startColor() const {
   const Value stored = storedValue();
   const auto text = stored.text();
@@ -168,12 +166,12 @@ void HBColorPickerTableCell::storeColor(const std::shared_ptr<UIColor>& color) {
   auto content = platform::dictionaryWithContentsOfFile(preferenceFile());
   platform::MutableDictionary file(std::move(content).value_or(platform::Dictionary()));
   file.setValueForKey(hexStringFromColor(color), _hbcp_key());
-  // A failed write is not reported: the swatch shows what is in the file.
-  file.writeToFileAtomically(preferenceFile());
+  // A failed write is not reported: the swatch shows the colour that is in the file.
+  platform::writeToFileAtomically(file, preferenceFile());
   updatePreview();
 }
 
-// --- Colours as texts ---
+// --- Colour value strings ---
 
 std::shared_ptr<UIColor> HBColorPickerTableCell::colorWithHexString(
     const std::optional<std::string>& text) const {

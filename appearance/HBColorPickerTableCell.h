@@ -15,13 +15,13 @@ class ClassRegistry;
 
 namespace zentrova {
 
-// A row that shows and edits one colour: its title, and a round swatch as the accessory; a tap
-// opens the platform's colour picker. The cell reads the preference file itself each time that it
-// shows a colour or opens the picker, and writes it itself on every choice; it shares no store with
-// the page around it, so that either overwrites what the other has not seen.
+// A row that shows and edits one colour: a title, and a round swatch as the accessory. A tap opens
+// the platform's colour picker. The cell reads the preference file whenever it shows a colour or
+// opens the picker, and writes it on every choice. It does not use the page's store, so that cell
+// and page overwrite each other's changes.
 //
-// Of the specifier it reads "title", "key" and "default", a colour value string that is shown while
-// the file holds none. A stored value that is no text shows as transparent.
+// It reads "title", "key" and "default" of the specifier. The default is a colour value string,
+// shown while nothing is stored. A stored value that is not a string is shown as transparent.
 // Threads: main.
 class HBColorPickerTableCell : public platform::PSTableCell,
                                public platform::UIColorPickerViewControllerDelegate {
@@ -37,41 +37,42 @@ class HBColorPickerTableCell : public platform::PSTableCell,
 
   const std::shared_ptr<platform::UILabel>& headerLabel() const noexcept { return _headerLabel; }
   void setHeaderLabel(std::shared_ptr<platform::UILabel> label);
-  // The swatch; made anew by each updatePreview, empty before the first.
+  // The swatch. Every updatePreview makes a new one; empty before the first.
   const std::shared_ptr<platform::UIView>& colorPreview() const noexcept { return _colorPreview; }
   void setColorPreview(std::shared_ptr<platform::UIView> view);
-  // The accent of title, swatch and picker.
+  // The tint of title, swatch and picker.
   const std::shared_ptr<platform::UIColor>& tintColour() const noexcept { return _tintColour; }
   void setTintColour(std::shared_ptr<platform::UIColor> color);
 
-  // A tap sends openColorPicker to the cell itself.
+  // A tap sends openColorPicker to the cell.
   std::shared_ptr<platform::Object> target() override;
   std::optional<std::string> action() override;
   std::shared_ptr<platform::Object> cellTarget() override;
   std::optional<std::string> cellAction() override;
 
-  // Presents the picker over the page that holds the cell; nothing before system version 14.0, or
-  // outside of a page. It starts at the stored colour, and at black where there is none or where
-  // the stored text has a ":", as the reset value has.
+  // Presents the picker over the page that contains the cell. Does nothing before system version
+  // 14.0 or outside of a page. The picker starts at the stored colour, or at black if there is none
+  // or if the stored string contains ":", like the reset value.
   void openColorPicker();
 
-  // Shows what is in the file now. Both do the same.
+  // Show the colour that is in the file now. Both do the same.
   void _updateValue();
   void updatePreview();
   // The specifier's "key".
   platform::Value _hbcp_key() const;
   void didMoveToSuperview() override;
 
-  // Both store the picker's colour and show it: a value is written at each choice, and once more
-  // when the picker closes, even if nothing was chosen. A file that cannot be read is begun anew; a
-  // failed write is not reported, and leaves the old file and its colour. A row without "key"
-  // raises NSInvalidArgumentException.
+  // Both store the picker's colour and show it: on each choice, and again when the picker closes,
+  // even if nothing was chosen. A file that cannot be read is replaced by a new one. A failed write
+  // is not reported and leaves the old file and its colour. A row without "key" raises
+  // NSInvalidArgumentException.
   void colorPickerViewControllerDidSelectColor(
       const std::shared_ptr<platform::UIColorPickerViewController>& picker) override;
   void colorPickerViewControllerDidFinish(
       const std::shared_ptr<platform::UIColorPickerViewController>& picker) override;
 
-  // The codec of colour value strings. No text is transparent; no colour is written as that.
+  // Convert colour value strings. No string reads as transparent; no colour is written as
+  // transparent.
   std::shared_ptr<platform::UIColor> colorWithHexString(
       const std::optional<std::string>& text) const;
   std::string hexStringFromColor(const std::shared_ptr<platform::UIColor>& color) const;

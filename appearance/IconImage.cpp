@@ -17,7 +17,7 @@ namespace {
 constexpr float bigSide = 40.0F;
 constexpr float smallSide = 29.0F;
 
-// In single precision: in double, four fifths of 40 would be a little more than 32, and 33 here.
+// In single precision: in double, four fifths of 40 are slightly more than 32, which gives 33.
 double glyphSide(float side) {
   constexpr float share = 0.8F;
   return static_cast<double>(std::ceil(side * share));

@@ -1,4 +1,4 @@
-// What the customize page does with the background image.
+// The background image of the customize page.
 
 #include <string>
 #include <utility>
@@ -6,7 +6,7 @@
 #include "appearance/BackgroundImage.h"
 #include "appearance/CustomizeRows.h"
 #include "appearance/ZVRCustomizeListController.h"
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/scheduling/Scheduler.h"
 #include "platform/uikit/controllers/UIAlertController.h"
@@ -47,7 +47,7 @@ std::shared_ptr<UIAlertAction> choice(const char* title, std::function<void()> r
       [run = std::move(run)](const std::shared_ptr<UIAlertAction>&) { run(); });
 }
 
-// Says that the picture is being worked on: the indicator lies below what dims the view.
+// Shows that the picture is being processed. The indicator is below the view that dims the picker.
 void showBusy(const std::shared_ptr<UIView>& view) {
   const auto dimming = platform::makeWithFrame<UIView>(view->frame());
   dimming->setBackgroundColor(platform::UIColor::blackColor());
@@ -140,12 +140,12 @@ void ZVRCustomizeListController::openImagePicker() {
   presentViewController(picker, true);
 }
 
-// --- The picture that was chosen ---
+// --- The chosen picture ---
 
 void ZVRCustomizeListController::didFinishPickingMediaWithInfo(
     const std::shared_ptr<UIImagePickerController>& picker, const platform::Dictionary& info) {
   if (picker) showBusy(picker->view());
-  // Page and picker go on to the main queue with the work, so that neither ends in the background.
+  // Page and picker move on to the main queue, so that neither is destroyed in the background.
   scheduler().asyncGlobal([page = self<ZVRCustomizeListController>(),
                            shown = std::shared_ptr<UIViewController>(picker), info]() mutable {
     page->storePicture(info.valueForKey("UIImagePickerControllerOriginalImage"));

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "appearance/CustomizePages.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 
 namespace zentrova {
 
@@ -31,7 +31,7 @@ platform::PSSpecifiers ZVRCustomizeColorListViewController::specifiers() {
 
 void ZVRCustomizeColorListViewController::viewDidLoad() {
   HBRootListController::viewDidLoad();
-  setPreferences(HBPreferences::preferencesForIdentifier(std::string(preferencesDomain)));
+  setPreferences(HBPreferences::preferencesForIdentifier(preferencesDomain));
   showLargeTitle(*this);
   addLongPress(self<HBRootListController>());
 }

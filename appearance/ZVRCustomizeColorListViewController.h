@@ -12,10 +12,9 @@ class ClassRegistry;
 
 namespace zentrova {
 
-// A list of colours: those for both appearances (style 0), for the light one (1) or for the dark
-// one (2). The colour rows write the preference file themselves; a reset goes through the page's
-// store, which is as old as the page: a colour picked before it on this page is lost.
-// Threads: main.
+// A list of colours for both appearances (style 0), the light one (1) or the dark one (2). The
+// colour rows write the preference file themselves. A reset goes through the page's store, which
+// was loaded with the page, so it loses the colours picked on this page before. Threads: main.
 class ZVRCustomizeColorListViewController : public HBRootListController {
   PLATFORM_CLASS(ZVRCustomizeColorListViewController)
 
@@ -25,13 +24,13 @@ class ZVRCustomizeColorListViewController : public HBRootListController {
   virtual bool initWithStyle(std::int64_t style);
 
   std::int64_t style() const noexcept { return _style; }
-  // Has an effect as long as the rows have not been asked for.
+  // Has no effect once the rows are loaded.
   void setStyle(std::int64_t style) { _style = style; }
 
-  // The rows of the style's list; an empty pointer for any other style.
+  // The rows of the style's list; an empty pointer for an unknown style.
   platform::PSSpecifiers specifiers() override;
   void viewDidLoad() override;
-  // Resets the colour that is pressed.
+  // Resets the pressed colour.
   void handleLongPress(const std::shared_ptr<platform::UILongPressGestureRecognizer>& press);
 
  private:

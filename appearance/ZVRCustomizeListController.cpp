@@ -6,7 +6,7 @@
 
 #include "appearance/CustomizePages.h"
 #include "appearance/CustomizeRows.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "platform/uikit/drawing/UIDevice.h"
@@ -21,8 +21,8 @@ namespace {
 
 constexpr std::string_view colorListClass = "ZVRCustomizeColorListViewController";
 
-// A toggle takes a quarter of what margins and gaps leave of the screen's width; the size is stored
-// as what is missing to that. A tablet has room for the standard one.
+// A toggle takes a quarter of the screen's width without margins and gaps. The setting is the
+// difference between the standard size and that. A tablet has room for the standard size.
 double toggleOffset(bool isInset) {
   constexpr double margins = 40.0;
   constexpr double insetMargins = 25.0;
@@ -40,7 +40,7 @@ double toggleOffset(bool isInset) {
 PSSpecifiers ZVRCustomizeListController::specifiers() {
   if (auto kept = keptSpecifiers()) return kept;
   PSSpecifierList rows = *loadSpecifiersFromPlistName("Customize", shared_from_this());
-  setPreferences(HBPreferences::preferencesForIdentifier(std::string(preferencesDomain)));
+  setPreferences(HBPreferences::preferencesForIdentifier(preferencesDomain));
   if (storedImage()) {
     const auto row = std::ranges::find_if(
         rows, [](const auto& each) { return each->identifier() == imageButtonRow; });
@@ -77,10 +77,9 @@ void ZVRCustomizeListController::showDarkColors() {
 }
 
 void ZVRCustomizeListController::showColors(int style) {
-  const auto* found = platform::Process::current().classes().find(colorListClass);
-  if (found == nullptr) return;
-  const auto list = found->allocateAs<UIViewController>();
-  if (!list || !list->perform("initWithStyle:", {style}).boolValue()) return;
+  const auto list =
+      platform::makeNamed<platform::UIViewController>(colorListClass, "initWithStyle:", {style});
+  if (!list) return;
   if (const auto navigation = navigationController()) navigation->pushViewController(list, true);
 }
 

@@ -13,10 +13,10 @@ class ClassRegistry;
 
 namespace zentrova {
 
-// The page where the user sets the look of the control centre: the way to three lists of colours,
-// the background image, and the size of the toggles. The page makes its store anew each time that
-// its rows are built; what others have written to the file since is lost at its next write.
-// Threads: main; a picture that was chosen is encoded and stored in the background.
+// The page where the user sets the look of the control centre: it leads to three lists of colours
+// and sets the background image and the size of the toggles. The page makes a new store whenever
+// its rows are built; its next write loses what others have written to the file since.
+// Threads: main. A chosen picture is encoded and stored in the background.
 class ZVRCustomizeListController : public HBRootListController,
                                    public platform::UIImagePickerControllerDelegate {
   PLATFORM_CLASS(ZVRCustomizeListController)
@@ -26,29 +26,29 @@ class ZVRCustomizeListController : public HBRootListController,
 
   platform::PSSpecifiers specifiers() override;
   void viewDidLoad() override;
-  // Resets the colour that is pressed, should the list hold one.
+  // Resets the pressed colour, if the list has colour rows.
   void handleLongPress(const std::shared_ptr<platform::UILongPressGestureRecognizer>& press);
-  // The row "backgroundImageTextCell" gets the stored image as its accessory, of the size that the
-  // cell has just then; what is stored and is no image gives an empty one.
+  // Sets the stored image as the accessory of the row "backgroundImageTextCell", sized after the
+  // cell. A stored value that is not an image gives an empty accessory.
   std::shared_ptr<platform::UITableViewCell> cellForRowAtIndexPath(
       const std::shared_ptr<platform::UITableView>& tableView,
       platform::IndexPath indexPath) override;
 
-  // Each opens a list of colours; nothing without a navigation controller around the page.
+  // Open a list of colours. Do nothing without a navigation controller.
   void showGlobalColors();
   void showLightColors();
   void showDarkColors();
 
-  // Hands the size that makes the toggles as wide as the screen has room for to the store, and
-  // shows the rows anew. The store takes no floats: it raises NSInvalidArgumentException,
+  // Computes the widest toggle size for the screen, sends it to the store as "setFloat:forKey:" and
+  // reloads the rows. The store does not have that operation: it raises NSInvalidArgumentException,
   // "-[HBPreferences setFloat:forKey:]: unrecognized selector sent to instance", and nothing is
   // stored.
   void restoreToggleSize();
 
-  // Opens the image picker; asks first where an image is stored, which can be cleared then.
+  // Opens the image picker. If an image is stored, asks first whether to change or clear it.
   void backgroundViewButtonPressed();
-  // Dims the picker, encodes and stores the picture in the background, then shows it and takes the
-  // picker away. A picture that cannot be encoded leaves what is stored.
+  // Dims the picker, encodes and stores the picture in the background, then shows it and dismisses
+  // the picker. If the picture cannot be encoded, the stored one is kept.
   void didFinishPickingMediaWithInfo(
       const std::shared_ptr<platform::UIImagePickerController>& picker,
       const platform::Dictionary& info) override;

@@ -18,8 +18,9 @@
 #include "platform/foundation/values/Collections.h"
 #include "settings/application/Application.h"
 #include "settings/application/SettingsProcess.h"
+#include "settings/device/DevicePaths.h"
 #include "settings/device/DeviceTree.h"
-#include "settings/device/InstalledModules.h"
+#include "settings/device/ProgramFolder.h"
 #include "settings/device/TreeWriter.h"
 #include "settings/neighbours/ModuleIndex.h"
 #include "settings/scripting/TreeQuery.h"
@@ -55,9 +56,7 @@ class Device {
     fs::remove_all(_root / settings::systemModulesPath.substr(1));
     fs::remove_all(_root / settings::addedModulesPath.substr(1));
     settings::TreeWriter writer(_root);
-    const std::string icon =
-        encodePng(settings::makeIcon(87, {0, 122, 255}, settings::Glyph::circle));
-    for (int number = 0; number < modules; ++number) addModule(writer, number, icon);
+    for (int number = 0; number < modules; ++number) addModule(writer, number);
     check(!writer.failed(), writer.problem());
   }
   ~Device() { fs::remove_all(_root); }
@@ -67,14 +66,16 @@ class Device {
   std::string root() const { return _root.string(); }
 
  private:
-  static void addModule(settings::TreeWriter& writer, int number, const std::string& icon) {
+  static void addModule(settings::TreeWriter& writer, int number) {
     const std::string path =
         std::string(settings::addedModulesPath) + "/Module" + std::to_string(number) + ".bundle";
     writer.propertyList(path + "/Info.plist",
                         Dictionary{{"CFBundleDisplayName", "Module " + std::to_string(number)},
                                    {"CFBundleIdentifier", identifierOf(number)},
                                    {"CFBundlePackageType", "BNDL"}});
-    writer.file(path + "/icon.png", icon);
+    writer.copy(path + "/icon.png",
+                settings::sharedFolder("sample/device/System/Library/ControlCenter/Bundles/"
+                                       "ScreenRecordingModule.bundle/icon.png"));
   }
 
   fs::path _root;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyListBinary.h"
 
 namespace benchmarks {
 namespace {

@@ -64,7 +64,7 @@ void storeCycle(bool value) {
   platform::MutableDictionary store(std::move(*loaded));
   loaded.reset();
   store.setValueForKey(platform::Value(value), "tapped");
-  check(store.writeToFileAtomically(devicePath), "the file cannot be written");
+  check(platform::writeToFileAtomically(store, devicePath), "the file cannot be written");
 }
 
 // The least that any program does for it: read, write aside, fdatasync, rename.

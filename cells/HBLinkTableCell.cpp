@@ -3,8 +3,9 @@
 #include <utility>
 
 #include "cells/SpecifierProperties.h"
-#include "platform/foundation/log/Log.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/log/LogFormat.h"
+#include "platform/foundation/objects/ClassBuilder.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/scheduling/Scheduler.h"
 #include "platform/foundation/text/SourceFile.h"
@@ -24,7 +25,7 @@ using platform::Value;
 
 namespace {
 
-// The colour levels are those of single precision.
+// The levels have single precision.
 constexpr double tileLevel = 0.9F;
 constexpr double initialsTileLevel = 0.7F;
 constexpr double initialsFontSize = 13.0;
@@ -38,7 +39,7 @@ platform::Scheduler& scheduler() {
   return platform::Process::current().service<platform::Scheduler>();
 }
 
-// Of the process: all cells take their turns on it.
+// The process has one queue, which all cells share.
 struct LoadIconQueue {
   std::shared_ptr<platform::SerialQueue> queue =
       scheduler().makeSerialQueue(HBLinkTableCell::loadIconQueueLabel);
@@ -100,7 +101,7 @@ void HBLinkTableCell::addIcon() {
   shapeTile(side);
 }
 
-// Lies over the standard image view, which the placeholder gives its size.
+// The tile covers the standard image view, which has the size of the placeholder.
 void HBLinkTableCell::addTile() {
   _iconView = platform::makeWithFrame<UIView>(imageView()->bounds());
   _iconView->setAutoresizingMask(flexibleSize);
@@ -171,14 +172,14 @@ void HBLinkTableCell::setIconImage(const std::shared_ptr<UIImage>& image) {
 void HBLinkTableCell::loadIconIfNeeded() {
   if (!iconURL() || iconImage()) return;
   auto& queue = *platform::Process::current().once<LoadIconQueue>().queue;
-  // The traits of the device belong to the main thread.
+  // The device's traits may be read on the main thread only.
   queue.async([cell = self<HBLinkTableCell>(),
                version = platform::UIDevice::currentDevice()->systemVersion()] {
     cell->requestIcon(version);
   });
 }
 
-// The task is dropped and never resumed: it stays suspended until somebody else starts it.
+// The task is never resumed here: it stays suspended until somebody else starts it.
 void HBLinkTableCell::requestIcon(const std::string& systemVersion) {
   const auto request = platform::NSMutableURLRequest::requestWithURL(iconURL().as<NSURL>());
   request->setValue(platform::formatString("Peglol/%s iOS/%@", {frameworkVersion, systemVersion}),
@@ -189,7 +190,7 @@ void HBLinkTableCell::requestIcon(const std::string& systemVersion) {
       });
 }
 
-// On the session's callback queue.
+// Called on the session's callback queue.
 void HBLinkTableCell::iconRequestDidEnd(const URLAnswer& answer) {
   const auto response = std::dynamic_pointer_cast<platform::NSHTTPURLResponse>(answer.response);
   const std::int64_t status = response ? response->statusCode() : 0;
@@ -236,14 +237,10 @@ void HBLinkTableCell::registerClass(platform::ClassRegistry& registry) {
           .operation("iconLoadDidFailWithResponse:error:", &Cell::iconLoadDidFailWithResponse)
           .property("iconImage", &Cell::iconImage, &Cell::setIconImage)
           .property("iconURL", &Cell::iconURL, &Cell::setIconURL)
-          .key("isBig", &Cell::isBig)
-          .operation("isBig", &Cell::isBig)
-          .key("isIconCircular", &Cell::isIconCircular)
-          .operation("isIconCircular", &Cell::isIconCircular)
-          .key("iconView", &Cell::iconView)
-          .operation("iconView", &Cell::iconView)
-          .key("iconImageView", &Cell::iconImageView)
-          .operation("iconImageView", &Cell::iconImageView)
+          .property("isBig", &Cell::isBig)
+          .property("isIconCircular", &Cell::isIconCircular)
+          .property("iconView", &Cell::iconView)
+          .property("iconImageView", &Cell::iconImageView)
           .build());
 }
 

@@ -13,17 +13,16 @@
 
 namespace zentrova {
 
-// A row that stands for a web link: a title, a subtitle under it, the symbol "safari" behind them
-// and, where the row asks for one, a square icon in front: an image that is fetched, or a grey tile
-// with initials. Everything comes from the specifier's properties: "big", "iconURL", "subtitle",
-// "initials", "iconCircular", "iconCornerRadius", "showIcon", "showAvatar". A value of another kind
-// than the property takes counts as absent, but for "iconURL", which is kept as it is. The cell
-// does not react to a tap.
+// A row for a web link: a title, a subtitle below it, the symbol "safari" as the accessory and
+// optionally a square icon in front, which is a downloaded image or a grey tile with initials. All
+// of it comes from the specifier's properties: "big", "iconURL", "subtitle", "initials",
+// "iconCircular", "iconCornerRadius", "showIcon", "showAvatar". A value of the wrong type counts as
+// absent, except for "iconURL", which is kept unchanged. The cell does not react to taps.
 //
-// The request for the icon is made and never started, so that the icon appears only where somebody
-// else hands the task an answer.
+// The request for the icon is created but never started. The icon appears only if the task gets an
+// answer from elsewhere.
 //
-// Threads: main, but for iconLoadDidFailWithResponse and iconURL.
+// Threads: main, except for iconLoadDidFailWithResponse and iconURL.
 class HBLinkTableCell : public HBTintedTableCell {
   PLATFORM_CLASS(HBLinkTableCell)
 
@@ -31,39 +30,38 @@ class HBLinkTableCell : public HBTintedTableCell {
   static void registerClass(platform::ClassRegistry& registry);
 
   using HBTintedTableCell::initWithStyle;
-  // The style is always the one with a subtitle, whatever is asked for. Where the row shows an
-  // icon, writes a transparent image of the icon's size under the specifier's "iconImage", which
-  // reserves the place and stays there.
+  // Ignores the style: it is always the one with a subtitle. If the row shows an icon, sets the
+  // specifier's "iconImage" to a transparent image of the icon's size, which reserves the space.
   bool initWithStyle(platform::UITableViewCellStyle style,
                      const std::optional<std::string>& reuseIdentifier,
                      const std::shared_ptr<platform::PSSpecifier>& specifier) override;
 
-  // Whether the row asks for an icon: by "showIcon" or "showAvatar" that is true, or by an
-  // "iconURL" or "initials" that is there at all. A false "showIcon" hides nothing.
+  // Whether the row shows an icon: "showIcon" or "showAvatar" is true, or there is an "iconURL" or
+  // "initials". A false "showIcon" does not hide the icon.
   virtual bool shouldShowIcon();
-  // Makes the request for the icon on the queue for loading icons; nothing where there is no
-  // address or an image is shown already. The cell lives until the request was made.
+  // Creates the request for the icon on the queue that loads icons. Does nothing if there is no
+  // address or if an image is shown already. The cell stays alive until the request is created.
   virtual void loadIconIfNeeded();
-  // For subclasses: the icon could not be fetched. Called on the session's callback queue, but on
-  // the main queue where the answer was fine and its data no image. Here it does nothing.
+  // For subclasses; does nothing here. Called when the icon could not be loaded: on the session's
+  // callback queue, or on the main queue if the answer was good but its data is not an image.
   virtual void iconLoadDidFailWithResponse(const std::shared_ptr<platform::NSURLResponse>& response,
                                            const std::shared_ptr<platform::NSError>& error);
 
-  // The image in iconImageView. Without that view none, and setting does nothing. The first image
-  // fades in, a later one replaces it at once.
+  // The image in iconImageView. Empty without that view; setting it then does nothing. The first
+  // image fades in; later ones replace it at once.
   std::shared_ptr<platform::UIImage> iconImage() const;
   virtual void setIconImage(const std::shared_ptr<platform::UIImage>& image);
 
   bool isBig() const noexcept { return _isBig; }
-  // False for every cell: a round icon comes from the property alone.
+  // False for every cell; only the specifier's property makes an icon round.
   bool isIconCircular() const noexcept { return _isIconCircular; }
-  // The tile; empty where the row shows no icon.
+  // The tile; empty if the row shows no icon.
   const std::shared_ptr<platform::UIView>& iconView() const noexcept { return _iconView; }
-  // Empty where the tile shows initials or the row shows no icon.
+  // Empty if the tile shows initials or the row shows no icon.
   const std::shared_ptr<platform::UIImageView>& iconImageView() const noexcept {
     return _iconImageView;
   }
-  // An NSURL, none, or what the row had there of another kind. Threads: any.
+  // An NSURL, none, or the row's value if it has another type. Threads: any.
   platform::Value iconURL() const;
   void setIconURL(const platform::Value& url);
 

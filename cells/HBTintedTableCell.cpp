@@ -1,6 +1,6 @@
 #include "cells/HBTintedTableCell.h"
 
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 
 namespace zentrova {
 

@@ -10,15 +10,15 @@ class ClassRegistry;
 
 namespace zentrova {
 
-// A cell whose title has the tint colour that the cell inherits from the page around it, also while
-// the row is highlighted. Subtitle and accessory keep their colours. Threads: main.
+// A cell whose title has the tint colour that the cell inherits from its page, also while the row
+// is highlighted. Subtitle and accessory keep their colours. Threads: main.
 class HBTintedTableCell : public platform::PSTableCell {
   PLATFORM_CLASS(HBTintedTableCell)
 
  public:
   static void registerClass(platform::ClassRegistry& registry);
 
-  // Each runs the base class's version first, so that nothing it sets undoes the tint.
+  // Both call the base class first, so that it cannot overwrite the tint.
   void tintColorDidChange() override;
   void refreshCellContentsWithSpecifier(
       const std::shared_ptr<platform::PSSpecifier>& specifier) override;

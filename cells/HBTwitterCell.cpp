@@ -2,7 +2,7 @@
 
 #include "cells/SpecifierProperties.h"
 #include "platform/foundation/network/NSURLComponents.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/NSAssertionHandler.h"
 #include "platform/foundation/objects/NSString.h"
 #include "platform/foundation/text/SourceFile.h"

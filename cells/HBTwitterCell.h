@@ -12,26 +12,26 @@ class NSURL;
 
 namespace zentrova {
 
-// A person's profile: "user" is the name, without "@", and "userID" the number, both texts. Writes
-// the profile's address under the specifier's "url", for whoever handles a tap, and "iconCircular"
-// where the row does not say whether its icon is round. Rows are written with "user": one with
-// "userID" alone has an address and cannot be shown. Threads: main.
+// A person's profile: "user" is the name, without "@", and "userID" the number, both strings. Sets
+// the specifier's "url" to the profile's address, for the code that handles taps, and sets
+// "iconCircular" if the row does not have it. A row needs "user"; one with "userID" alone has an
+// address but cannot be shown. Threads: main.
 class HBTwitterCell : public HBLinkTableCell {
   PLATFORM_CLASS(HBTwitterCell)
 
  public:
   static void registerClass(platform::ClassRegistry& registry);
 
-  // The address of a profile, by the name where it is given, else by the id. Without either the
-  // current assertion handler is told, and the standard one raises
-  // NSInternalInconsistencyException. Sent to the cell's own class, so that a subclass may give
-  // other addresses. A name that has no UTF-8 form raises NSInvalidArgumentException.
+  // The address of a profile, by name if there is one, otherwise by id. With neither, the assertion
+  // fails: the standard handler raises NSInternalInconsistencyException. Sent to the cell's own
+  // class, so that subclasses can return other addresses. A name without a UTF-8 form raises
+  // NSInvalidArgumentException.
   static std::shared_ptr<platform::NSURL> _urlForUsername(
       const std::optional<std::string>& username, const std::optional<std::string>& userID);
 
   using HBLinkTableCell::initWithStyle;
-  // Raises what _urlForUsername raises. With "userID" alone raises NSInvalidArgumentException,
-  // since there is no name for the subtitle, after the properties have been written.
+  // Raises what _urlForUsername raises. With "userID" alone there is no name for the subtitle: this
+  // raises NSInvalidArgumentException after the properties have been set.
   bool initWithStyle(platform::UITableViewCellStyle style,
                      const std::optional<std::string>& reuseIdentifier,
                      const std::shared_ptr<platform::PSSpecifier>& specifier) override;

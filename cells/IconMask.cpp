@@ -9,9 +9,9 @@
 namespace zentrova {
 namespace {
 
-// Main thread only, so it has no lock.
+// Used on the main thread only, so it needs no lock.
 struct IconMaskCache {
-  std::map<double, std::shared_ptr<platform::UIImage>> masks;  // by the side
+  std::map<double, std::shared_ptr<platform::UIImage>> masks;  // by side
 };
 
 }  // namespace

@@ -5,15 +5,15 @@
 
 #include "platform/preferences/PSSpecifier.h"
 
-// How the cells read a row's properties: without a specifier each is absent, and a value of a kind
-// that the property does not take counts as absent too.
+// Read a row's properties for a cell. Without a specifier every property is absent, and so is a
+// value of the wrong type.
 namespace zentrova {
 
 platform::Value propertyOf(const std::shared_ptr<platform::PSSpecifier>& specifier,
                            const char* key);
-// What a number or a text says; false for any other kind.
+// The truth of a number or a string; false for any other type.
 bool isTrue(const platform::Value& value);
-// The same as a real; none for any other kind.
+// A number or a string as a real; nothing for any other type.
 std::optional<double> realOf(const platform::Value& value);
 
 }  // namespace zentrova

@@ -49,6 +49,23 @@ function(zentrova_folder name)
   endif()
 endfunction()
 
+# zentrova_shared_folder(NAME FOLDER): copies the folder to where programs look for their data,
+# bin/../share/NAME, as the target settings_NAME. What is gone from the folder goes there too.
+function(zentrova_shared_folder name folder)
+  set(shared ${CMAKE_BINARY_DIR}/share/${name})
+  file(GLOB_RECURSE files CONFIGURE_DEPENDS ${folder}/*)
+  string(MD5 names "${files}")
+  add_custom_command(OUTPUT ${shared}.copied
+    COMMAND ${CMAKE_COMMAND} -E rm -rf ${shared}
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${folder} ${shared}
+    COMMAND ${CMAKE_COMMAND} -E echo ${names} > ${shared}.copied
+    DEPENDS ${files})
+  add_custom_target(settings_${name} ALL)
+  if(files)
+    target_sources(settings_${name} PRIVATE ${shared}.copied)
+  endif()
+endfunction()
+
 # zentrova_test(NAME library...): the *Test.cpp of this folder and of the rooms in it as one program.
 function(zentrova_test name)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*Test.cpp)

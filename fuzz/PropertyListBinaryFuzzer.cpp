@@ -7,6 +7,7 @@
 #include "fuzz/FuzzChecks.h"
 #include "fuzz/PropertyListChecks.h"
 #include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyListBinary.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using fuzzing::require;

@@ -9,6 +9,7 @@
 #include "fuzz/FuzzChecks.h"
 #include "fuzz/PropertyListChecks.h"
 #include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyListBinary.h"
 
 namespace {
 

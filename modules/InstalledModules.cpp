@@ -18,17 +18,13 @@ bool systemIsAtLeast(int major) {
   return Process::current().service<platform::DeviceTraits>().systemVersion.isAtLeast(major, 0);
 }
 
-const platform::Class* classNamed(std::string_view name) {
-  return Process::current().classes().find(name);
-}
-
-// A message to none answers none.
+// A message to none returns none.
 Value send(const Value& receiver, std::string_view selector) {
   const auto object = receiver.asObject();
   return object ? object->perform(selector) : Value();
 }
 
-// The elements of a list, or of a set by its "allObjects"; none of anything else.
+// The elements of an array, or of a set through its "allObjects"; no elements for other values.
 MutableList elementsOf(const Value& collection) {
   if (collection.asArray()) return *mutableListOf(collection);
   return mutableListOf(send(collection, "allObjects")).value_or(MutableList());
@@ -38,8 +34,8 @@ MutableList elementsOf(const Value& collection) {
 
 std::optional<MutableList> usableModuleIdentifiers() {
   if (!systemIsAtLeast(15)) return std::nullopt;
-  const auto* const repositories = classNamed("CCSModuleRepository");
-  const auto* const owner = classNamed("ZVModuleRepository");
+  const auto* const repositories = platform::NSClassFromString("CCSModuleRepository");
+  const auto* const owner = platform::NSClassFromString("ZVModuleRepository");
   if (!repositories || !owner) return MutableList();
   auto identifiers = elementsOf(
       send(repositories->perform("repositoryWithDefaults"), "loadableModuleIdentifiers"));
@@ -49,10 +45,8 @@ std::optional<MutableList> usableModuleIdentifiers() {
 }
 
 Value moduleDescriptions() {
-  const auto* const settings = classNamed(systemIsAtLeast(14) ? "CCUISettingsListController"
-                                                              : "CCUISettingsModulesController");
-  if (!settings) return {};
-  const auto controller = settings->makeInstance();
+  const auto controller = platform::makeNamed<platform::Object>(
+      systemIsAtLeast(14) ? "CCUISettingsListController" : "CCUISettingsModulesController");
   return controller ? controller->valueForKey("_identifiersToDescriptions") : Value();
 }
 

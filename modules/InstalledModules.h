@@ -10,18 +10,18 @@
 
 namespace zentrova {
 
-// What the neighbours know of the installed Control Center modules. Their classes are looked up by
-// name at every call, so that the bundle works, with empty answers, whether or not they are there.
+// The installed Control Center modules, as the neighbours report them. The neighbours' classes are
+// looked up by name on every call, so that the bundle works, with empty results, without them.
 
-// The identifiers of all loadable modules but the forbidden ones, in the repository's order. Empty
-// where either class is absent; nothing before system version 15.0.
+// The identifiers of all loadable modules except the forbidden ones, in the repository's order.
+// An empty list if either class is missing; nothing before system version 15.0.
 std::optional<MutableList> usableModuleIdentifiers();
 
-// The system's map from module identifier to description; none where there is no such class. The
-// class has another name before system version 14.0.
+// The system's map from module identifier to description. None if the class is missing. The class
+// has another name before system version 14.0.
 platform::Value moduleDescriptions();
 
-// What a description object answers; nothing for what is no such object.
+// The name and the icon of a description object; nothing for any other value.
 std::optional<std::string> displayNameOf(const platform::Value& description);
 std::shared_ptr<platform::UIImage> iconImageOf(const platform::Value& description);
 

@@ -12,8 +12,8 @@
 
 namespace zentrova {
 
-// Answers "is it in there" for one query over a collection: building it costs one walk, so that a
-// query over many modules stays linear.
+// A set of values for a query over a collection. It is built in one pass, so that a query over many
+// modules stays linear.
 class Membership {
  public:
   explicit Membership(std::span<const platform::Value> members);
@@ -29,7 +29,7 @@ class Membership {
   };
 
   std::unordered_set<std::string, TextHash, std::equal_to<>> _texts;
-  std::vector<platform::Value> _others;  // what is no text, which a damaged file may hold
+  std::vector<platform::Value> _others;  // not strings; a damaged file may hold them
 };
 
 }  // namespace zentrova

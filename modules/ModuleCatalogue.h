@@ -9,15 +9,15 @@
 
 namespace zentrova {
 
-// One of the product's own modules, as it is stored and as it is shown.
+// One of the product's own modules: its stored identifier and how it is shown.
 struct CatalogueEntry {
   std::string_view identifier;
   std::string_view displayName;
   bool hasSettings;
 };
 
-// The pinned entry: connectivity and grouped toggles, which are placed, ordered and stored
-// together, as one string that joins the two with a comma.
+// The pinned entry: connectivity and grouped toggles. They are placed, ordered and stored together,
+// as one string that joins the two with a comma.
 inline constexpr std::string_view connectivityEntry =
     "com.hollowmere.ZentrovaModule.ConnectivityModule,"
     "com.hollowmere.ZentrovaModule.GroupedTogglesModule";
@@ -28,13 +28,14 @@ inline constexpr std::string_view audioSliderEntry =
 inline constexpr std::string_view mediaEntry = "com.hollowmere.ZentrovaModule.MediaModule";
 inline constexpr std::string_view powerEntry = "com.hollowmere.ZentrovaModule.PowerModule";
 
-// The five entries in their fixed order, which is that of the disabled list. Lives for ever.
+// The five entries in their fixed order, the order of the disabled list. Has static lifetime.
 std::span<const CatalogueEntry> moduleCatalogue() noexcept;
 
-// The entry of that identifier, compared whole; null where there is none, or the value is no text.
+// The entry whose whole identifier is this value. Null if there is none or the value is not a
+// string.
 const CatalogueEntry* catalogueEntry(const platform::Value& identifier) noexcept;
 
-// Whether the entry can never be disabled: the one that joins two identifiers with a comma.
+// Whether the entry can never be disabled. True for identifiers joined with a comma.
 bool isPinnedEntry(const platform::Value& identifier) noexcept;
 
 }  // namespace zentrova

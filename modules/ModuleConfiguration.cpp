@@ -40,7 +40,7 @@ void addLoadedModules(const MutableList& identifiers) {
     *configuration =
         std::move(*configuration).with(identifiersKey, withAdded(*std::move(loaded), identifiers));
   }
-  // Whether the write succeeded is not looked at: the favourites are stored either way.
+  // The result is ignored: the favourites are stored either way.
   platform::writeToFileAtomically(*configuration, configurationPath);
 }
 

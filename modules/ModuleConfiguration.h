@@ -4,15 +4,15 @@
 
 namespace zentrova {
 
-// The configuration file of the Control Center support library, of which only the key
-// "module-identifiers" is of concern here. It is read anew at every call.
+// The configuration file of the Control Center support library. Only its key "module-identifiers"
+// is used. Every call rereads the file.
 
-// The modules that Control Center loads; nothing where the file or the key is missing or damaged.
+// The modules that Control Center loads. Nothing if the file or the key is missing or damaged.
 std::optional<MutableList> loadedModuleIdentifiers();
 
-// Appends those of the identifiers that the file does not list yet, in order, and writes the file
-// back with all else as it was. Never removes one. A file that is missing is not made, and a key
-// that is missing or no list stays as it is.
+// Appends the identifiers that the file does not list yet, in order, and writes the file back with
+// everything else unchanged. Never removes an identifier. Does not create a missing file, and does
+// not change a key that is missing or not an array.
 void addLoadedModules(const MutableList& identifiers);
 
 }  // namespace zentrova

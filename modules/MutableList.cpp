@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace zentrova {
 
@@ -17,7 +17,7 @@ bool isBelow(std::int64_t index, std::size_t count) {
   return index >= 0 && static_cast<std::uint64_t>(index) < count;
 }
 
-// `count` is how many places there are to choose from.
+// `count` is the number of valid places.
 std::ptrdiff_t checked(std::int64_t index, std::size_t count, const char* operation) {
   if (isBelow(index, count)) return static_cast<std::ptrdiff_t>(index);
   throw platform::Exception(std::string(platform::rangeException),

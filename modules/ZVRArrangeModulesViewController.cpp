@@ -5,7 +5,7 @@
 #include "modules/EditingPage.h"
 #include "modules/ModuleCatalogue.h"
 #include "modules/ZVRManageModuleViewController.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "platform/uikit/views/UIImageView.h"
 
@@ -20,12 +20,12 @@ namespace {
 
 constexpr std::string_view moduleConfigKey = "moduleConfig";
 
-// The power module stays disabled until the user enables it.
+// The power module is disabled until the user enables it.
 Array defaultModules() {
   return {connectivityEntry, displaySliderEntry, audioSliderEntry, mediaEntry};
 }
 
-// A chevron for a row with settings; what a reused cell still carries goes otherwise.
+// Shows a chevron if the module has settings; otherwise removes the one that a reused cell has.
 void showChevron(UITableViewCell& cell, bool hasSettings) {
   if (hasSettings) {
     cell.setEditingAccessoryView(
@@ -63,7 +63,7 @@ void ZVRArrangeModulesViewController::setPreferences(std::shared_ptr<HBPreferenc
 MutableList* ZVRArrangeModulesViewController::enabled() {
   if (!_enabledModuleIdentifiers && _preferences) {
     const Value stored = _preferences->objectForKey(moduleConfigKey, defaultModules());
-    // A stored value that is no list counts as none.
+    // A stored value that is not an array counts as missing.
     auto& list = _enabledModuleIdentifiers.emplace(
         mutableListOf(stored).value_or(defaultModules().mutableCopy()));
     if (!containsElement(list, connectivityEntry)) list.insert(list.begin(), connectivityEntry);
@@ -112,8 +112,8 @@ void ZVRArrangeModulesViewController::saveSettings() {
 
 void ZVRArrangeModulesViewController::viewDidLoad() {
   UIViewController::viewDidLoad();
-  _preferences = platform::make(&HBPreferences::initWithIdentifier, std::string(preferencesDomain));
-  // The missing letter is the product's own.
+  _preferences = platform::make(&HBPreferences::initWithIdentifier, preferencesDomain);
+  // The product shows the title with this spelling.
   prepareEditingPage(*this, "Arrage modules");
   const auto page = self<ZVRArrangeModulesViewController>();
   _tableView = makeEditingTable(page, page, SelectionDuringEditing::yes);
@@ -158,7 +158,7 @@ bool ZVRArrangeModulesViewController::canEditRowAtIndexPath(const Table&, IndexP
   return true;
 }
 
-// Every row can be dragged: what is refused goes back when the table is reloaded.
+// Every row can be dragged. A rejected move is undone when the table is reloaded.
 bool ZVRArrangeModulesViewController::canMoveRowAtIndexPath(const Table&, IndexPath) {
   return true;
 }
@@ -173,7 +173,7 @@ void ZVRArrangeModulesViewController::didSelectRowAtIndexPath(const Table& table
       platform::make(&ZVRManageModuleViewController::initWithIdentifier, entry), true);
 }
 
-// Every style but delete inserts. The pinned entry is never disabled.
+// Every style except deletion inserts. The pinned entry is never disabled.
 bool ZVRArrangeModulesViewController::changeList(UITableViewCellEditingStyle style,
                                                  std::int64_t row) {
   auto* const present = enabled();
@@ -195,7 +195,7 @@ void ZVRArrangeModulesViewController::commitEditingStyle(const Table&,
   reload();
 }
 
-// The disabled list has no order of its own to change.
+// The order of the disabled list cannot be changed.
 bool ZVRArrangeModulesViewController::moveEntry(IndexPath from, IndexPath to) {
   if (from.section == 1 && to.section == 1) return false;
   auto* const source = list(from.section);

@@ -17,13 +17,13 @@ class ClassRegistry;
 
 namespace zentrova {
 
-// The page on which the user chooses which of the product's own modules are shown and in which
-// order. Every accepted change is stored at once under "moduleConfig": the enabled entries, in
-// order. The disabled list is never stored. The pinned entry is never disabled.
+// The page where the user chooses which of the product's own modules are shown, and their order.
+// Every accepted change is stored at once under "moduleConfig": the enabled entries, in order. The
+// disabled list is never stored. The pinned entry is never disabled.
 //
-// The two lists are built on their first use and kept for the life of the page; the store is not
-// read again. Before the page has a store nothing is enabled: the enabled list is none, and the
-// disabled one holds the whole catalogue.
+// Both lists are built on first use and kept for the life of the page; the store is not read again.
+// Until the page has a store, the enabled list is none and the disabled list holds the whole
+// catalogue.
 //
 // Threads: main.
 class ZVRArrangeModulesViewController : public platform::UIViewController,
@@ -40,7 +40,7 @@ class ZVRArrangeModulesViewController : public platform::UIViewController,
   // The catalogue's identifiers in catalogue order.
   static platform::Array zvModuleIdentifiers();
   bool moduleHasSettingsWithID(const platform::Value& identifier) const;
-  // No text for what is no catalogue entry.
+  // Nothing if the value is not a catalogue entry.
   std::optional<std::string> moduleDisplayNameForIdentifier(
       const platform::Value& identifier) const;
 
@@ -49,15 +49,15 @@ class ZVRArrangeModulesViewController : public platform::UIViewController,
   const std::shared_ptr<HBPreferences>& preferences() const noexcept { return _preferences; }
   void setPreferences(std::shared_ptr<HBPreferences> preferences);
 
-  // Section 0. What is stored, with the pinned entry put first where it is missing (in memory; the
-  // next save stores it); strings that are no catalogue entries stay in their places.
+  // Section 0. The stored list. If the pinned entry is missing, it is inserted at the front (in
+  // memory; the next save stores it). Strings that are not catalogue entries keep their places.
   platform::Value enabledModuleIdentifiers();
   void setEnabledModuleIdentifiers(const platform::Value& identifiers);
-  // Section 1. At first the catalogue entries that are not enabled, in catalogue order.
+  // Section 1. Initially the catalogue entries that are not enabled, in catalogue order.
   platform::Value disabledModuleIdentifiers();
   void setDisabledModuleIdentifiers(const platform::Value& identifiers);
 
-  // Stores the enabled list as it stands.
+  // Stores the enabled list.
   void saveSettings();
 
   void viewDidLoad() override;
@@ -79,11 +79,11 @@ class ZVRArrangeModulesViewController : public platform::UIViewController,
   platform::Value identityForRowAtIndexPath(const Table& tableView, IndexPath indexPath) override;
 
  private:
-  MutableList* enabled();  // null where there is no list
+  MutableList* enabled();  // null if there is no list
   MutableList& disabled();
   MutableList* list(std::int64_t section) { return section == 0 ? enabled() : &disabled(); }
   const platform::Value& entryAt(IndexPath indexPath);
-  // Each answers whether the lists have changed.
+  // Both return whether the lists have changed.
   bool changeList(platform::UITableViewCellEditingStyle style, std::int64_t row);
   bool moveEntry(IndexPath from, IndexPath to);
   void reload();

@@ -5,7 +5,7 @@
 #include "modules/InstalledModules.h"
 #include "modules/Membership.h"
 #include "modules/ModuleConfiguration.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/MutableDictionary.h"
 
 namespace zentrova {
@@ -135,7 +135,8 @@ void ZVRFavoriteModules::removeFavorite(std::int64_t row) {
   if (favorites->size() == fewestFavorites) saveSettings();
 }
 
-// At the row, or at the end. A module that has vanished since the table was loaded is passed over.
+// Inserts at the row, or at the end. A module that has disappeared since the table was loaded is
+// ignored.
 void ZVRFavoriteModules::addFavorite(std::int64_t availableRow, std::optional<std::int64_t> row) {
   if (groupedCount() >= mostFavorites) return;
   const auto& available = updateNonGrouped();

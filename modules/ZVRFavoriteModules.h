@@ -17,17 +17,16 @@ class ClassRegistry;
 
 namespace zentrova {
 
-// The page on which the user chooses three or four installed Control Center modules as favourites,
-// and their order. The favourites are stored under "groupedIdentifiers", and added to the modules
-// that Control Center loads.
+// The page where the user chooses three or four installed Control Center modules as favourites, and
+// their order. The favourites are stored under "groupedIdentifiers" and added to the modules that
+// Control Center loads.
 //
-// Nothing is added once there are four. A removal is stored only when it leaves exactly three; with
-// fewer, what is shown and what is stored differ until there are three or four again and a later
-// change stores them. Without a stored value there is no list of favourites at all: nothing can be
-// added to it.
+// There are at most four favourites. A removal is stored only if it leaves exactly three. With
+// fewer, the page and the file differ until there are three or four again and a change stores them.
+// If nothing is stored, there is no list of favourites, and nothing can be added.
 //
-// The favourites and the descriptions are read once and kept; the installed modules are asked for
-// at every query of the table.
+// The favourites and the descriptions are read once and kept. The installed modules are looked up
+// on every query of the table.
 //
 // Threads: main.
 class ZVRFavoriteModules : public platform::UIViewController,
@@ -42,30 +41,30 @@ class ZVRFavoriteModules : public platform::UIViewController,
 
   static void registerClass(platform::ClassRegistry& registry);
 
-  // The installed, usable modules: what was set, else asked for at each call. None before system
-  // version 15.0.
+  // The installed, usable modules: the list that was set, otherwise looked up on each call. None
+  // before system version 15.0.
   Value allIdentifiers();
   void setAllIdentifiers(const Value& identifiers);
-  // The modules that Control Center loads, read once; none where the file does not say.
+  // The modules that Control Center loads, read once. None if the file does not list them.
   Value enabledIdentifiers();
   void setEnabledIdentifiers(const Value& identifiers);
-  // Kept for whoever sets it; the page does not use it.
+  // Not used by the page itself.
   Value disabledIdentifiers();
   void setDisabledIdentifiers(const Value& identifiers);
-  // The favourites, in order; none where nothing is stored.
+  // The favourites, in order. None if nothing is stored.
   Value groupedIdentifiers();
   void setGroupedIdentifiers(const Value& identifiers);
-  // The usable modules that are no favourites, computed at each call.
+  // The usable modules that are not favourites, computed on each call.
   Value nonGroupedIdentifiers();
   void setNonGroupedIdentifiers(const Value& identifiers);
-  // From module identifier to description, asked for once.
+  // The descriptions by module identifier, looked up once.
   Value moduleDescriptionByIdentifier();
   void setModuleDescriptionByIdentifier(const Value& descriptions);
   const Table& tableView() const noexcept { return _tableView; }
   void setTableView(Table tableView) { _tableView = std::move(tableView); }
 
-  // Stores the favourites where there are three or four, and in every case adds them to the
-  // modules that Control Center loads.
+  // Stores the favourites if there are three or four. Always adds them to the modules that Control
+  // Center loads.
   void saveSettings();
 
   void viewDidLoad() override;
@@ -89,10 +88,10 @@ class ZVRFavoriteModules : public platform::UIViewController,
 
  private:
   std::optional<MutableList> all() const;
-  MutableList* grouped();  // null where there is no list
+  MutableList* grouped();  // null if there is no list
   const MutableList& updateNonGrouped();
   std::size_t groupedCount();
-  // None where the modules have become fewer since the table counted them.
+  // None if modules have disappeared since the table counted them.
   Value elementOf(IndexPath indexPath);
   Value descriptionOf(const Value& identifier);
   void reorder(std::int64_t from, std::int64_t to);

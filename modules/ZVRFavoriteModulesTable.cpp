@@ -3,7 +3,8 @@
 #include "modules/EditingPage.h"
 #include "modules/InstalledModules.h"
 #include "modules/ZVRFavoriteModules.h"
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/log/LogFormat.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/uikit/views/UIImageView.h"
 
 namespace zentrova {
@@ -22,7 +23,7 @@ Value elementOrNone(const MutableList& list, std::int64_t index) {
 
 void ZVRFavoriteModules::viewDidLoad() {
   UIViewController::viewDidLoad();
-  _preferences = platform::make(&HBPreferences::initWithIdentifier, std::string(preferencesDomain));
+  _preferences = platform::make(&HBPreferences::initWithIdentifier, preferencesDomain);
   prepareEditingPage(*this, "Favorite modules");
   const auto page = self<ZVRFavoriteModules>();
   _tableView = makeEditingTable(page, page, SelectionDuringEditing::no);
@@ -51,7 +52,7 @@ std::shared_ptr<UITableViewCell> ZVRFavoriteModules::cellForRowAtIndexPath(const
   if (description) {
     cell->textLabel()->setText(displayNameOf(description));
   } else if (indexPath.section == 0) {
-    // No longer installed: it stays a favourite until the user removes it.
+    // A module that is no longer installed stays a favourite until the user removes it.
     cell->textLabel()->setText(platform::formatString("%@ (not installed)", {identifier}));
   }
   cell->imageView()->setImage(iconImageOf(description));
@@ -85,7 +86,7 @@ bool ZVRFavoriteModules::canMoveRowAtIndexPath(const Table&, IndexPath) {
   return true;
 }
 
-// The section decides, not the style.
+// Depends on the section, not on the style.
 void ZVRFavoriteModules::commitEditingStyle(const Table&, UITableViewCellEditingStyle,
                                             IndexPath indexPath) {
   if (indexPath.section == 0) {
@@ -102,7 +103,7 @@ void ZVRFavoriteModules::moveRowAtIndexPath(const Table&, IndexPath from, IndexP
     platform::NSLog("[Zentrova] destination: %@", {elementOf(to)});
     reorder(from.row, to.row);
   } else if (from.section == 0) {
-    // Where it was dropped does not matter: the available list has an order of its own.
+    // The target row does not matter: the available list has its own order.
     removeFavorite(from.row);
   } else if (to.section == 0) {
     addFavorite(from.row, to.row);
@@ -110,7 +111,7 @@ void ZVRFavoriteModules::moveRowAtIndexPath(const Table&, IndexPath from, IndexP
   reload();
 }
 
-// By the list of the last count, since a table asks this of every row.
+// Uses the list of the last count, since a table asks this for every row.
 Value ZVRFavoriteModules::identityForRowAtIndexPath(const Table&, IndexPath indexPath) {
   if (indexPath.section == 0) return elementOf(indexPath);
   return elementOrNone(_nonGroupedIdentifiers, indexPath.row);

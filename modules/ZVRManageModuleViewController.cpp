@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "modules/ModuleCatalogue.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 
 namespace zentrova {
@@ -24,7 +24,7 @@ constexpr std::array modulePages{
     ModulePage{connectivityEntry, "ConnectivityFavoritesModule", "Connectivity & Favorites"},
 };
 
-// One column of the table, by identifier; no text for any other.
+// One column of the table, for the entry of that identifier. Nothing if there is no such entry.
 std::optional<std::string> textOfPage(std::optional<std::string_view> identifier,
                                       std::string_view ModulePage::*column) {
   if (!identifier) return std::nullopt;

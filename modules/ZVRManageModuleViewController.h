@@ -12,16 +12,16 @@ class ClassRegistry;
 
 namespace zentrova {
 
-// The settings of one of the product's own modules: a list page whose rows come from the resource
-// that belongs to the module. Threads: main.
+// The settings page of one of the product's own modules. Its rows come from the module's list in
+// the resources. Threads: main.
 class ZVRManageModuleViewController : public HBRootListController {
   PLATFORM_CLASS(ZVRManageModuleViewController)
 
  public:
   static void registerClass(platform::ClassRegistry& registry);
 
-  // Chooses the list for the catalogue entry; none for any other value. Leaves `identifier` empty,
-  // so that the title of the navigation controller is cleared unless a caller sets it.
+  // Selects the list of the catalogue entry, or no list for any other value. Leaves `identifier`
+  // empty, so that the title of the navigation controller is cleared unless a caller sets it.
   virtual bool initWithIdentifier(const platform::Value& identifier);
 
   const std::optional<std::string>& identifier() const noexcept { return _identifier; }

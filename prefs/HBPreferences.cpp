@@ -12,7 +12,7 @@ using platform::Value;
 
 namespace {
 
-// Fixed, whatever the install root is.
+// Does not depend on the install root.
 constexpr std::string_view preferencesDirectory = "/var/jb/var/mobile/Library/Preferences/";
 
 bool isTruthNumber(const Value& value) {
@@ -76,8 +76,8 @@ void HBPreferences::removeObjectForKey(const Value& key) {
 }
 
 void HBPreferences::writeToFile() const {
-  // A failed write is not reported: the change stays in memory and the next write tries again.
-  if (_dictRep) _dictRep->writeToFileAtomically(filePathForIdentifier(_identifier_rl));
+  // A failed write is not reported: the change stays in memory, and the next write retries it.
+  if (_dictRep) platform::writeToFileAtomically(*_dictRep, filePathForIdentifier(_identifier_rl));
 }
 
 std::optional<std::string> HBPreferences::stringForKey(const Value& key) const {

@@ -1,6 +1,6 @@
-// What HBPreferences offers by name.
+// The operations that HBPreferences offers by name.
 
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "prefs/HBPreferences.h"
 
 namespace zentrova {
@@ -15,7 +15,7 @@ using Getter = R (HBPreferences::*)(P...) const;
 
 }  // namespace
 
-// The register operations take pointers, which cannot be sent by name.
+// registerBool and its siblings take pointers, so they cannot be sent by name.
 void HBPreferences::registerClass(platform::ClassRegistry& registry) {
   using Object = Getter<Value, const Value&>;
   using ObjectOrDefault = Getter<Value, const Value&, const Value&>;

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 
 namespace zentrova {
 
@@ -12,7 +12,7 @@ using platform::Value;
 
 bool HBRootListController::init() {
   if (!PSListController::init()) return false;
-  setPreferences(HBPreferences::preferencesForIdentifier(std::string(preferencesDomain)));
+  setPreferences(HBPreferences::preferencesForIdentifier(preferencesDomain));
   return true;
 }
 
@@ -23,7 +23,7 @@ std::shared_ptr<HBPreferences> HBRootListController::preferences() const {
 
 void HBRootListController::setPreferences(std::shared_ptr<HBPreferences> preferences) {
   const std::lock_guard lock(_mutex);
-  _preferences.swap(preferences);  // the old store goes outside of the lock
+  _preferences.swap(preferences);  // the old store is released after the lock
 }
 
 Value HBRootListController::readPreferenceValue(const std::shared_ptr<PSSpecifier>& specifier) {

@@ -14,9 +14,9 @@ class ClassRegistry;
 
 namespace zentrova {
 
-// The base of the product's list pages: every row's value is read from and written to a store for
-// the product's domain, which the page makes for itself. Nothing is announced when a row changes.
-// Threads: main, but for preferences() and setPreferences, which any thread may call.
+// The base of the product's list pages: row values are read from and written to a store for the
+// product's domain. Each page makes its own store. A change posts no notification.
+// Threads: main; preferences() and setPreferences may be called from any thread.
 class HBRootListController : public platform::PSListController {
   PLATFORM_CLASS(HBRootListController)
 
@@ -28,17 +28,17 @@ class HBRootListController : public platform::PSListController {
   std::shared_ptr<HBPreferences> preferences() const;
   void setPreferences(std::shared_ptr<HBPreferences> preferences);
 
-  // What is stored under the row's "key", of whatever type it is; else the row's "default", which
-  // may be none.
+  // The value stored under the row's "key", of any type; otherwise the row's "default", which may
+  // be none.
   platform::Value readPreferenceValue(
       const std::shared_ptr<platform::PSSpecifier>& specifier) override;
-  // Stores the value under the row's "key"; the file is written when this returns. A row without
+  // Stores the value under the row's "key" and writes the file before returning. A row without a
   // "key" raises NSInvalidArgumentException.
   void setPreferenceValue(const platform::Value& value,
                           const std::shared_ptr<platform::PSSpecifier>& specifier) override;
 
  private:
-  mutable std::mutex _mutex;  // guards _preferences, held for one look or exchange
+  mutable std::mutex _mutex;  // guards _preferences; held for one read or swap
   std::shared_ptr<HBPreferences> _preferences;
 };
 

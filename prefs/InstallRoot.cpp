@@ -10,7 +10,7 @@ namespace {
 std::string findInstallRoot() {
   auto& files = platform::Process::current().service<platform::FileSystem>();
   const auto attributes = files.attributesOfItem("/var/jb");
-  // A real folder is not taken for the root: only a link says where the tree lives.
+  // Only a link says where the tree is; a real folder does not.
   if (!attributes || attributes->type != platform::FileType::symbolicLink) return "/";
   const auto destination = files.destinationOfSymbolicLink("/var/jb");
   if (!destination || *destination == "/jb" || *destination == "/jb/") return "/";

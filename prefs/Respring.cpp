@@ -16,14 +16,14 @@ namespace {
 constexpr std::string_view reloadProgram = "/var/jb/usr/bin/sbreload";
 constexpr std::string_view killProgram = "/var/jb/usr/bin/killall";
 
-// sbreload does not bring the home screen back from system version 15 on.
+// From system version 15 on, sbreload does not bring the home screen back.
 bool canReload() {
   auto& process = platform::Process::current();
   return process.service<platform::FileSystem>().fileExists(reloadProgram) &&
          !process.service<platform::DeviceTraits>().systemVersion.isAtLeast(15, 0, 0);
 }
 
-// Started with a null environment; process id and result are of no use to anybody.
+// Starts the program with a null environment and ignores the result.
 void spawn(std::string_view path, const std::vector<std::string>& arguments) {
   int processIdentifier = 0;
   platform::posix_spawn(&processIdentifier, path, arguments, std::nullopt);

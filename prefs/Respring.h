@@ -2,9 +2,9 @@
 
 namespace zentrova {
 
-// Restarts the home-screen process, so that it reads the settings anew: with sbreload where it is
-// installed and the system is older than 15.0, else with killall. Neither waits for the program
-// nor reports a failure.
+// Restarts the home screen, so that it rereads the settings. Uses sbreload if it is installed and
+// the system is older than 15.0, otherwise killall. Does not wait for the program and reports no
+// failure.
 // Threads: main.
 void restartHomeScreen();
 

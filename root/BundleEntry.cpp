@@ -1,4 +1,4 @@
-// The one C function of the bundle.
+// The C function that the application calls to register the bundle's classes.
 
 #include <array>
 #include <cstddef>
@@ -28,7 +28,7 @@ struct BundleClass {
   void (*add)(platform::ClassRegistry&);
 };
 
-// A base class stands before the classes that are built on it.
+// Base classes come before their subclasses.
 constexpr std::array bundleClasses{
     BundleClass{zentrova::HBPreferences::staticClassName, &zentrova::HBPreferences::registerClass},
     BundleClass{zentrova::HBRootListController::staticClassName,
@@ -56,7 +56,7 @@ constexpr std::array bundleClasses{
     BundleClass{zentrova::HBTwitterCell::staticClassName, &zentrova::HBTwitterCell::registerClass},
 };
 
-// All classes or none: a registry that refuses one gives back those before it.
+// Adds all classes or none: if the registry rejects one, those before it are removed.
 bool addClasses(platform::ClassRegistry& registry) {
   std::size_t added = 0;
   try {

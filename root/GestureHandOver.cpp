@@ -1,4 +1,4 @@
-// What the root page does while the sibling product Kestrelle is in charge of gestures.
+// How the root page locks its gesture row while the sibling product Kestrelle handles gestures.
 
 #include <memory>
 #include <string>
@@ -18,14 +18,14 @@ using platform::UIView;
 
 namespace {
 
-constexpr std::string_view kestrelleDomain = "com.hollowmere.kestrelleprefs";
+constexpr const char* kestrelleDomain = "com.hollowmere.kestrelleprefs";
 constexpr double lockDelaySeconds = 0.1;
 constexpr double dissolveSeconds = 0.3;
 constexpr double lockedAlpha = 0.6;
 
-// The settings call these values "Lower" and "Both".
+// Kestrelle's settings show these values as "Lower" and "Both".
 bool kestrelleOwnsGestures() {
-  const auto store = HBPreferences::preferencesForIdentifier(std::string(kestrelleDomain));
+  const auto store = HBPreferences::preferencesForIdentifier(kestrelleDomain);
   const auto config = store->objectForKey("gesturesConfig", "0");
   if (!config.isEqualToString("0") && !config.isEqualToString("2")) return false;
   return store->boolForKey("useGestures");
@@ -51,7 +51,7 @@ void ZVRRootListController::viewDidAppear(bool animated) {
   lockGesturesSoon();
 }
 
-// The page lives on until the lock has been put on, as the work that waits holds it.
+// The pending work keeps the page alive until the row is locked.
 void ZVRRootListController::lockGesturesSoon() {
   platform::Process::current().service<platform::Scheduler>().mainAfter(
       lockDelaySeconds,
@@ -68,7 +68,7 @@ void ZVRRootListController::dissolveToLockedGestures() {
       [page = self<ZVRRootListController>()](bool) { page->lockGestureCell(); });
 }
 
-// The segment is changed on screen only; what is stored stays.
+// Changes the segment on the screen only; the stored value stays.
 void ZVRRootListController::lockGestureCell() {
   const auto cell = cachedCellForSpecifierID(std::string(gestureSegmentRow));
   if (!cell) return;

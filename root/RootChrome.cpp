@@ -1,12 +1,12 @@
-// What surrounds the rows of the root page: the header, the titles of the navigation bars, the
-// picture of the maker's profile.
+// Parts of the root page other than its rows: the header, the titles of the navigation bars, and
+// the picture of the maker's profile.
 
 #include <memory>
 #include <string_view>
 
 #include "platform/foundation/objects/Class.h"
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/Process.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "platform/uikit/tables/UITableView.h"
 #include "platform/uikit/views/UIImageView.h"
@@ -37,7 +37,7 @@ void setTitleOpacity(const std::shared_ptr<UINavigationController>& navigation, 
   if (navigation) navigation->navigationBar()->setTitleOpacity(opacity);
 }
 
-// The navigation controller around the page's own one, whose bar is the one to see.
+// The navigation controller around the page's own one. Its bar is the visible one.
 std::shared_ptr<UINavigationController> outerNavigation(const ZVRRootListController& page) {
   const auto inner = page.navigationController();
   return inner ? inner->navigationController() : nullptr;
@@ -80,15 +80,14 @@ void ZVRRootListController::addHeader() {
   }
 }
 
-// An application without such a list or row, or that cannot load what is behind it, is no reason to
-// show no page.
+// The page is shown even if the application has no such list or row, or cannot load the bundle.
 void ZVRRootListController::loadControlCenterBundle() {
   try {
     const auto list = valueForKeyPath("_parentViewController._rootListController").asObject();
     if (!list) return;
     const auto row = list->perform("specifierForID:", {"ControlCenter"});
     list->perform("lazyLoadSpecialBundleForSpecifier:", {row});
-  } catch (const platform::Exception&) {  // NOLINT(bugprone-empty-catch): swallowed, see above
+  } catch (const platform::Exception&) {  // NOLINT(bugprone-empty-catch): see above
   }
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-// The rows of the list "Root" that the page works with, and the texts that it puts there.
+// The rows of the list "Root" that the page changes, and the texts that it sets.
 namespace zentrova {
 
 inline constexpr std::string_view presentationGroupRow = "presentationGroup";
@@ -14,7 +14,7 @@ inline constexpr std::string_view presentationStyleRow = "presentationStyle";
 inline constexpr std::string_view gestureGroupRow = "gestureGroupCell";
 inline constexpr std::string_view gestureSegmentRow = "gestureSegmentCell";
 
-// A tablet has one presentation and no gestures of the product's own.
+// A tablet has one presentation style and no gestures of the product.
 inline constexpr std::array<std::string_view, 7> phoneOnlyRows{
     presentationGroupRow, "presentationText", presentationStyleRow, "presentFullyExpanded",
     gestureGroupRow,      "gestureText",      gestureSegmentRow,
@@ -24,7 +24,7 @@ inline bool isPhoneOnlyRow(const std::optional<std::string>& identifier) {
   return identifier && std::ranges::find(phoneOnlyRows, *identifier) != phoneOnlyRows.end();
 }
 
-// A switch that the page makes itself; the key is its identifier too.
+// A switch that the page makes itself. The key is also the identifier.
 struct SwitchRow {
   std::string_view label;
   std::string_view key;

@@ -1,26 +1,13 @@
-// The pages that the root page's buttons open.
+// The pages that the buttons of the root page open.
 
 #include <memory>
-#include <string_view>
 #include <utility>
 
-#include "platform/foundation/objects/Class.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "root/ZVRRootListController.h"
 
 namespace zentrova {
-
-namespace {
-
-// A new page of a class that need not be there; empty where it is not.
-std::shared_ptr<platform::UIViewController> pageOfClass(std::string_view name) {
-  const auto* const found = platform::Process::current().classes().find(name);
-  if (!found) return nullptr;
-  return std::dynamic_pointer_cast<platform::UIViewController>(found->makeInstance());
-}
-
-}  // namespace
 
 void ZVRRootListController::setFavoriteModulesViewController(
     std::shared_ptr<ZVRFavoriteModules> page) {
@@ -44,14 +31,16 @@ void ZVRRootListController::showFavoriteModulesViewController() {
 
 void ZVRRootListController::showModuleArrangeViewController() {
   if (!_arrangeModulesViewController) {
-    _arrangeModulesViewController = pageOfClass("ZVRArrangeModulesViewController");
+    _arrangeModulesViewController =
+        platform::makeNamed<platform::UIViewController>("ZVRArrangeModulesViewController");
   }
   push(_arrangeModulesViewController);
 }
 
 void ZVRRootListController::showCustomizeViewController() {
   if (!_customizeViewController) {
-    _customizeViewController = pageOfClass("ZVRCustomizeListController");
+    _customizeViewController =
+        platform::makeNamed<platform::UIViewController>("ZVRCustomizeListController");
   }
   push(_customizeViewController);
 }

@@ -1,4 +1,4 @@
-// What the package manager says of the installed product.
+// Asks the package manager for the version of the installed product.
 
 #include <memory>
 #include <optional>
@@ -7,11 +7,11 @@
 #include <utility>
 
 #include "platform/foundation/files/NSFileHandle.h"
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/NSNotificationCenter.h"
 #include "platform/foundation/programs/NSPipe.h"
 #include "platform/foundation/programs/NSTask.h"
 #include "platform/foundation/text/Utf.h"
+#include "platform/foundation/values/Exception.h"
 #include "root/ZVRRootListController.h"
 
 namespace zentrova {
@@ -23,7 +23,7 @@ namespace {
 constexpr const char* shellPath = "/bin/bash";
 constexpr std::string_view versionWord = "Version: ";
 
-// The words are arguments of the shell itself: there is no "-c".
+// The words are arguments of the shell itself; there is no "-c".
 std::shared_ptr<platform::NSTask> makeQuery(const std::shared_ptr<platform::NSPipe>& output) {
   auto task = platform::make<platform::NSTask>();
   task->setLaunchPath(shellPath);
@@ -32,7 +32,7 @@ std::shared_ptr<platform::NSTask> makeQuery(const std::shared_ptr<platform::NSPi
   return task;
 }
 
-// Nothing where the bytes are no UTF-8.
+// Empty if the bytes are not UTF-8.
 std::optional<std::string> textOfBytes(std::string_view bytes) {
   for (std::size_t offset = 0; offset < bytes.size();) {
     const auto character = platform::utf::decode(bytes, offset);
@@ -42,14 +42,14 @@ std::optional<std::string> textOfBytes(std::string_view bytes) {
   return std::string(bytes);
 }
 
-// Every occurrence goes, wherever it stands; the line ends stay.
+// Removes every occurrence; line ends are kept.
 void removeVersionWord(std::string& text) {
   for (auto at = text.find(versionWord); at != std::string::npos; at = text.find(versionWord, at)) {
     text.erase(at, versionWord.size());
   }
 }
 
-// Told of a handle's data as long as it lives.
+// Observes the data of a file handle for as long as it lives.
 class DataObservation {
  public:
   DataObservation(const std::shared_ptr<platform::NSFileHandle>& handle,
@@ -77,7 +77,7 @@ void ZVRRootListController::getCurrentVersion() {
   const auto task = makeQuery(pipe);
   const auto output = pipe->fileHandleForReading();
   output->waitForDataInBackgroundAndNotify();
-  // Told once: the wait is not begun again.
+  // Called once: waitForDataInBackgroundAndNotify is not called again.
   const DataObservation observation(
       output, [weak = weakSelf<ZVRRootListController>(), output](const auto&) {
         if (const auto page = weak.lock()) page->showVersion(*output);

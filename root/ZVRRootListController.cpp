@@ -4,8 +4,8 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/foundation/log/Log.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/uikit/drawing/UIDevice.h"
 #include "prefs/Respring.h"
 #include "root/RootRows.h"
@@ -29,7 +29,7 @@ std::shared_ptr<PSSpecifier> makeSwitch(const std::shared_ptr<platform::Object>&
   result->setProperty(row.key, "key");
   result->setProperty(row.key, "id");
   result->setProperty(preferencesDomain, "defaults");
-  // No default: the switch is off until it is set.
+  // Without a default, the switch is off until it is set.
   result->setProperty(nullptr, "default");
   return result;
 }
@@ -57,7 +57,7 @@ PSSpecifiers ZVRRootListController::specifiers() {
   return keptSpecifiers();
 }
 
-// The walk meets the rows that it inserts, and logs them too.
+// The loop also visits, and logs, the rows that it inserts.
 void ZVRRootListController::addPresentationRows(PSSpecifierList& rows) {
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const auto row = rows[i];
@@ -69,7 +69,7 @@ void ZVRRootListController::addPresentationRows(PSSpecifierList& rows) {
       rows.insert(next, {makeSwitch(shared_from_this(), alwaysFromTopRow),
                          makeSwitch(shared_from_this(), reverseOrderRow)});
     } else if (identifier == presentationGroupRow) {
-      // Whatever the style is: it describes a switch that may not be shown.
+      // Set for every style, even while the switch that it describes is not shown.
       setFooter(row, presentationFooter);
     }
   }

@@ -15,12 +15,12 @@ class NSFileHandle;
 namespace zentrova {
 
 // The first page of the product's settings, and the bundle's principal class. Its rows come from
-// the list "Root"; it adds two switches below the presentation style while that is 1, leaves the
-// presentation and gesture rows out on a tablet, and locks the gesture row while the sibling
-// product Kestrelle is in charge of gestures.
+// the list "Root". While the presentation style is 1, the page adds two switches below it. On a
+// tablet it drops the presentation and gesture rows. While the sibling product Kestrelle handles
+// gestures, it locks the gesture row.
 //
-// A banner stands above the rows. The title in the navigation bar is hidden at first and while the
-// page is pulled down, and fades in as it is scrolled.
+// A banner is shown above the rows. The title in the navigation bar is hidden at first and while
+// the page is pulled down, and fades in when it is scrolled.
 // Threads: main.
 class ZVRRootListController : public HBRootListController {
   PLATFORM_CLASS(ZVRRootListController)
@@ -32,47 +32,48 @@ class ZVRRootListController : public HBRootListController {
 
   // The rows, built on the first call and then kept.
   platform::PSSpecifiers specifiers() override;
-  // Stores the value, then shows or hides the two switches where the presentation style became 1
-  // or 0. A style of 1 while the switches are there adds a second pair: the style row reports
-  // changes only. A style that is no number and no text raises NSInvalidArgumentException.
+  // Stores the value, then shows the two switches if the presentation style is 1, or hides them if
+  // it is 0. Setting 1 twice adds a second pair of switches; the style row only reports changes. A
+  // style that is neither a number nor a string raises NSInvalidArgumentException.
   void setPreferenceValue(const platform::Value& value,
                           const std::shared_ptr<platform::PSSpecifier>& specifier) override;
-  // Looks at Kestrelle's settings on every appearance; a lock stays for the life of the page.
-  // A "gesturesConfig" that is no text raises NSInvalidArgumentException.
+  // Reads Kestrelle's settings on every appearance. Once locked, the gesture row stays locked for
+  // the life of the page. A "gesturesConfig" that is not a string raises
+  // NSInvalidArgumentException.
   void viewDidAppear(bool animated) override;
-  // Builds the header, asks the application to load what is behind its own row "ControlCenter",
-  // and hides the title of the outer navigation bar. What the application raises is swallowed.
+  // Builds the header, asks the application to load the bundle behind its row "ControlCenter", and
+  // hides the title of the outer navigation bar. Exceptions of the application are ignored.
   void viewDidLoad() override;
-  // Hides the title of the inner navigation bar, that of the page's own navigation controller.
+  // Hides the title of the inner navigation bar, the one of the page's own navigation controller.
   void viewDidLayoutSubviews() override;
-  // Fades the outer title in where the offset is 0 or more, and out where it is below.
+  // Fades the outer title in if the offset is 0 or more, and out if it is negative.
   void scrollViewDidScroll(const std::shared_ptr<platform::UIScrollView>& scrollView) override;
-  // Gives the maker's profile its picture, which lies on the device.
+  // Sets the picture of the maker's profile, which is a file on the device.
   std::shared_ptr<platform::UITableViewCell> cellForRowAtIndexPath(
       const std::shared_ptr<platform::UITableView>& tableView,
       platform::IndexPath indexPath) override;
 
-  // Restarts the home screen, so that it reads the settings anew.
+  // Restarts the home screen, so that it rereads the settings.
   void respring();
 
-  // Asks the package manager for the product's record and shows it in the version label, without
-  // the words "Version: ". Only the first chunk of the answer is shown, and one that is no UTF-8
-  // clears the label. Blocks until the program has ended, while the main queue goes on. Where
-  // nothing can be read from the program, "NoDataException" is raised.
+  // Asks the package manager for the product's record and shows it in the version label, with every
+  // "Version: " removed. Only the first chunk of the output is shown; a chunk that is not UTF-8
+  // clears the label. Blocks until the program has ended; the main queue keeps running. Raises
+  // "NoDataException" if nothing can be read from the program.
   void getCurrentVersion();
-  // Where the version is shown; set from outside. Empty: nowhere.
+  // The label that shows the version. The application sets it; empty until then.
   const std::shared_ptr<platform::UILabel>& versionLabel() const noexcept { return _versionLabel; }
   void setVersionLabel(std::shared_ptr<platform::UILabel> label);
 
-  // The pages behind the rows: each is made on its first opening and kept as long as this page
-  // lives, so that it keeps its state. Opening one that is open raises
-  // NSInvalidArgumentException. Where the class of a page that is looked up by name is not there,
-  // nothing opens.
+  // Open the pages behind the rows. Each page is made when it is first opened and kept as long as
+  // this page lives, so that it keeps its state. Opening a page that is already open raises
+  // NSInvalidArgumentException. The last two pages are made by class name; if the class is not
+  // registered, nothing opens.
   void showFavoriteModulesViewController();
   void showModuleArrangeViewController();
   void showCustomizeViewController();
 
-  // The kept pages; empty before their first opening.
+  // The pages, empty until they are first opened.
   const std::shared_ptr<ZVRFavoriteModules>& favoriteModulesViewController() const noexcept {
     return _favoriteModulesViewController;
   }

@@ -9,7 +9,7 @@ class ClassRegistry;
 
 namespace zentrova {
 
-// The page behind the row "Vibration": the list "Vibration", bound to the store. Threads: main.
+// The page behind the row "Vibration". Its rows come from the list "Vibration". Threads: main.
 class ZVRVibrationListController : public HBRootListController {
   PLATFORM_CLASS(ZVRVibrationListController)
 

@@ -2,7 +2,7 @@
 
 #include "platform/foundation/FoundationClassTables.h"
 #include "platform/foundation/files/NSFileHandle.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/MutableDictionary.h"
 #include "platform/foundation/objects/NSNotificationCenter.h"
 #include "platform/foundation/programs/NSPipe.h"

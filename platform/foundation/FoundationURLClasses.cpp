@@ -1,7 +1,7 @@
 #include "platform/foundation/FoundationClassTables.h"
 #include "platform/foundation/network/NSURLComponents.h"
 #include "platform/foundation/network/NSURLSession.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/NSAssertionHandler.h"
 #include "platform/foundation/objects/NSCharacterSet.h"
 
@@ -10,12 +10,6 @@ namespace {
 
 std::shared_ptr<NSURL> urlWithString(const std::string& text) {
   return NSURL::URLWithString(text);
-}
-
-// A port is a number or none.
-Value portOf(NSURL& url) {
-  const auto port = url.port();
-  return port ? Value(*port) : Value();
 }
 
 Value headersOf(NSMutableURLRequest& request) {
@@ -27,12 +21,11 @@ Value headersOf(NSMutableURLRequest& request) {
 Class urlClass() {
   return ClassBuilder<NSURL>("NSObject")
       .classOperation("URLWithString:", &urlWithString)
-      .key("absoluteString", &NSURL::absoluteString)
-      .operation("absoluteString", &NSURL::absoluteString)
+      .property("absoluteString", &NSURL::absoluteString)
       .key("scheme", &NSURL::scheme)
       .key("host", &NSURL::host)
       .key("user", &NSURL::user)
-      .key("port", &portOf)
+      .key("port", &NSURL::port)
       .key("path", &NSURL::path)
       .key("query", &NSURL::query)
       .key("fragment", &NSURL::fragment)
@@ -65,8 +58,7 @@ Class httpResponseClass() {
   return ClassBuilder<NSHTTPURLResponse>("NSURLResponse")
       .classOperation("localizedStringForStatusCode:",
                       &NSHTTPURLResponse::localizedStringForStatusCode)
-      .key("statusCode", &NSHTTPURLResponse::statusCode)
-      .operation("statusCode", &NSHTTPURLResponse::statusCode)
+      .property("statusCode", &NSHTTPURLResponse::statusCode)
       .build();
 }
 

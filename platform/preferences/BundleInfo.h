@@ -4,8 +4,8 @@
 
 namespace platform {
 
-// The bundle whose pages the process shows: a service of the process, provided by whoever loads
-// the bundle. List pages look their resources up there.
+// The bundle whose pages the process shows. A service of the process, provided by the code that
+// loads the bundle. List pages load their resources from it.
 struct BundleInfo {
   std::string path;  // the folder, as on the device
 };

@@ -4,19 +4,19 @@ namespace platform {
 
 class ClassRegistry;
 
-// How the Settings application and a settings bundle meet. A bundle is a folder whose Info.plist
-// names its executable (CFBundleExecutable, a shared object beside it) and its principal class
-// (NSPrincipalClass). The application loads the object, calls its one C function, and makes the
-// principal class by name; whatever else it needs of the bundle it sends by name.
+// The interface between the Settings application and a settings bundle. A bundle is a folder whose
+// Info.plist names its executable (CFBundleExecutable, a shared object in the same folder) and its
+// principal class (NSPrincipalClass). The application loads the object, calls its C function, and
+// makes the principal class by name. It sends everything else by name, too.
 
-// Counts up with every change that makes an older application or bundle misunderstand the other:
-// in the layout of the platform's classes, in a virtual function, in what is sent by name.
+// Incremented with every incompatible change: to the layout of the platform's classes, to a virtual
+// function, or to an operation sent by name.
 inline constexpr unsigned bundleInterfaceVersion = 1;
 
-// The name under which the function is found in the loaded object.
+// The symbol of the function in the loaded object.
 inline constexpr const char* bundleRegisterSymbol = "zentrova_bundle_register";
 
-// What the function answers.
+// The results of the function.
 enum BundleRegisterResult : int {
   bundleRegistered = 0,
   bundleInterfaceDiffers = 1,  // built for another version; nothing has been registered
@@ -28,9 +28,9 @@ using BundleRegisterFunction = int (*)(ClassRegistry* registry, unsigned interfa
 
 }  // namespace platform
 
-// Registers the bundle's classes. `interfaceVersion` is the caller's bundleInterfaceVersion. No
-// exception leaves it. The classes hold code of the loaded object, which must stay loaded for as
-// long as the registry or any object of these classes lives.
-// Threads: while no other thread uses the registry.
+// Registers the bundle's classes. `interfaceVersion` is the caller's bundleInterfaceVersion. Throws
+// nothing. The classes refer to code of the loaded object, so it must stay loaded as long as the
+// registry or any object of these classes lives.
+// Threads: only while no other thread uses the registry.
 extern "C" __attribute__((visibility("default"))) int zentrova_bundle_register(
     platform::ClassRegistry* registry, unsigned interfaceVersion);

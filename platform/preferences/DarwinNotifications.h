@@ -4,8 +4,8 @@
 
 namespace platform {
 
-// Posts notifications that other programs of the device listen to. A service of the process;
-// without one nothing is posted. Threads: any.
+// Posts notifications to other programs of the device. A service of the process; without it nothing
+// is posted. Threads: any.
 class DarwinNotifications {
  public:
   virtual ~DarwinNotifications() = default;

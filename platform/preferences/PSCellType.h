@@ -26,19 +26,19 @@ enum PSCellType : std::int64_t {
   PSEditTextViewCell = 14,
 };
 
-// The number of a kind by the platform's name, as "PSSwitchCell". Empty for an unknown name.
+// The kind of that platform name, such as "PSSwitchCell". Empty for an unknown name.
 std::optional<PSCellType> cellTypeNamed(std::string_view name) noexcept;
 
-// The platform's name of a kind; empty where the number stands for none.
+// The platform's name of a kind. Empty for an unknown number.
 std::string_view nameOfCellType(PSCellType type) noexcept;
 
 // All names, comma-separated, for messages.
 std::string cellTypeNames();
 
-// Whether rows of the kind show a value that their specifier's getter gives.
+// Whether rows of the kind show the value of their specifier's getter.
 bool cellTypeShowsValue(PSCellType type) noexcept;
 
-// The name of the class that the platform makes for rows of the kind.
+// The name of the platform's cell class for rows of the kind.
 std::string_view cellClassNameForCellType(PSCellType type) noexcept;
 
 }  // namespace platform

@@ -18,7 +18,7 @@ void PSControlTableCell::setCellEnabled(bool enabled) {
   if (_control) _control->setEnabled(enabled);
 }
 
-// A control in the content view fills what the row's title leaves free.
+// A control in the content view fills the space beside the row's title.
 void PSControlTableCell::layoutSubviews() {
   PSTableCell::layoutSubviews();
   if (!_control || _control->superview() != contentView()) return;

@@ -4,8 +4,8 @@
 
 namespace platform {
 
-// A cell with a control that edits the row's value. What the user's hand does to the control goes
-// to the specifier's setter; what a program sets does not. Threads: main.
+// A cell with a control that edits the row's value. Changes by the user are sent to the specifier's
+// setter; changes by the program are not. Threads: main.
 class PSControlTableCell : public PSTableCell {
   PLATFORM_CLASS(PSControlTableCell)
 
@@ -16,13 +16,13 @@ class PSControlTableCell : public PSTableCell {
   std::shared_ptr<UIControl> control() const override { return _control; }
   void setCellEnabled(bool enabled) override;
 
-  // The operation "controlChanged:", which the control sends when the user has worked it.
+  // The operation "controlChanged:", which the control sends when the user has changed it.
   virtual void controlChanged(const std::shared_ptr<UIControl>& sender) = 0;
 
   void layoutSubviews() override;
 
  protected:
-  // Makes the control and puts it in its place in the cell.
+  // Makes the control and adds it to the cell.
   virtual std::shared_ptr<UIControl> makeControl() = 0;
   template <class T>
   std::shared_ptr<T> controlAs() const {

@@ -5,9 +5,9 @@
 
 namespace platform {
 
-// A text field, in the content view, plain or secure by the specifier's kind, set up by
-// "placeholder" and "keyboard". Writes a string at the end of editing, and only where the text has
-// changed; shows texts, numbers and dates, and anything else as an empty text. Threads: main.
+// A text field in the content view, plain or secure depending on the specifier's kind, configured
+// by "placeholder" and "keyboard". Writes a string at the end of editing, and only if the text has
+// changed. Shows strings, numbers and dates; any other value shows as empty. Threads: main.
 class PSEditableTableCell : public PSControlTableCell {
   PLATFORM_CLASS(PSEditableTableCell)
 

@@ -66,7 +66,7 @@ bool accepts(Takes takes, const Value& value) {
 }
 
 std::string_view nameOf(Takes takes) {
-  constexpr std::array<std::string_view, 5> names{"a text", "a number", "true or false", "a list",
+  constexpr std::array<std::string_view, 5> names{"a string", "a number", "a boolean", "an array",
                                                   "a dictionary"};
   return names[static_cast<std::size_t>(takes)];
 }
@@ -80,7 +80,7 @@ std::string quoted(std::string_view text) {
 std::optional<std::string> checkType(const Dictionary& item, const KeyRule& rule) {
   const Value* value = item.find(rule.key);
   if (!value || accepts(rule.takes, *value)) return std::nullopt;
-  return quoted(rule.key) + " must be " + std::string(nameOf(rule.takes)) + " and is " +
+  return quoted(rule.key) + " must be " + std::string(nameOf(rule.takes)) + ", not " +
          kindForPeople(*value);
 }
 
@@ -98,20 +98,20 @@ std::optional<std::string> checkConfirmation(const Dictionary& item) {
 
 std::optional<std::string> checkCell(const Dictionary& item) {
   const Value name = item.valueForKey("cell");
-  if (!name) return "\"cell\" is missing; it must be one of " + cellTypeNames();
+  if (!name) return "\"cell\" is missing (expected one of " + cellTypeNames() + ")";
   if (cellTypeNamed(*name.asString())) return std::nullopt;
-  return "unknown cell " + quoted(*name.asString()) + "; known are " + cellTypeNames();
+  return "unknown cell " + quoted(*name.asString()) + " (expected one of " + cellTypeNames() + ")";
 }
 
 std::optional<std::string> checkTitles(const Array& titles, std::size_t valueCount) {
   for (const Value& title : titles) {
     if (!title.isString()) {
-      return "\"validTitles\" must hold texts and holds " + kindForPeople(title);
+      return "\"validTitles\" must contain only strings, not " + kindForPeople(title);
     }
   }
   if (titles.size() == valueCount) return std::nullopt;
-  return "\"validTitles\" has " + std::to_string(titles.size()) + " elements and \"validValues\" " +
-         std::to_string(valueCount);
+  return "\"validTitles\" has " + std::to_string(titles.size()) +
+         " elements, \"validValues\" has " + std::to_string(valueCount);
 }
 
 std::optional<std::string> checkChoices(const Dictionary& item) {
@@ -136,7 +136,7 @@ std::optional<std::string> checkSlider(const Dictionary& item) {
   const float high = maximum ? maximum.floatValue() : 1.0F;
   const bool isRange = std::isfinite(low) && std::isfinite(high) && low < high;
   if (cellTypeNamed(*item.valueForKey("cell").asString()) == PSSliderCell && !isRange) {
-    return "\"min\" must be below \"max\"; without them they are 0 and 1";
+    return "\"min\" must be below \"max\" (default: 0 and 1)";
   }
   const Value count = item.valueForKey("segmentCount");
   if (count && count.integerValue() < 1) return "\"segmentCount\" must be 1 or more";
@@ -150,12 +150,13 @@ std::optional<std::string> checkPresentation(const Dictionary& item) {
   }
   const Value keyboard = item.valueForKey("keyboard");
   if (keyboard && !keyboardNamed(*keyboard.asString())) {
-    return "unknown keyboard " + quoted(*keyboard.asString()) + "; known are " + keyboardNames();
+    return "unknown keyboard " + quoted(*keyboard.asString()) + " (expected one of " +
+           keyboardNames() + ")";
   }
   return std::nullopt;
 }
 
-// An operation that the row sends to its target.
+// Checks an operation that the row sends to its target.
 std::optional<std::string> checkSelector(const Dictionary& item, std::string_view key,
                                          std::string_view what, Object* target) {
   const Value selector = item.valueForKey(key);
@@ -169,19 +170,20 @@ std::optional<std::string> checkSelector(const Dictionary& item, std::string_vie
 std::optional<std::string> checkDetail(const Dictionary& item) {
   const Value name = item.valueForKey("detail");
   if (!name) return std::nullopt;
-  const Class* found = Process::current().classes().find(*name.asString());
-  if (!found) return "the class " + quoted(*name.asString()) + " of the page is not there";
+  const Class* found = NSClassFromString(*name.asString());
+  if (!found) return "the page class " + quoted(*name.asString()) + " does not exist";
   if (found->isSubclassOf("UIViewController")) return std::nullopt;
-  return "the class " + quoted(*name.asString()) + " makes no pages";
+  return "the class " + quoted(*name.asString()) +
+         " is not a page (no subclass of UIViewController)";
 }
 
 }  // namespace
 
 std::string kindForPeople(const Value& value) {
-  if (value.kind() == ValueKind::boolean) return "true or false";
+  if (value.kind() == ValueKind::boolean) return "a boolean";
   if (value.isNumber()) return "a number";
-  if (value.isString()) return "a text";
-  if (value.asArray()) return "a list";
+  if (value.isString()) return "a string";
+  if (value.asArray()) return "an array";
   if (value.asDictionary()) return "a dictionary";
   if (value.asData()) return "data";
   if (value.asDate()) return "a date";
@@ -200,10 +202,10 @@ std::optional<std::string> problemOfItemValues(const Dictionary& item) {
 }
 
 std::optional<std::string> problemOfCellClass(const std::string& className) {
-  const Class* found = Process::current().classes().find(className);
-  if (!found) return "the class " + quoted(className) + " of the cell is not there";
+  const Class* found = NSClassFromString(className);
+  if (!found) return "the cell class " + quoted(className) + " does not exist";
   if (found->isSubclassOf("PSTableCell")) return std::nullopt;
-  return "the class " + quoted(className) + " makes no cells of a settings list";
+  return "the class " + quoted(className) + " is not a settings cell (no subclass of PSTableCell)";
 }
 
 std::optional<std::string> problemOfItemReferences(const Dictionary& item, Object* target) {

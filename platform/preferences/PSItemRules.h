@@ -8,19 +8,19 @@
 
 namespace platform {
 
-// What is wrong with the values of an item's keys: a value of another type than the key takes, or
-// values that do not go together. Empty where nothing is.
+// The problem with the values of an item's keys: a value of the wrong type, or values that
+// contradict each other. Empty if there is none.
 std::optional<std::string> problemOfItemValues(const Dictionary& item);
 
-// What is wrong with what an item refers to by name: an action, a getter or a setter that the
-// target does not offer, a class of a page or a cell that is not there. Empty where nothing is, and
-// for a disabled row, which reaches none of them. Without a target its operations are not checked.
+// The problem with the names that an item refers to: an action, a getter or a setter that the
+// target does not have, or a page or cell class that does not exist. Empty if there is none, and
+// for a disabled row, which uses none of them. Operations are not checked without a target.
 std::optional<std::string> problemOfItemReferences(const Dictionary& item, Object* target);
 
-// What is wrong with a class that is to make cells: it is not there, or makes no cells.
+// The problem with a cell class: it does not exist, or is not a cell class. Empty if there is none.
 std::optional<std::string> problemOfCellClass(const std::string& className);
 
-// "a text", "a number": what a value is, for messages.
+// The type of a value, for messages: "a string", "a number".
 std::string kindForPeople(const Value& value);
 
 }  // namespace platform

@@ -8,7 +8,7 @@
 
 namespace platform {
 
-// The keyboard that a list's "keyboard" stands for; empty for an unknown name.
+// The keyboard of that name in a specifier list. Empty for an unknown name.
 std::optional<UIKeyboardType> keyboardNamed(std::string_view name) noexcept;
 
 // All names, comma-separated, for messages.

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/preferences/BundleInfo.h"
 #include "platform/preferences/DarwinNotifications.h"
@@ -43,9 +43,7 @@ PSSpecifiers PSListController::loadSpecifiersFromPlistName(const std::optional<s
   return makeSpecifiers(std::move(file.specifiers));
 }
 
-std::optional<std::string> PSListController::bundlePath() const {
-  if (_bundlePath) return _bundlePath;
-  if (const auto opener = parentController()) return opener->bundlePath();
+std::optional<std::string> PSListController::bundlePath() {
   const auto info = Process::current().serviceOrNull<BundleInfo>();
   return info ? std::optional(info->path) : std::nullopt;
 }

@@ -14,18 +14,17 @@
 
 namespace platform {
 
-// Why a page could not be loaded, for people.
+// Why a page could not be loaded, as shown to people.
 struct PSPageProblem {
   std::string title;
   std::string text;
 };
 
-// A page of a settings list: a table whose rows are specifiers. It keeps one cell per specifier,
-// made when its row comes into sight, and hands the same one out again.
+// A settings page: a table whose rows are specifiers. It keeps one cell per specifier, made when
+// the row is first visible, and reuses it for that row.
 //
-// Threads: main, but for the functions on rows (specifiers kept, found, inserted, removed), which
-// any thread may call; each is whole by itself, and a table that another thread's change concerns
-// is told on the main thread.
+// Threads: main, except for the functions on rows (keeping, finding, inserting, removing), which
+// may be called from any thread. Each of these is atomic. The table is updated on the main thread.
 class PSListController : public UIViewController,
                          public UITableViewDataSource,
                          public UITableViewDelegate {
@@ -34,36 +33,35 @@ class PSListController : public UIViewController,
  public:
   // --- The list ---
 
-  // The page's rows; an empty pointer where there is no list yet. The base gives what is kept;
-  // a page overrides it, builds its list where none is kept, keeps it (keepSpecifiers) and returns
-  // it. The controller asks when the view is loaded and whenever the table needs rows.
+  // The page's rows; an empty pointer if there is no list yet. The base returns the kept list. A
+  // page overrides this: if no list is kept, it builds one, keeps it (keepSpecifiers) and returns
+  // it. Called when the view is loaded and whenever the table needs rows.
   virtual PSSpecifiers specifiers();
-  // The list that is kept, the field "_specifiers"; an empty pointer: none.
+  // The kept list, the field "_specifiers"; an empty pointer if there is none.
   PSSpecifiers keptSpecifiers() const { return _rows.snapshot(); }
-  // Sets the field and tells nobody: for overrides of specifiers().
+  // Sets the field without updating the table. For overrides of specifiers().
   void keepSpecifiers(PSSpecifiers specifiers) { _rows.assign(std::move(specifiers)); }
-  // What specifiers() gives, as a value: for those who ask by name.
+  // The result of specifiers() as a value, for callers by name.
   Value specifiersValue();
   // Keeps the list and shows it.
   void setSpecifiers(const PSSpecifiers& specifiers);
-  // Drops the rows and asks specifiers() for them again.
+  // Drops the rows and calls specifiers() again.
   virtual void reloadSpecifiers();
 
-  // Reads "<name>.plist" of the page's bundle; the target is that of the rows (held weakly). Sets
-  // the page's title where the list has one. Never an empty pointer: a list that is missing or
-  // damaged gives no rows and sets problem(); an item that has something wrong gives a row that
-  // says so (PSSpecifier::problem).
+  // Reads "<name>.plist" of the page's bundle. `target` is the rows' target (held weakly). Sets the
+  // page's title if the list has one. Never returns an empty pointer: a missing or damaged list
+  // gives no rows and sets problem(), and a bad item gives a row that shows the problem
+  // (PSSpecifier::problem).
   PSSpecifiers loadSpecifiersFromPlistName(const std::optional<std::string>& name,
                                            const std::shared_ptr<Object>& target);
-  // Why the list loaded last could not be; empty where it could.
+  // Why the last list could not be loaded. Empty if it was loaded.
   const std::optional<PSPageProblem>& problem() const noexcept { return _problem; }
 
-  // The folder on the device where the page's resources are: what was set, else the one of the
-  // page that opened it, else that of the process's BundleInfo; empty where there is none of them.
-  std::optional<std::string> bundlePath() const;
-  void setBundlePath(const std::optional<std::string>& path) { _bundlePath = path; }
+  // The folder on the device where the pages' resources are: that of the process's BundleInfo.
+  // Empty if there is none.
+  static std::optional<std::string> bundlePath();
 
-  // --- Rows. An identifier finds its first row; what is not there changes nothing. ---
+  // --- Rows. An identifier finds its first row. Unknown rows and identifiers are ignored. ---
 
   std::shared_ptr<PSSpecifier> specifierForID(const std::string& identifier) const;
   std::optional<std::size_t> indexOfSpecifier(const std::shared_ptr<PSSpecifier>& specifier) const;
@@ -84,23 +82,23 @@ class PSListController : public UIViewController,
                                   bool animated);
   void removeSpecifier(const std::shared_ptr<PSSpecifier>& specifier, bool animated);
   void removeSpecifierID(const std::string& identifier, bool animated);
-  // The given rows, where they stand together in this order.
+  // The given rows, if they are adjacent and in this order.
   void removeContiguousSpecifiers(const PSSpecifierList& specifiers, bool animated);
   void replaceContiguousSpecifiers(const PSSpecifierList& specifiers, const PSSpecifierList& by,
                                    bool animated);
 
-  // Shows the row's specifier anew: its name, its value, its height; for a group its titles.
+  // Updates the row from its specifier: name, value and height; for a group, the titles.
   void reloadSpecifier(const std::shared_ptr<PSSpecifier>& specifier, bool animated = false);
   void reloadSpecifierID(const std::string& identifier, bool animated = false);
 
-  // --- Places in the table ---
+  // --- Positions in the table ---
 
   std::shared_ptr<PSSpecifier> specifierAtIndexPath(IndexPath indexPath);
   std::optional<IndexPath> indexPathForSpecifier(const std::shared_ptr<PSSpecifier>& specifier);
-  // The group that starts a section; empty for rows before the first group.
+  // The group that starts the section. Empty for the rows before the first group.
   std::shared_ptr<PSSpecifier> groupForSection(std::int64_t section);
 
-  // The row's cell, where it has been in sight; else empty.
+  // The row's cell. Empty until the row has been visible.
   std::shared_ptr<PSTableCell> cachedCellForSpecifier(
       const std::shared_ptr<PSSpecifier>& specifier) const;
   std::shared_ptr<PSTableCell> cachedCellForSpecifierID(const std::string& identifier) const;
@@ -110,7 +108,7 @@ class PSListController : public UIViewController,
 
   // --- Where the page comes from ---
 
-  // The row that opened the page, and the page with that row (held weakly).
+  // The row that opened this page, and the page of that row (held weakly).
   const std::shared_ptr<PSSpecifier>& specifier() const noexcept { return _specifier; }
   virtual void setSpecifier(const std::shared_ptr<PSSpecifier>& specifier);
   std::shared_ptr<PSListController> parentController() const { return _parentController.lock(); }
@@ -121,24 +119,24 @@ class PSListController : public UIViewController,
   // --- Values ---
 
   // The base reads the value under the specifier's "key" from the preference file of its
-  // "defaults"; else the specifier's "default".
+  // "defaults"; otherwise returns the specifier's "default".
   virtual Value readPreferenceValue(const std::shared_ptr<PSSpecifier>& specifier);
-  // The base writes the value into that file (none removes it) and posts the notification that
-  // "PostNotification" names. A file that is there but cannot be read is not written; the log
-  // says so.
+  // The base writes the value to that file (none removes the key) and posts the notification named
+  // by "PostNotification". A file that exists but cannot be read is not written; this is logged.
   virtual void setPreferenceValue(const Value& value,
                                   const std::shared_ptr<PSSpecifier>& specifier);
 
   // --- Taps ---
 
-  // What a tap on the row does: asks first where the specifier has a "confirmation", then opens the
-  // page behind the row, performs its action, or, where it has neither, hands its property "url" (a
-  // text or an NSURL) to the application. Nothing for a row that is disabled or has a problem.
+  // Handles a tap on the row: asks for confirmation if the specifier has a "confirmation", then
+  // opens the page behind the row or performs its action. If it has neither, opens its property
+  // "url" (a string or an NSURL) in the application. Does nothing for a row that is disabled or has
+  // a problem.
   void performActionForSpecifier(const std::shared_ptr<PSSpecifier>& specifier);
-  // Opens the page of the class that the specifier names as its detail.
+  // Opens a page of the specifier's detail class.
   void pushDetailForSpecifier(const std::shared_ptr<PSSpecifier>& specifier);
 
-  // --- The table's questions; pages override them and call these ---
+  // --- Data source and delegate of the table; overrides call these ---
 
   std::int64_t numberOfSectionsInTableView(const std::shared_ptr<UITableView>& tableView) override;
   std::int64_t numberOfRowsInSection(const std::shared_ptr<UITableView>& tableView,
@@ -188,7 +186,6 @@ class PSListController : public UIViewController,
   std::shared_ptr<UITableView> _table;
   std::shared_ptr<PSSpecifier> _specifier;
   std::weak_ptr<PSListController> _parentController;
-  std::optional<std::string> _bundlePath;
   std::optional<PSPageProblem> _problem;
 };
 

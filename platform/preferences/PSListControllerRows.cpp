@@ -1,4 +1,4 @@
-// The rows of a list page, and what the table is told when they change.
+// The rows of a list page, and the table updates when they change.
 
 #include <algorithm>
 #include <utility>
@@ -19,7 +19,7 @@ bool hasGroup(const PSSpecifiers& rows, std::size_t index, std::size_t count) {
                      [](const auto& row) { return row->cellType() == PSGroupCell; });
 }
 
-// Whether the run of specifiers is whole sections: from a group up to another or to the end.
+// Whether the run of specifiers consists of whole sections: from a group to another or to the end.
 bool isWholeSections(const PSSpecifiers& rows, std::size_t index, std::size_t count) {
   const auto isGroupOrEnd = [&](std::size_t at) {
     return at == rows->size() || (*rows)[at]->cellType() == PSGroupCell;
@@ -200,7 +200,7 @@ void PSListController::rowsDidChange(const PSSpecifierRows::Change& change, bool
     showChange(change, animated);
     return;
   }
-  // The rows may have changed again by then, so the table asks for all of them.
+  // The rows may have changed again by then, so the table reloads all of them.
   Process::current().service<Scheduler>().asyncMain([controller = weakSelf<PSListController>()] {
     const auto page = controller.lock();
     if (!page) return;
@@ -221,7 +221,7 @@ void PSListController::showChange(const PSSpecifierRows::Change& change, bool an
               animated ? UITableViewRowAnimation::automatic : UITableViewRowAnimation::none);
 }
 
-// --- Showing anew ---
+// --- Reloading ---
 
 void PSListController::reloadSpecifierID(const std::string& identifier, bool animated) {
   reloadSpecifier(specifierForID(identifier), animated);

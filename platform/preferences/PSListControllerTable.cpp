@@ -1,6 +1,6 @@
-// What a list page answers to its table, and what a tap on a row does.
+// A list page as the data source and delegate of its table, and taps on its rows.
 
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/preferences/PSItemRules.h"
 #include "platform/preferences/PSListController.h"
@@ -24,8 +24,8 @@ UITableViewCellStyle cellStyleFor(const PSSpecifier& specifier) {
   }
 }
 
-// The class of the row's cell: its own, where it names one and is not refused, else that of its
-// kind. A disabled row whose class is not there is shown by its kind.
+// The class of the row's cell: its own if it names one and has no problem, otherwise that of its
+// kind. A disabled row whose class does not exist is shown by its kind.
 std::string cellClassNameFor(const PSSpecifier& specifier) {
   const auto own = specifier.propertyForKey("cellClass").text();
   const bool usable = own && (specifier.isEnabled() || !problemOfCellClass(*own));
@@ -105,7 +105,7 @@ std::shared_ptr<PSTableCell> PSListController::makeCell(
   auto problem = problemOfCellClass(className);
   if (!problem) {
     if (auto cell = makeCellOfClass(className, specifier)) return cell;
-    problem = "the class \"" + className + "\" refused to make the cell";
+    problem = "the cell class \"" + className + "\" could not be initialized";
   }
   specifier->setProblem(specifier->origin() + ": " + *problem);
   auto cell = std::make_shared<PSTableCell>();
@@ -115,7 +115,7 @@ std::shared_ptr<PSTableCell> PSListController::makeCell(
 
 std::shared_ptr<PSTableCell> PSListController::makeCellOfClass(
     const std::string& className, const std::shared_ptr<PSSpecifier>& specifier) {
-  const Class* found = Process::current().classes().find(className);
+  const Class* found = NSClassFromString(className);
   auto cell = found->allocateAs<PSTableCell>();
   const auto style = cellStyleFor(*specifier);
   return cell && cell->initWithStyle(style, className, specifier) ? cell : nullptr;
@@ -138,7 +138,7 @@ void PSListController::didSelectRowAtIndexPath(const std::shared_ptr<UITableView
   if (!specifier) return;
   const bool opensPage =
       specifier->cellType() == PSLinkListCell || specifier->detailControllerClass();
-  // A row that opens a page stays selected until one comes back.
+  // A row that opens a page stays selected until the user returns.
   if (!opensPage && tableView) tableView->deselectRowAtIndexPath(indexPath, true);
   performActionForSpecifier(specifier);
 }
@@ -206,20 +206,20 @@ void PSListController::openLink(const std::shared_ptr<PSSpecifier>& specifier) {
   if (url) {
     UIApplication::sharedApplication()->openURL(url);
   } else {
-    refuseRow(specifier, "its \"url\" is no address");
+    refuseRow(specifier, "\"url\" is not an address");
   }
 }
 
 void PSListController::pushDetailForSpecifier(const std::shared_ptr<PSSpecifier>& specifier) {
   const auto className = specifier->detailControllerClass().value_or("PSListItemsController");
-  const Class* found = Process::current().classes().find(className);
+  const Class* found = NSClassFromString(className);
   if (!found || !found->isSubclassOf("UIViewController")) {
-    refuseRow(specifier, "the class \"" + className + "\" of the page is not there");
+    refuseRow(specifier, "the page class \"" + className + "\" does not exist");
     return;
   }
   const auto made = std::dynamic_pointer_cast<UIViewController>(found->makeInstance());
   if (!made) {
-    refuseRow(specifier, "the class \"" + className + "\" refused to make the page");
+    refuseRow(specifier, "the page class \"" + className + "\" could not be initialized");
     return;
   }
   if (const auto list = std::dynamic_pointer_cast<PSListController>(made)) {

@@ -5,8 +5,8 @@
 namespace platform {
 
 // The page behind a list choice: one row per valid value of the specifier that opened it, with a
-// tick at the value it has. A tap on another row hands that value to the specifier's setter, and
-// the page goes on showing. Threads: main.
+// checkmark at the current value. A tap on another row sends its value to the specifier's setter;
+// the page stays open. Threads: main.
 class PSListItemsController : public PSListController {
   PLATFORM_CLASS(PSListItemsController)
 
@@ -23,7 +23,7 @@ class PSListItemsController : public PSListController {
   std::optional<std::size_t> chosenIndex();
   void showTicks();
 
-  Value _chosen;  // for a specifier without getter: what was chosen last
+  Value _chosen;  // the last choice, for a specifier without a getter
 };
 
 }  // namespace platform

@@ -10,7 +10,7 @@ namespace platform {
 
 namespace {
 
-// A domain is one name of a file, never a way to another folder.
+// A domain is a file name; it never leads to another folder.
 std::optional<std::string> pathOfDomain(const std::string& domain) {
   if (domain.empty() || domain.find('/') != std::string::npos) return std::nullopt;
   return "/var/jb/var/mobile/Library/Preferences/" + domain + ".plist";
@@ -28,7 +28,7 @@ Value valueInDomain(const std::string& domain, const std::string& key) {
 std::optional<std::string> setValueInDomain(const std::string& domain, const std::string& key,
                                             const Value& value) {
   const auto path = pathOfDomain(domain);
-  if (!path) return "\"" + domain + "\" is no preference domain";
+  if (!path) return "\"" + domain + "\" is not a preference domain";
   std::string problem;
   auto entries = dictionaryWithContentsOfFile(*path, &problem);
   if (!entries && Process::current().service<FileSystem>().attributesOfItem(*path)) return problem;

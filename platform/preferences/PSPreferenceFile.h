@@ -7,12 +7,12 @@
 
 namespace platform {
 
-// The value under a key in the preference file of a domain; none where the file or the key is
-// absent or unreadable, or the text is no domain.
+// The value of a key in the preference file of a domain. None if the file or the key is missing or
+// unreadable, or if the domain is not valid.
 Value valueInDomain(const std::string& domain, const std::string& key);
 
-// Sets it (none removes it) and rewrites the whole file. The reason where that was not done; a file
-// that is there but cannot be read stays as it is.
+// Sets the value (none removes the key) and rewrites the whole file. Returns the reason if that
+// failed. A file that exists but cannot be read is not changed.
 std::optional<std::string> setValueInDomain(const std::string& domain, const std::string& key,
                                             const Value& value);
 

@@ -6,7 +6,7 @@ namespace platform {
 
 namespace {
 
-// Where the section begins in the list: at its group, if it has one.
+// The position where the section begins in the list: its group, if it has one.
 std::size_t startOf(const PSSections::Section& section) {
   return section.group ? section.firstRow - 1 : section.firstRow;
 }

@@ -9,8 +9,8 @@
 
 namespace platform {
 
-// How a list of specifiers falls into the sections of a table: a group starts a section; rows
-// before the first group have a section of their own, without header and footer.
+// The sections of a list of specifiers: each group starts a section, and rows before the first
+// group have a section without header and footer.
 class PSSections {
  public:
   struct Section {
@@ -30,12 +30,12 @@ class PSSections {
   std::size_t count() const noexcept { return _sections.size(); }
   const Section& operator[](std::size_t index) const noexcept { return _sections[index]; }
 
-  // Empty where there is no such section or row.
+  // Empty if there is no such section or row.
   std::shared_ptr<PSSpecifier> specifierAt(std::size_t section, std::size_t row) const;
   std::shared_ptr<PSSpecifier> groupAt(std::size_t section) const;
-  // Where the row at a position of the list stands; empty for a group or beyond the end.
+  // The index path of the row at a position of the list. Empty for a group or beyond the end.
   std::optional<Position> positionOf(std::size_t index) const;
-  // The section whose group stands at a position of the list, or whose rows it is among.
+  // The section of the group or row at a position of the list.
   std::optional<std::size_t> sectionOf(std::size_t index) const;
 
  private:

@@ -19,7 +19,7 @@ void PSSegmentTableCell::refreshCellContentsWithSpecifier(
   if (hasOtherTitles) showValue(value());
 }
 
-// True where the titles are others than before.
+// True if the titles have changed.
 bool PSSegmentTableCell::showTitles(const PSSpecifier& shown) {
   std::vector<std::string> titles;
   for (const Value& each : shown.validValues()) {

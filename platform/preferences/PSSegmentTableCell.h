@@ -5,8 +5,8 @@
 
 namespace platform {
 
-// A segmented choice, in the content view. Writes the element of the specifier's valid values, and
-// only where another segment was chosen; a value that is not among them selects no segment.
+// A segmented control in the content view. Writes the element of the specifier's valid values, and
+// only if the selection has changed. A value that is not one of them selects no segment.
 // Threads: main.
 class PSSegmentTableCell : public PSControlTableCell {
   PLATFORM_CLASS(PSSegmentTableCell)

@@ -48,7 +48,7 @@ void PSSliderTableCell::refreshCellContentsWithSpecifier(
   if (hasOtherLimits) showValue(value());
 }
 
-// True where the limits are others than before: the knob may have been moved by the old ones.
+// True if the limits have changed: the old ones may have moved the knob.
 bool PSSliderTableCell::showLimits(const PSSpecifier& shown) {
   const auto slider = controlAs<PSSegmentableSlider>();
   const float minimum = numberOr(shown, "min", 0);

@@ -10,12 +10,12 @@ class PSSegmentableSlider : public UISlider {
   PLATFORM_CLASS(PSSegmentableSlider)
 
  public:
-  // The number of parts; 0: smooth.
+  // The number of parts; 0 for a smooth slider.
   std::int64_t segmentCount() const noexcept { return _segmentCount; }
   void setSegmentCount(std::int64_t count) { assign(_segmentCount, count); }
   bool showsValue() const noexcept { return _showsValue; }
   void setShowsValue(bool shows) { assign(_showsValue, shows); }
-  // The nearest border of two parts, or an end; the value itself where the slider is smooth.
+  // The nearest boundary of a part; the value itself for a smooth slider.
   float snapped(float value) const noexcept;
 
  private:
@@ -23,10 +23,10 @@ class PSSegmentableSlider : public UISlider {
   bool _showsValue = false;
 };
 
-// A slider, in the content view, set up by "min", "max" (0 and 1 where they are absent),
-// "showValue", "isSegmented", "segmentCount" and "isContinuous". Writes single-precision reals when
-// the knob is let go, and while it moves where it is continuous; shows numbers and texts by their
-// real value. Threads: main.
+// A slider in the content view, configured by "min", "max" (default: 0 and 1), "showValue",
+// "isSegmented", "segmentCount" and "isContinuous". Writes single-precision reals when the knob is
+// released; a continuous one also while it moves. Shows numbers and strings by their real value.
+// Threads: main.
 class PSSliderTableCell : public PSControlTableCell {
   PLATFORM_CLASS(PSSliderTableCell)
 

@@ -37,7 +37,7 @@ std::shared_ptr<PSSpecifier> PSSpecifier::emptyGroupSpecifier() {
 
 template <class T>
 void PSSpecifier::write(T Fields::*field, T value) {
-  // What the field held is let go after the lock, since its end may run code that asks again.
+  // The old value is released after the lock, since its destructor may call back.
   const std::lock_guard lock(_mutex);
   std::swap(_fields.*field, value);
 }

@@ -12,20 +12,20 @@
 
 namespace platform {
 
-// A row, or a group of rows, of a settings list: what it is called, which kind it is, whom it asks
-// for its value, and a dictionary of properties.
+// A row, or a group of rows, of a settings list: its name, its kind, the target that has its value,
+// and a dictionary of properties.
 //
-// Threads: any; each single operation is whole by itself. The properties are one dictionary that
-// is shared with whoever took it.
+// Threads: any. Each operation is atomic. The dictionary of properties is shared with everyone who
+// has asked for it.
 class PSSpecifier : public Object {
   PLATFORM_CLASS(PSSpecifier)
 
  public:
   PSSpecifier();
 
-  // A row of the given kind. `set` and `get` are selectors that `target` offers
-  // ("setPreferenceValue:specifier:", "readPreferenceValue:"), `detail` and `edit` are names of
-  // classes; each may be absent. The target is held weakly. The properties start empty.
+  // A row of the given kind. `set` and `get` are selectors of `target`
+  // ("setPreferenceValue:specifier:", "readPreferenceValue:"), `detail` and `edit` are class names.
+  // All of them are optional. The target is held weakly. The properties are empty.
   static std::shared_ptr<PSSpecifier> preferenceSpecifierNamed(
       const std::optional<std::string>& name, const std::shared_ptr<Object>& target,
       const std::optional<std::string>& set, const std::optional<std::string>& get,
@@ -36,33 +36,33 @@ class PSSpecifier : public Object {
       const std::optional<std::string>& name);
   static std::shared_ptr<PSSpecifier> emptyGroupSpecifier();
 
-  // What the row is called: a row's title, a group's header.
+  // The title of a row, or the header of a group.
   std::optional<std::string> name() const;
   void setName(const std::optional<std::string>& name);
 
-  // What people and scripts call the row: its name, else the property "title", for cells that draw
-  // their own title.
+  // The name of the row for people and scripts: its name, otherwise the property "title", for cells
+  // that draw their own title.
   std::optional<std::string> title() const;
 
-  // The text of the property "id", else of the property "key", else the name; none where there is
-  // none of them. `setIdentifier` writes the property "id".
+  // The string in the property "id", otherwise in "key", otherwise the name. Empty if there is
+  // none. `setIdentifier` writes the property "id".
   std::optional<std::string> identifier() const;
   void setIdentifier(const std::optional<std::string>& identifier);
 
   PSCellType cellType() const;
   void setCellType(PSCellType type);
 
-  // None where the key is absent.
+  // None if the key is absent.
   Value propertyForKey(const std::string& key) const;
   // A none value removes the property.
   void setProperty(const Value& value, const std::string& key);
   void removePropertyForKey(const std::string& key);
-  // The dictionary itself: what a cell writes there stays for later cells of the same row.
+  // The dictionary itself. What a cell writes to it is seen by later cells of the same row.
   std::shared_ptr<MutableDictionary> properties() const;
   // An empty pointer gives a new, empty dictionary.
   void setProperties(const std::shared_ptr<MutableDictionary>& properties);
 
-  // Whom the getter, the setter and the action are sent to; empty when it is gone.
+  // The object that the getter, the setter and the action are sent to. Empty once it is gone.
   std::shared_ptr<Object> target() const;
   void setTarget(const std::shared_ptr<Object>& target);
 
@@ -70,40 +70,41 @@ class PSSpecifier : public Object {
   void setSetter(const std::optional<std::string>& selector);
   std::optional<std::string> getter() const;
   void setGetter(const std::optional<std::string>& selector);
-  // What a tap on the row sends to the target.
+  // The selector that a tap on the row sends to the target.
   std::optional<std::string> buttonAction() const;
   void setButtonAction(const std::optional<std::string>& selector);
-  // The class of the page behind the row, by name.
+  // The name of the class of the page behind the row.
   std::optional<std::string> detailControllerClass() const;
   void setDetailControllerClass(const std::optional<std::string>& className);
   std::optional<std::string> editPaneClass() const;
 
-  // The row's value, as the target's getter gives it, of whatever kind. None without target or
-  // getter, and where the target does not offer the getter.
+  // The row's value of any type, from the target's getter. None without target or getter, or if the
+  // target does not have the getter.
   Value performGetter();
-  // Hands a new value to the target's setter, with the specifier as its second argument. Nothing
-  // without target or setter; raises NSInvalidArgumentException where the target does not offer it.
+  // Sends a new value to the target's setter, with the specifier as the second argument. Does
+  // nothing without target or setter. Raises NSInvalidArgumentException if the target does not have
+  // it.
   void performSetterWithValue(const Value& value);
 
-  // The elements of the property "validValues" and their titles, "validTitles"; empty where the
-  // property is absent or no array.
+  // The elements of the property "validValues" and their titles, "validTitles". Empty if the
+  // property is absent or not an array.
   Array validValues() const;
   Array validTitles() const;
-  // The position of the first valid value that equals the given one.
+  // The index of the first valid value that equals the given one.
   std::optional<std::size_t> indexOfValue(const Value& value) const;
-  // The title of a valid value: none for a value that is not among them; the value's own text where
-  // there are fewer titles.
+  // The title of a valid value, or the value's own text if there are fewer titles. Empty for a
+  // value that is not valid.
   std::optional<std::string> titleForValue(const Value& value) const;
 
-  // The property "enabled"; true where it is absent or not a number.
+  // The property "enabled"; true if it is absent or not a number.
   bool isEnabled() const;
 
-  // What is wrong with the row's entry in its list, for people: file, row and reason. A row with a
-  // problem is shown with it and takes no taps.
+  // The problem with the row's entry in its list, as shown to people: file, row and reason. A row
+  // with a problem shows it and ignores taps.
   std::optional<std::string> problem() const;
   void setProblem(const std::optional<std::string>& problem);
 
-  // Where the row's entry stands, for messages: `Root.plist, row 5 ("Style")`. Else the title.
+  // Where the row's entry is, for messages: `Root.plist, row 5 ("Style")`; otherwise the title.
   std::string origin() const;
   void setOrigin(const std::optional<std::string>& origin);
 
@@ -135,8 +136,8 @@ class PSSpecifier : public Object {
   Fields _fields;
 };
 
-// Sends an operation by name with the first of the given arguments, as many as the selector has
-// colons; further ones are none.
+// Sends an operation by name with as many of the arguments as the selector has colons. Missing ones
+// are none.
 Value performAction(Object& target, const std::string& selector,
                     std::initializer_list<Value> arguments);
 

@@ -23,7 +23,7 @@ void readTitle(PSSpecifierFile& file, const Dictionary& root, const std::string&
   file.title = title.text();
   if (title && !file.title) {
     file.specifiers.push_back(problemSpecifier(
-        {}, fileName + ": \"title\" must be a text and is " + kindForPeople(title)));
+        {}, fileName + ": \"title\" must be a string, not " + kindForPeople(title)));
   }
 }
 
@@ -32,15 +32,16 @@ void readTitle(PSSpecifierFile& file, const Dictionary& root, const std::string&
 PSSpecifierFile readSpecifierFile(const std::optional<std::string>& name,
                                   const std::optional<std::string>& bundlePath,
                                   const std::shared_ptr<Object>& target) {
-  if (!name) return refused("The page has no specifier list: no name was given.");
+  if (!name) return refused("The page has no specifier list: it has no name.");
   const std::string fileName = *name + ".plist";
   if (!bundlePath) return refused(fileName + " cannot be found: the page has no bundle.");
   std::string reason;
   const auto root = dictionaryWithContentsOfFile(*bundlePath + "/" + fileName, &reason);
   if (!root) return refused(fileName + " cannot be loaded: " + reason);
   const Value items = root->valueForKey("items");
+  if (!items) return refused(fileName + ": \"items\" is missing (expected an array)");
   if (!items.asArray()) {
-    return refused(fileName + ": \"items\" must be a list and is " + kindForPeople(items));
+    return refused(fileName + ": \"items\" must be an array, not " + kindForPeople(items));
   }
   PSSpecifierFile file;
   readTitle(file, *root, fileName);

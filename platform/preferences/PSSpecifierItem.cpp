@@ -45,8 +45,8 @@ std::shared_ptr<PSSpecifier> soundSpecifier(const Dictionary& item, const PSItem
   return specifier;
 }
 
-// What stands in the place of an item that has something wrong. The row keeps its identifier, and
-// a group still starts its section.
+// The replacement for an item with a problem. The row keeps its identifier, and a group still
+// starts its section.
 PSSpecifierList refusedItem(const Dictionary& item, const PSItemContext& context,
                             const std::string& problem) {
   const auto name = textOf(item, "label");
@@ -74,7 +74,7 @@ std::shared_ptr<PSSpecifier> problemSpecifier(const std::optional<std::string>& 
 PSSpecifierList specifiersFromItem(const Value& item, const PSItemContext& context) {
   const Dictionary* entries = item.asDictionary();
   if (!entries) {
-    const std::string problem = "must be a dictionary and is " + kindForPeople(item);
+    const std::string problem = "must be a dictionary, not " + kindForPeople(item);
     return {problemSpecifier(std::nullopt, originOf(context) + ": " + problem)};
   }
   auto problem = problemOfItemValues(*entries);

@@ -8,19 +8,19 @@
 
 namespace platform {
 
-// Where an item of a specifier list stands, for messages and for what it refers to.
+// The context of an item in a specifier list.
 struct PSItemContext {
   std::string file;                // "Root.plist"
   std::size_t row = 0;             // from 1
-  std::string bundlePath;          // where its icon is looked for
+  std::string bundlePath;          // the folder of its icon
   std::shared_ptr<Object> target;  // of the row; may be empty
 };
 
-// The specifiers that one item of a list stands for: the row or group itself; and where something
-// is wrong with it, a row that says so in its place (below it, for a group).
+// The specifiers of one item of a list: the row or the group. A row with a problem is replaced by
+// one that shows it; a group with a problem is followed by such a row.
 PSSpecifierList specifiersFromItem(const Value& item, const PSItemContext& context);
 
-// A row that shows nothing but what is wrong.
+// A row that shows only a problem.
 std::shared_ptr<PSSpecifier> problemSpecifier(const std::optional<std::string>& name,
                                               const std::string& problem);
 

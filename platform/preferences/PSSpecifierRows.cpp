@@ -39,7 +39,7 @@ PSSpecifiers PSSpecifierRows::snapshot() const {
 }
 
 void PSSpecifierRows::assign(PSSpecifiers rows) {
-  // The old list is let go after the lock, by `rows`.
+  // `rows` releases the old list after the lock.
   const std::lock_guard lock(_mutex);
   _rows.swap(rows);
 }

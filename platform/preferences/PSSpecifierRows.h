@@ -13,20 +13,20 @@ namespace platform {
 
 using PSSpecifierList = std::vector<std::shared_ptr<PSSpecifier>>;
 
-// A list of specifiers that does not change; empty pointer: there is no list (yet), which is not
-// the same as a list without rows.
+// An immutable list of specifiers. An empty pointer means that there is no list (yet), which
+// differs from a list without rows.
 using PSSpecifiers = std::shared_ptr<const PSSpecifierList>;
 
 PSSpecifiers makeSpecifiers(PSSpecifierList list);
 
-// The same as an array of objects; none for no list.
+// The list as an array of objects; none if there is no list.
 Value valueOfSpecifiers(const PSSpecifiers& specifiers);
 
-// The rows of a page: a list that changes, and that two threads may meet in. Each operation is
-// whole by itself: a reader sees the rows before or after, never between.
+// The rows of a page: a mutable list that several threads may use. Each operation is atomic: a
+// reader sees the rows before or after it.
 class PSSpecifierRows {
  public:
-  // A change of the rows: how they were, how they are, and where the two differ.
+  // A change of the rows: the old list, the new list, and where they differ.
   struct Change {
     PSSpecifiers before;
     PSSpecifiers after;
@@ -39,14 +39,14 @@ class PSSpecifierRows {
   PSSpecifiers snapshot() const;
   void assign(PSSpecifiers rows);
 
-  // Each gives what it changed, and changes nothing where a position or an anchor is not there.
+  // Each returns its change. An unknown position or anchor changes nothing.
   Change insert(const PSSpecifierList& added, std::size_t index);
   Change insertAfter(const PSSpecifierList& added, const PSSpecifier* anchor);
   Change insertAfterID(const PSSpecifierList& added, std::string_view identifier);
   Change insertAtEnd(const PSSpecifierList& added);
   Change remove(const PSSpecifier* specifier);
   Change removeID(std::string_view identifier);
-  // Where the given rows stand together, in this order, puts the added ones in their place.
+  // Replaces the given rows with the added ones, if they are adjacent and in this order.
   Change replaceContiguous(const PSSpecifierList& removed, const PSSpecifierList& added);
 
  private:
@@ -56,7 +56,7 @@ class PSSpecifierRows {
   PSSpecifiers _rows;
 };
 
-// The position of a specifier, or of the first one that bears the identifier.
+// The position of a specifier, or of the first one with the identifier.
 std::optional<std::size_t> indexOfSpecifier(const PSSpecifiers& rows, const PSSpecifier* specifier);
 std::optional<std::size_t> indexOfSpecifierID(const PSSpecifiers& rows,
                                               std::string_view identifier);

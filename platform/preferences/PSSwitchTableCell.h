@@ -5,8 +5,8 @@
 
 namespace platform {
 
-// A switch, as the accessory view. Writes booleans; shows numbers and texts by their boolean value
-// and anything else as off. Threads: main.
+// A switch as the accessory view. Writes booleans. Shows numbers and strings by their boolean
+// value, and any other value as off. Threads: main.
 class PSSwitchTableCell : public PSControlTableCell {
   PLATFORM_CLASS(PSSwitchTableCell)
 

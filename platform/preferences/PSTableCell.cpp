@@ -21,7 +21,7 @@ PSCellType PSTableCell::cellType() const {
   return _specifier ? _specifier->cellType() : PSStaticTextCell;
 }
 
-// What stays for the life of the cell: subclasses and pages may set it anew.
+// Set once for the life of the cell; subclasses and pages may change it.
 void PSTableCell::showKind() {
   const PSCellType type = cellType();
   const bool opensPage = type == PSLinkCell || type == PSLinkListCell;

@@ -10,15 +10,15 @@
 
 namespace platform {
 
-// A cell of a settings list: shows its specifier's name, icon and whether it is enabled; link rows
-// get the disclosure chevron, buttons the tint colour, static texts wrap. Its subclasses add the
-// values. Threads: main.
+// A cell of a settings list. Shows its specifier's name, icon and enabled state. Link rows have the
+// disclosure chevron, buttons the tint colour, and static texts wrap. Subclasses show values.
+// Threads: main.
 class PSTableCell : public UITableViewCell {
   PLATFORM_CLASS(PSTableCell)
 
  public:
   using UITableViewCell::initWithStyle;
-  // The initialiser that a list controller uses; false refuses the cell.
+  // The initialiser that a list controller uses. Returns false on failure.
   virtual bool initWithStyle(UITableViewCellStyle style,
                              const std::optional<std::string>& reuseIdentifier,
                              const std::shared_ptr<PSSpecifier>& specifier);
@@ -26,16 +26,16 @@ class PSTableCell : public UITableViewCell {
   const std::shared_ptr<PSSpecifier>& specifier() const noexcept { return _specifier; }
   virtual void setSpecifier(const std::shared_ptr<PSSpecifier>& specifier);
 
-  // Shows what the specifier says now. The list controller calls it each time it hands the cell to
-  // the table and each time the row is reloaded. A value is asked of the specifier's getter and
-  // shown only where it differs from the one that was shown last, so that what a program has set
-  // on the control stays. An empty pointer changes nothing.
+  // Shows the current state of the specifier. The list controller calls this whenever it returns
+  // the cell to the table and whenever the row is reloaded. The value of the specifier's getter is
+  // shown only if it differs from the one shown last, so that changes by the program to the control
+  // stay. Does nothing for an empty pointer.
   virtual void refreshCellContentsWithSpecifier(const std::shared_ptr<PSSpecifier>& specifier);
 
-  // What a tap on the row does. A cell that answers both cellTarget and cellAction takes the tap
-  // itself; else the list controller performs the row's own action on target. The base answers
-  // what was set, and for target and action, where nothing was, the specifier's target and button
-  // action. Targets are held weakly.
+  // The handlers of a tap on the row. A cell with both cellTarget and cellAction handles the tap
+  // itself; otherwise the list controller performs the row's action on target. The base returns the
+  // values that were set; target and action default to those of the specifier. Targets are held
+  // weakly.
   virtual std::shared_ptr<Object> target();
   virtual std::optional<std::string> action();
   virtual std::shared_ptr<Object> cellTarget();
@@ -45,16 +45,16 @@ class PSTableCell : public UITableViewCell {
   void setCellTarget(const std::shared_ptr<Object>& target) { _cellTarget = target; }
   void setCellAction(const std::optional<std::string>& action) { _cellAction = action; }
 
-  // The control that edits the row's value; empty for cells without one.
+  // The control that edits the row's value. Empty if there is none.
   virtual std::shared_ptr<UIControl> control() const { return nullptr; }
 
-  // The value shown last, as it came from the getter or went to the setter.
+  // The value shown last, from the getter or the setter.
   const Value& value() const noexcept { return _value; }
-  // Shows a value, whatever its kind, and sends nothing.
+  // Shows a value of any type without sending it.
   void setValue(const Value& value);
 
   bool cellEnabled() const noexcept { return _cellEnabled; }
-  // A cell that is not enabled is dimmed and its control takes no touches.
+  // A disabled cell is dimmed, and its control ignores touches.
   virtual void setCellEnabled(bool enabled);
 
   PSCellType cellType() const;
@@ -62,11 +62,11 @@ class PSTableCell : public UITableViewCell {
   void tintColorDidChange() override;
 
  protected:
-  // Shows a value. The base, which has no place for one, shows nothing.
+  // Shows a value. The base shows nothing.
   virtual void showValue(const Value& /*value*/) {}
-  // Whether the user is editing just now: a refresh leaves the value alone then.
+  // Whether the user is editing. A refresh does not change the value then.
   virtual bool isEditingValue() const { return false; }
-  // Remembers a value that the user's hand has set and hands it to the specifier's setter.
+  // Remembers a value set by the user and sends it to the specifier's setter.
   void writeValue(const Value& value);
 
  private:

@@ -2,7 +2,7 @@
 
 namespace platform {
 
-// The titles of the values may be others than before.
+// The titles of the values may have changed.
 void PSValueTableCell::refreshCellContentsWithSpecifier(
     const std::shared_ptr<PSSpecifier>& specifier) {
   PSTableCell::refreshCellContentsWithSpecifier(specifier);

@@ -4,8 +4,8 @@
 
 namespace platform {
 
-// A title with a value behind it: the value's title where the specifier has valid values, else the
-// value's own text. Threads: main.
+// A title with a value: the value's title if the specifier has valid values, otherwise the value's
+// own text. Threads: main.
 class PSValueTableCell : public PSTableCell {
   PLATFORM_CLASS(PSValueTableCell)
 
@@ -16,7 +16,7 @@ class PSValueTableCell : public PSTableCell {
   void showValue(const Value& value) override;
 };
 
-// One choice of a list: the tick stands at the chosen one. Threads: main.
+// One choice of a list; the selected one has a checkmark. Threads: main.
 class PSListItemTableCell : public PSTableCell {
   PLATFORM_CLASS(PSListItemTableCell)
 

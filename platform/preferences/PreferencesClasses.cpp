@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/preferences/PSEditableTableCell.h"
 #include "platform/preferences/PSListController.h"
 #include "platform/preferences/PSListItemsController.h"
@@ -57,8 +58,7 @@ void addTableCellClass(ClassRegistry& registry) {
           .property("action", &C::action, &C::setAction)
           .property("cellTarget", &C::cellTarget, &C::setCellTarget)
           .property("cellAction", &C::cellAction, &C::setCellAction)
-          .key("control", &C::control)
-          .operation("control", &C::control)
+          .property("control", &C::control)
           .operation("refreshCellContentsWithSpecifier:", &C::refreshCellContentsWithSpecifier)
           .build());
 }
@@ -100,14 +100,17 @@ void addRowOperations(ClassBuilder<PSListController>& builder) {
       .operation("cachedCellForSpecifierID:", &P::cachedCellForSpecifierID);
 }
 
+Value keptSpecifiersOf(PSListController& page) {
+  return valueOfSpecifiers(page.keptSpecifiers());
+}
+
 void addListControllerClass(ClassRegistry& registry) {
   using P = PSListController;
   ClassBuilder<P> builder("UIViewController");
   builder.key("_table", &P::table)
       .key("table", &P::table)
-      .key("_specifiers", [](P& page) { return valueOfSpecifiers(page.keptSpecifiers()); })
-      .key("specifiers", &P::specifiersValue)
-      .operation("specifiers", &P::specifiersValue)
+      .key("_specifiers", &keptSpecifiersOf)
+      .property("specifiers", &P::specifiersValue)
       .property("specifier", &P::specifier, &P::setSpecifier)
       .property("parentController", &P::parentController, &P::setParentController)
       .operation("readPreferenceValue:", &P::readPreferenceValue)

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-// Registers the classes of the settings lists. Those of the views and controllers must be there.
+// Registers the classes of the settings lists. The classes of UIKit must be registered before.
 void registerPreferencesClasses(ClassRegistry& registry);
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/uikit/UIKitClassTables.h"
 #include "platform/uikit/controls/UIButton.h"
 #include "platform/uikit/controls/UIControl.h"
@@ -47,8 +47,7 @@ void registerControlClasses(ClassRegistry& registry) {
                    .key("numberOfSegments", &UISegmentedControl::numberOfSegments)
                    .build());
   registry.add(ClassBuilder<UISlider>("UIControl")
-                   .key("value", &UISlider::value)
-                   .operation("value", &UISlider::value)
+                   .property("value", &UISlider::value)
                    .operation("setValue:", &UISlider::setValue)
                    .operation("setValue:animated:", &UISlider::setValue)
                    .property("minimumValue", &UISlider::minimumValue, &UISlider::setMinimumValue)

@@ -1,4 +1,4 @@
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/uikit/UIKitClassTables.h"
 #include "platform/uikit/controllers/UIAlertController.h"
 #include "platform/uikit/controllers/UIColorPickerViewController.h"
@@ -16,13 +16,10 @@ Class controllerClass() {
   ClassBuilder<UIViewController> builder("NSObject");
   builder.property("title", &UIViewController::title, &UIViewController::setTitle)
       .property("view", &UIViewController::view, &UIViewController::setView)
-      .key("navigationItem", &UIViewController::navigationItem)
-      .operation("navigationItem", &UIViewController::navigationItem)
-      .key("navigationController", &UIViewController::navigationController)
-      .operation("navigationController", &UIViewController::navigationController)
-      .key("parentViewController", &UIViewController::parentViewController)
+      .property("navigationItem", &UIViewController::navigationItem)
+      .property("navigationController", &UIViewController::navigationController)
+      .property("parentViewController", &UIViewController::parentViewController)
       .key("_parentViewController", &UIViewController::parentViewController)
-      .operation("parentViewController", &UIViewController::parentViewController)
       .key("presentedViewController", &UIViewController::presentedViewController)
       .key("presentingViewController", &UIViewController::presentingViewController)
       .operation("viewDidLoad", &UIViewController::viewDidLoad)
@@ -36,10 +33,8 @@ Class controllerClass() {
 
 Class navigationControllerClass() {
   ClassBuilder<UINavigationController> builder("UIViewController");
-  builder.key("navigationBar", &UINavigationController::navigationBar)
-      .operation("navigationBar", &UINavigationController::navigationBar)
-      .key("topViewController", &UINavigationController::topViewController)
-      .operation("topViewController", &UINavigationController::topViewController)
+  builder.property("navigationBar", &UINavigationController::navigationBar)
+      .property("topViewController", &UINavigationController::topViewController)
       .operation("pushViewController:animated:", &UINavigationController::pushViewController)
       .operation("popViewControllerAnimated:", &UINavigationController::popViewControllerAnimated);
   return builder.build();

@@ -1,4 +1,4 @@
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/uikit/UIKitClassTables.h"
 #include "platform/uikit/tables/UITableView.h"
 #include "platform/uikit/tables/UITableViewCell.h"
@@ -8,14 +8,10 @@ namespace {
 
 Class cellClass() {
   ClassBuilder<UITableViewCell> builder("UIView");
-  builder.key("textLabel", &UITableViewCell::textLabel)
-      .operation("textLabel", &UITableViewCell::textLabel)
-      .key("detailTextLabel", &UITableViewCell::detailTextLabel)
-      .operation("detailTextLabel", &UITableViewCell::detailTextLabel)
-      .key("imageView", &UITableViewCell::imageView)
-      .operation("imageView", &UITableViewCell::imageView)
-      .key("contentView", &UITableViewCell::contentView)
-      .operation("contentView", &UITableViewCell::contentView)
+  builder.property("textLabel", &UITableViewCell::textLabel)
+      .property("detailTextLabel", &UITableViewCell::detailTextLabel)
+      .property("imageView", &UITableViewCell::imageView)
+      .property("contentView", &UITableViewCell::contentView)
       .key("reuseIdentifier", &UITableViewCell::reuseIdentifier)
       .operation("prepareForReuse", &UITableViewCell::prepareForReuse)
       .operation("_disclosureChevronImage", &UITableViewCell::disclosureChevronImage)
@@ -41,8 +37,7 @@ Class cellClass() {
 void registerTableClasses(ClassRegistry& registry) {
   registry.add(cellClass());
   registry.add(ClassBuilder<UITableView>("UIScrollView")
-                   .key("_scrollView", &UITableView::scrollView)
-                   .operation("_scrollView", &UITableView::scrollView)
+                   .property("_scrollView", &UITableView::scrollView)
                    .operation("reloadData", &UITableView::reloadData)
                    .operation("setDataSource:", &UITableView::setDataSourceObject)
                    .operation("numberOfSections", &UITableView::numberOfSections)

@@ -1,4 +1,4 @@
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/uikit/UIKitClassTables.h"
 #include "platform/uikit/controllers/UIApplication.h"
 #include "platform/uikit/drawing/UIColor.h"
@@ -92,10 +92,8 @@ void registerValueClasses(ClassRegistry& registry) {
                              &CALayer::setMinificationFilter)
                    .build());
   registry.add(ClassBuilder<NSIndexPath>("NSObject")
-                   .key("section", &NSIndexPath::section)
-                   .key("row", &NSIndexPath::row)
-                   .operation("section", &NSIndexPath::section)
-                   .operation("row", &NSIndexPath::row)
+                   .property("section", &NSIndexPath::section)
+                   .property("row", &NSIndexPath::row)
                    .build());
   registry.add(
       ClassBuilder<NSLayoutConstraint>("NSObject")
@@ -104,12 +102,9 @@ void registerValueClasses(ClassRegistry& registry) {
           .build());
   registry.add(ClassBuilder<UIDevice>("NSObject")
                    .classOperation("currentDevice", &UIDevice::currentDevice)
-                   .operation("userInterfaceIdiom", &UIDevice::userInterfaceIdiom)
-                   .operation("systemVersion", &UIDevice::systemVersion)
-                   .operation("model", &UIDevice::model)
-                   .key("userInterfaceIdiom", &UIDevice::userInterfaceIdiom)
-                   .key("systemVersion", &UIDevice::systemVersion)
-                   .key("model", &UIDevice::model)
+                   .property("userInterfaceIdiom", &UIDevice::userInterfaceIdiom)
+                   .property("systemVersion", &UIDevice::systemVersion)
+                   .property("model", &UIDevice::model)
                    .build());
   registry.add(ClassBuilder<UIApplication>("NSObject")
                    .classOperation("sharedApplication", &UIApplication::sharedApplication)

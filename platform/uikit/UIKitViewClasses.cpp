@@ -1,4 +1,4 @@
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/uikit/UIKitClassTables.h"
 #include "platform/uikit/controllers/UIViewController.h"
 #include "platform/uikit/views/UIActivityIndicatorView.h"
@@ -24,10 +24,8 @@ Class viewClass() {
       .property("contentMode", &UIView::contentMode, &UIView::setContentMode)
       .property("accessibilityLabel", &UIView::accessibilityLabel, &UIView::setAccessibilityLabel)
       .property("tag", &UIView::tag, &UIView::setTag)
-      .key("superview", &UIView::superview)
-      .key("layer", &UIView::layer)
-      .operation("superview", &UIView::superview)
-      .operation("layer", &UIView::layer)
+      .property("superview", &UIView::superview)
+      .property("layer", &UIView::layer)
       .operation("addSubview:", &UIView::addSubview)
       .operation("removeFromSuperview", &UIView::removeFromSuperview)
       .operation("addGestureRecognizer:", &UIView::addGestureRecognizer)
@@ -56,10 +54,8 @@ Class labelClass() {
 
 Class recognizerClass() {
   ClassBuilder<UIGestureRecognizer> builder("NSObject");
-  builder.key("state", &UIGestureRecognizer::state)
-      .operation("state", &UIGestureRecognizer::state)
-      .key("view", &UIGestureRecognizer::view)
-      .operation("view", &UIGestureRecognizer::view)
+  builder.property("state", &UIGestureRecognizer::state)
+      .property("view", &UIGestureRecognizer::view)
       .property("enabled", &UIGestureRecognizer::isEnabled, &UIGestureRecognizer::setEnabled)
       .property("cancelsTouchesInView", &UIGestureRecognizer::cancelsTouchesInView,
                 &UIGestureRecognizer::setCancelsTouchesInView);

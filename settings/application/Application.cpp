@@ -1,15 +1,14 @@
 #include "settings/application/Application.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <filesystem>
-#include <thread>
 #include <utility>
 
 #include "settings/application/ApplicationState.h"
 #include "settings/application/ControlCenterRow.h"
-#include "settings/device/DeviceTree.h"
+#include "settings/device/DevicePaths.h"
+#include "settings/device/Product.h"
 #include "settings/device/Traits.h"
 #include "settings/panes/SidePanes.h"
 #include "settings/tree/ActionMembers.h"
@@ -23,9 +22,6 @@ namespace {
 
 constexpr double largestSide = 10000;  // points, of what a presenter can show
 
-// How often a program that runs is looked at, in seconds.
-constexpr double programInterval = 0.02;
-
 }  // namespace
 
 ApplicationResult Application::create(ApplicationOptions options) {
@@ -33,7 +29,8 @@ ApplicationResult Application::create(ApplicationOptions options) {
   if (!std::filesystem::is_directory(options.deviceRoot, error)) {
     return {nullptr, options.deviceRoot +
                          " is no folder that could stand for a device; make one with "
-                         "`zentrova-settings device create`"};
+                         "`" +
+                         std::string(programName) + " device create`"};
   }
   auto files = std::make_shared<platform::DeviceFileSystem>(options.deviceRoot);
   // What was left behind by writers that were ended in the middle of a write.
@@ -180,10 +177,6 @@ ActionResult Application::setTrait(std::string_view name, std::string_view value
   });
 }
 
-const platform::DeviceTraits& Application::traits() const noexcept {
-  return *_state->services.traits;
-}
-
 ActionResult Application::advance(double seconds) {
   if (_state->options.time != Time::virtualClock) {
     return refused("the clock is the real one and cannot be moved");
@@ -205,17 +198,21 @@ std::size_t Application::runBackground(std::optional<std::size_t> count) {
   return ran;
 }
 
-std::optional<double> Application::runPending() {
-  if (!_state->process || _state->crash || _state->isBusy) return std::nullopt;
-  _state->runAtEdge("delayed work", [] { return ActionResult{}; });
-  auto next = _state->process->scheduler().secondsToNext();
-  if (_state->anyProgramRuns()) next = std::min(next.value_or(programInterval), programInterval);
-  return next;
+void Application::run(const std::function<void()>& afterTurn) {
+  State& state = *_state;
+  for (state.main->runReady(); !state.stopped; state.main->runReady()) {
+    state.runAtEdge("delayed work", [] { return ActionResult{}; });
+    afterTurn();
+    state.sleep();
+  }
 }
 
-void Application::setWakeHandler(std::function<void()> handler) {
-  const std::lock_guard lock(_state->wakeMutex);
-  _state->wakeHandler = std::move(handler);
+void Application::stop() {
+  _state->main->push([state = _state.get()] { state->stopped = true; });
+}
+
+platform::MainQueue& Application::mainQueue() noexcept {
+  return *_state->main;
 }
 
 const std::vector<SidePane>& Application::sidePanes() const noexcept {
@@ -243,11 +240,8 @@ std::vector<platform::ProgramRecord> Application::programRecords() {
 }
 
 bool Application::waitForPrograms(double timeoutSeconds) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(timeoutSeconds);
-  while (_state->anyProgramRuns()) {
-    if (std::chrono::steady_clock::now() >= end) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  }
+  const auto end = platform::machineNanoseconds() + platform::nanosecondsOfSeconds(timeoutSeconds);
+  if (!_state->main->runUntil([&] { return !_state->lastRunning(); }, end)) return false;
   _state->announceRestarts();
   return true;
 }
@@ -309,10 +303,6 @@ platform::FileSystem& Application::device() {
 
 std::string Application::bundleName() const {
   return std::filesystem::path(_state->options.bundlePath).stem().string();
-}
-
-const std::string& Application::deviceRoot() const noexcept {
-  return _state->options.deviceRoot;
 }
 
 SettingsProcess* Application::process() noexcept {

@@ -13,10 +13,13 @@
 #include "platform/foundation/log/Log.h"
 #include "platform/foundation/objects/DeviceTraits.h"
 #include "platform/foundation/programs/Programs.h"
+#include "settings/application/Time.h"
+#include "settings/device/Product.h"
 #include "settings/tree/ActionResult.h"
 #include "settings/tree/CrashReport.h"
 
 namespace platform {
+class MainQueue;
 class Object;
 class PSSpecifier;
 }  // namespace platform
@@ -29,17 +32,11 @@ struct PhotoResult;
 struct SidePane;
 struct ThumbnailFile;
 
-enum class Time {
-  virtualClock,  // stands still until `advance`; background work runs where `background` says
-  real,
-};
-
 struct ApplicationOptions {
   std::string deviceRoot;  // folder of this machine that stands for the device's "/"
   platform::DeviceTraits traits;
   Time time = Time::virtualClock;
-  std::string bundlePath =
-      "/var/jb/Library/PreferenceBundles/ZentrovaPrefs.bundle";  // on the device
+  std::string bundlePath{settings::bundlePath};  // on the device
 };
 
 struct ApplicationResult;
@@ -52,7 +49,8 @@ struct ApplicationResult;
 // "continue" goes on with the page as it is, "restart" starts a new process.
 //
 // Threads: an application belongs to the thread that created it, which is the main thread of its
-// processes. Only the wake handler is called from others. Nothing here blocks longer than the disk.
+// processes. Others may call `stop`, and what the main queue allows. Nothing here blocks longer
+// than the disk but `run`, `waitForPrograms`, and a page that waits for a program.
 class Application {
  public:
   // Does not open anything yet. Removes what was left in the device's folders by writers that were
@@ -91,7 +89,6 @@ class Application {
   // Traits of the device, as the script command `trait` takes them ("appearance", "dark"). Which
   // neighbours there are and what becomes of the row "ControlCenter" counts from the next `open`.
   ActionResult setTrait(std::string_view name, std::string_view value);
-  const platform::DeviceTraits& traits() const noexcept;
 
   // --- Time ---
   // Virtual clock: moves it, running what falls due on the way. Refused with real time.
@@ -99,16 +96,23 @@ class Application {
   // Virtual clock: runs that many pieces of queued background work (none: all, with what they
   // queue). Gives how many ran.
   std::size_t runBackground(std::optional<std::size_t> count);
-  // Runs the main-thread work that is due. Gives the seconds until the next piece, if one waits.
-  // With real time, call it when the wake handler was called and when those seconds have passed.
-  std::optional<double> runPending();
-  // Called from any thread when work for the main thread was queued. It must only wake the main
-  // thread up. Set before `open`.
-  void setWakeHandler(std::function<void()> handler);
+
+  // --- The main loop ---
+  // Runs what is in the main queue and what is due in the process, calls `afterTurn`, and sleeps
+  // until there is more, over and over until `stop`. While a crash report is open, the work of the
+  // process is held.
+  void run(const std::function<void()>& afterTurn);
+  // Ends `run` after the turn in hand, and the program that a page waits for. May come before
+  // `run`; there is no turn then.
+  void stop();
+  // What comes from outside of the process. It runs in `run`, and also while a page waits for a
+  // program or waitForPrograms does. Lives as long as the application.
+  platform::MainQueue& mainQueue() noexcept;
 
   // --- A page that waits for a program, which blocks the main thread as on a device ---
-  // Called on the main thread over and over while that lasts longer than half a second. The tree
-  // then has a node `waiting`; every action but "stop" on it is refused.
+  // Called on the main thread over and over while that lasts longer than half a second: each half
+  // second, and whenever the thread was woken. The tree then has a node `waiting`; every action but
+  // "stop" on it is refused.
   void setWaitHandler(std::function<void()> handler);
   // Ends the program that is waited for: it is asked to, and killed a second later.
   void stopWaiting();
@@ -150,9 +154,8 @@ class Application {
 
   // The file system of the device, for changes from outside; they are not recorded as writes.
   platform::FileSystem& device();
-  const std::string& deviceRoot() const noexcept;
-  // "ZentrovaPrefs": who makes the writes that are recorded. Programs that were started write past
-  // the record.
+  // The name of the bundle's folder: who makes the writes that are recorded. Programs that were
+  // started write past the record.
   std::string bundleName() const;
   // The process that runs; null before `open`.
   SettingsProcess* process() noexcept;

@@ -5,8 +5,8 @@
 
 #include "platform/foundation/files/ObservedFileSystem.h"
 #include "platform/foundation/log/MemoryLog.h"
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/programs/DevicePrograms.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/drawing/UIKitState.h"
 #include "settings/panes/EditWatch.h"
 #include "settings/tree/ActionMembers.h"
@@ -77,9 +77,12 @@ void Application::State::endProcess() {
   process.reset();
 }
 
-void Application::State::wake() {
-  const std::lock_guard lock(wakeMutex);
-  if (wakeHandler) wakeHandler();
+void Application::State::sleep() {
+  if (process && !crash) {
+    process->scheduler().sleep();
+  } else {
+    main->sleep(platform::MainQueue::never);
+  }
 }
 
 void Application::State::beginTurn() {
@@ -165,10 +168,12 @@ void Application::State::announceRestarts() {
   }
 }
 
-bool Application::State::anyProgramRuns() const {
-  return std::ranges::any_of(services.programs->records(), [](const auto& record) {
-    return record.startError == 0 && !record.exitStatus;
-  });
+std::optional<platform::ProgramRecord> Application::State::lastRunning() const {
+  std::optional<platform::ProgramRecord> running;
+  for (auto& record : programs->records()) {
+    if (record.startError == 0 && !record.exitStatus) running = std::move(record);
+  }
+  return running;
 }
 
 void Application::State::open() {
@@ -177,8 +182,8 @@ void Application::State::open() {
   endProcess();
   crash.reset();
   identityBase = std::max(identityBase, snapshot.largestIdentity);
-  process = std::make_unique<SettingsProcess>(services, options.time, [this] { wake(); });
-  process->scheduler().setWaitHandler([this](double seconds) { whileWaiting(seconds); });
+  process = std::make_unique<SettingsProcess>(services, options.time, main);
+  process->scheduler().setWaitHandler([this](double seconds) { return whileWaiting(seconds); });
   hand = std::make_unique<UserHand>(*process, photos);
   pane.beginAction();
   const platform::ProcessScope scope(process->process());
@@ -201,14 +206,15 @@ void Application::State::refresh() {
   if (!waitingNode.empty()) return;
   if (!std::exchange(treeIsStale, false) && revision > 0) return;
   beginTurn();
-  SnapshotRequest request{process ? process->window() : nullptr,
-                          process ? process->outer() : nullptr,
-                          &photos,
-                          crash ? &*crash : nullptr,
-                          crashToken,
-                          true,
-                          identityBase,
-                          &neighbours};
+  SnapshotRequest request;
+  if (process) request.window = process->window();
+  if (process) request.outer = process->outer();
+  if (process) request.bundleTitle = process->bundleTitle();
+  request.photos = &photos;
+  request.crash = crash ? &*crash : nullptr;
+  request.crashToken = crashToken;
+  request.identityBase = identityBase;
+  request.neighbours = &neighbours;
   std::optional<platform::ProcessScope> scope;
   if (process) scope.emplace(process->process());
   const NamedImages before = std::exchange(snapshot.targets.images, {});

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <set>
@@ -12,13 +11,15 @@
 
 #include "platform/foundation/files/DeviceFileSystem.h"
 #include "platform/foundation/programs/DevicePrograms.h"
+#include "platform/foundation/scheduling/MainQueue.h"
 #include "settings/application/Application.h"
 #include "settings/application/SettingsProcess.h"
 #include "settings/application/StageWatch.h"
 #include "settings/application/UserHand.h"
 #include "settings/device/PhotoLibrary.h"
-#include "settings/neighbours/ModuleNeighbours.h"
+#include "settings/neighbours/ModuleIndex.h"
 #include "settings/neighbours/NeighbourRegistry.h"
+#include "settings/neighbours/Neighbours.h"
 #include "settings/panes/FilePane.h"
 #include "settings/panes/PastImages.h"
 #include "settings/panes/RecordLog.h"
@@ -28,7 +29,7 @@
 namespace settings {
 
 // What the application consists of. The device (its files, records and traits) stays; the process
-// comes and goes. Threads: the application's own, but for the wake handler.
+// comes and goes. Threads: the application's own.
 struct Application::State {
   State(ApplicationOptions given, std::shared_ptr<platform::DeviceFileSystem> files);
   ~State();
@@ -51,15 +52,20 @@ struct Application::State {
   void tellObservers();
   // Restarts of the home screen that have ended well since the last look.
   void announceRestarts();
-  bool anyProgramRuns() const;
+  // The program that was started last of those that run.
+  std::optional<platform::ProgramRecord> lastRunning() const;
   // --- While a page waits for a program (ApplicationWaiting.cpp) ---
-  void whileWaiting(double seconds);
+  // Called with the seconds that the page has waited; gives those at which to call it again.
+  double whileWaiting(double seconds);
+  // Asks the program to end, and ends it where it does not. As whileWaiting.
+  double endProgram(const platform::ProgramRecord& program, double seconds);
   // The tree as it was, with a node that says what is waited for.
   void showWaiting(const platform::ProgramRecord& program);
   void endWaiting();
   // The refusal of everything but "stop" in the meantime; empty where nothing runs.
   std::string busyMessage() const;
-  void wake();
+  // Until there is something in the main queue or, where no crash report is open, in the process.
+  void sleep();
   // What the user points at, for people: "tap on \"Respring\"".
   std::string placeOf(const nlohmann::json& action) const;
   const NodeTarget* target(std::string_view node);
@@ -72,7 +78,7 @@ struct Application::State {
 
   ApplicationOptions options;
   std::shared_ptr<platform::DeviceFileSystem> device;
-  NeighbourRegistry neighbours{moduleNeighbours()};
+  NeighbourRegistry neighbours{allNeighbours};
   DeviceServices services;
   RecordLog<platform::LogEntry> logEntries{10000};
   RecordLog<platform::FileWrite> writes{10000};
@@ -81,8 +87,8 @@ struct Application::State {
   PhotoLibrary photos;
   std::vector<ApplicationObserver*> observers;
 
-  std::mutex wakeMutex;
-  std::function<void()> wakeHandler;
+  std::shared_ptr<platform::MainQueue> main = std::make_shared<platform::MainQueue>();
+  bool stopped = false;
 
   std::shared_ptr<platform::DevicePrograms> programs;  // those of the services
   bool isBusy = false;                                 // work is running in the process

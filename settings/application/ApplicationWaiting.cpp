@@ -2,11 +2,13 @@
 // device: the presenters are told, and may stop the program.
 
 #include <algorithm>
+#include <cmath>
 #include <csignal>
+#include <limits>
 #include <nlohmann/json.hpp>
 #include <utility>
 
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/uikit/drawing/UIKitState.h"
 #include "settings/application/ApplicationState.h"
 
@@ -28,24 +30,35 @@ std::string commandOf(const platform::ProgramRecord& program) {
 
 }  // namespace
 
-void Application::State::whileWaiting(double seconds) {
-  std::optional<platform::ProgramRecord> running;
-  for (const auto& record : programs->records()) {
-    if (record.startError == 0 && !record.exitStatus) running = record;
+double Application::State::whileWaiting(double seconds) {
+  double next = std::numeric_limits<double>::infinity();
+  const auto running = lastRunning();
+  if (!running) return next;
+  if (waitHandler) {
+    if (seconds >= waitIsLongSeconds) {
+      if (waitingNode.empty()) showWaiting(*running);
+      waitHandler();
+    }
+    next = (std::floor(seconds / waitIsLongSeconds) + 1) * waitIsLongSeconds;
   }
-  if (!running) return;
-  if (options.time == Time::virtualClock) stopRequested = stopRequested || seconds >= patience;
-  if (stopRequested && !stoppedAt) {
+  // Nobody else is there to stop it.
+  const bool isImpatient = options.time == Time::virtualClock;
+  if (stopped || (isImpatient && seconds >= patience)) stopRequested = true;
+  if (stopRequested) return std::min(next, endProgram(*running, seconds));
+  return isImpatient ? std::min(next, patience) : next;
+}
+
+double Application::State::endProgram(const platform::ProgramRecord& program, double seconds) {
+  if (!stoppedAt) {
     stoppedAt = seconds;
     platform::NSLog("[Settings] stopped the program that the page waits for: %@",
-                    {commandOf(*running)});
-    programs->sendSignal(running->id, SIGTERM);
-  } else if (stoppedAt && seconds >= *stoppedAt + graceSeconds) {
-    programs->sendSignal(running->id, SIGKILL);
+                    {commandOf(program)});
+    programs->sendSignal(program.id, SIGTERM);
   }
-  if (!waitHandler || seconds < waitIsLongSeconds) return;
-  if (waitingNode.empty()) showWaiting(*running);
-  waitHandler();
+  const double end = *stoppedAt + graceSeconds;
+  if (seconds < end) return end;
+  programs->sendSignal(program.id, SIGKILL);
+  return std::numeric_limits<double>::infinity();
 }
 
 void Application::State::showWaiting(const platform::ProgramRecord& program) {

@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "platform/foundation/files/FileSystem.h"
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/preferences/BundleInterface.h"
 
 namespace settings {

@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <cctype>
 
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/foundation/objects/NSString.h"
 #include "platform/uikit/controllers/UIAlertController.h"
-#include "settings/application/SettingsProcess.h"
 
 namespace settings {
 
@@ -72,7 +71,7 @@ void LinkOpener::refuse(const NSURL& url) {
 }
 
 void LinkOpener::show(const std::shared_ptr<platform::UIViewController>& alert) {
-  if (const auto page = _process.topPage()) page->presentViewController(alert, true);
+  if (const auto page = _topPage()) page->presentViewController(alert, true);
 }
 
 }  // namespace settings

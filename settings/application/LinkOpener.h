@@ -9,19 +9,20 @@
 
 namespace settings {
 
-class SettingsProcess;
-
 // Asks before an address leads out of the application: an alert over the page says where it would
 // go, and only "Open" hands it on. Web addresses (http and https, with a host) alone can be opened;
-// of any other the alert says that it cannot. The process must outlive the opener's use.
+// of any other the alert says that it cannot.
 // Threads: main.
 class LinkOpener final : public platform::URLOpener {
  public:
   // Told of each address that the user lets out.
   using Opened = std::function<void(const std::string& url)>;
 
-  LinkOpener(SettingsProcess& process, Opened opened)
-      : _process(process), _opened(std::move(opened)) {}
+  // The page on top at the moment of the call; empty where there is none.
+  using TopPage = std::function<std::shared_ptr<platform::UIViewController>()>;
+
+  LinkOpener(TopPage topPage, Opened opened)
+      : _topPage(std::move(topPage)), _opened(std::move(opened)) {}
 
   void openURL(const std::shared_ptr<platform::NSURL>& url) override;
 
@@ -30,7 +31,7 @@ class LinkOpener final : public platform::URLOpener {
   void refuse(const platform::NSURL& url);
   void show(const std::shared_ptr<platform::UIViewController>& alert);
 
-  SettingsProcess& _process;
+  TopPage _topPage;
   Opened _opened;
 };
 

@@ -3,7 +3,8 @@
 #include <optional>
 #include <utility>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/ClassBuilder.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace settings {
 

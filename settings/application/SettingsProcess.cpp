@@ -20,7 +20,7 @@ using platform::UIViewController;
 
 namespace {
 
-// "ZentrovaPrefs" of "/.../ZentrovaPrefs.bundle".
+// "Name" of "/.../Name.bundle".
 std::string nameOfFolder(const std::string& path) {
   const std::string name = path.substr(path.find_last_of('/') + 1);
   return name.substr(0, name.find('.'));
@@ -29,20 +29,16 @@ std::string nameOfFolder(const std::string& path) {
 }  // namespace
 
 SettingsProcess::SettingsProcess(const DeviceServices& services, Time time,
-                                 std::function<void()> wake)
+                                 std::shared_ptr<platform::MainQueue> outer)
     : _controlCenterRow(services.controlCenterRow),
       _process(std::make_unique<platform::Process>()) {
-  std::shared_ptr<platform::Scheduler> clock;
   if (time == Time::virtualClock) {
-    auto scheduler = std::make_shared<platform::VirtualScheduler>(_process.get());
+    auto scheduler = std::make_shared<platform::VirtualScheduler>(_process.get(), std::move(outer));
     _virtual = scheduler.get();
-    clock = std::move(scheduler);
+    _scheduler = std::move(scheduler);
   } else {
-    auto scheduler = std::make_shared<platform::ThreadedScheduler>(_process.get());
-    _threaded = scheduler.get();
-    clock = std::move(scheduler);
+    _scheduler = std::make_shared<platform::ThreadedScheduler>(_process.get(), std::move(outer));
   }
-  _scheduler = std::make_shared<ApplicationScheduler>(std::move(clock), std::move(wake));
   provideServices(services);
   registerClasses(services.neighbours);
 }
@@ -62,7 +58,8 @@ void SettingsProcess::provideServices(const DeviceServices& services) {
   _process->provide<platform::Programs>(services.programs);
   _process->provide<platform::Log>(services.log);
   _process->provide<platform::DeviceTraits>(services.traits);
-  _process->provide<platform::URLOpener>(std::make_shared<LinkOpener>(*this, services.openedURL));
+  _process->provide<platform::URLOpener>(
+      std::make_shared<LinkOpener>([this] { return topPage(); }, services.openedURL));
 }
 
 void SettingsProcess::registerClasses(const NeighbourRegistry* neighbours) {
@@ -144,17 +141,12 @@ std::shared_ptr<UIViewController> SettingsProcess::topPage() const {
   return navigation ? navigation->topViewController() : nullptr;
 }
 
-void SettingsProcess::runDueWork() {
-  if (_virtual) _virtual->runMain();
-  if (_threaded) _threaded->runOnce(0);
-}
-
 void SettingsProcess::settle() {
-  runDueWork();
+  _scheduler->runMain();
   if (!_window) return;
   layOut();
   // What laying out has queued for now belongs to the same turn.
-  runDueWork();
+  _scheduler->runMain();
   layOut();
 }
 

@@ -5,19 +5,18 @@
 #include <optional>
 #include <string>
 
+#include "platform/foundation/files/FileSystem.h"
+#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/DeviceTraits.h"
 #include "platform/foundation/objects/Process.h"
+#include "platform/foundation/programs/Programs.h"
 #include "platform/foundation/scheduling/VirtualScheduler.h"
 #include "platform/preferences/DarwinNotifications.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "platform/uikit/controllers/UIWindow.h"
-#include "settings/application/Application.h"
-#include "settings/application/ApplicationScheduler.h"
 #include "settings/application/ControlCenterRow.h"
+#include "settings/application/Time.h"
 #include "settings/application/VersionFooter.h"
-
-namespace platform {
-class ThreadedScheduler;
-}
 
 namespace settings {
 
@@ -48,8 +47,10 @@ struct DeviceServices {
 // Threads: main.
 class SettingsProcess {
  public:
-  // An empty process; `load` brings the bundle and the window.
-  SettingsProcess(const DeviceServices& services, Time time, std::function<void()> wake);
+  // An empty process; `load` brings the bundle and the window. `outer` is the queue of what goes on
+  // while a page waits; null for none.
+  SettingsProcess(const DeviceServices& services, Time time,
+                  std::shared_ptr<platform::MainQueue> outer = nullptr);
   ~SettingsProcess();
   SettingsProcess(const SettingsProcess&) = delete;
   SettingsProcess& operator=(const SettingsProcess&) = delete;
@@ -63,10 +64,12 @@ class SettingsProcess {
   void showProblem(const std::string& title, const std::string& text);
 
   platform::Process& process() noexcept { return *_process; }
-  ApplicationScheduler& scheduler() noexcept { return *_scheduler; }
+  platform::QueueScheduler& scheduler() noexcept { return *_scheduler; }
   // Null with real time.
   platform::VirtualScheduler* virtualClock() noexcept { return _virtual; }
 
+  // What the bundle calls itself; its name where it does not say.
+  const std::string& bundleTitle() const noexcept { return _bundleTitle; }
   // Empty before a page is shown.
   const std::shared_ptr<platform::UIWindow>& window() const noexcept { return _window; }
   const std::shared_ptr<platform::UINavigationController>& outer() const noexcept { return _outer; }
@@ -84,7 +87,6 @@ class SettingsProcess {
   // The bundle's first page, or one that says why there is none.
   std::shared_ptr<platform::UIViewController> makePage();
   void show(const std::shared_ptr<platform::UIViewController>& page);
-  void runDueWork();
   void layOut();
 
   std::shared_ptr<void> _bundleCode;  // goes last
@@ -95,8 +97,7 @@ class SettingsProcess {
   ControlCenterRow _controlCenterRow;
   std::unique_ptr<platform::Process> _process;
   platform::VirtualScheduler* _virtual = nullptr;
-  platform::ThreadedScheduler* _threaded = nullptr;
-  std::shared_ptr<ApplicationScheduler> _scheduler;
+  std::shared_ptr<platform::QueueScheduler> _scheduler;
   std::shared_ptr<platform::UIWindow> _window;
   std::shared_ptr<platform::UINavigationController> _outer;
   VersionFooter _versionFooter;

@@ -11,7 +11,8 @@
 #include "settings/cli/Subcommands.h"
 #include "settings/cli/common/BundleProcess.h"
 #include "settings/cli/common/DeviceOptions.h"
-#include "settings/cli/common/PlistInput.h"
+#include "settings/device/JsonText.h"
+#include "settings/device/Product.h"
 #include "settings/device/PropertyListJson.h"
 
 namespace settings {
@@ -41,11 +42,11 @@ std::unique_ptr<BundleProcess> openBundle(const ColourChoice& choice, CommandCon
 // What the cell answers to an operation; none, with a message, where there is no such cell.
 Value askCell(BundleProcess& bundle, std::string_view selector, const Value& argument,
               CommandContext& context) {
-  const platform::Class* found = bundle.find("HBColorPickerTableCell");
+  const platform::Class* found = bundle.find(colourCellClassName);
   const auto cell = found ? found->makeInstance() : nullptr;
   if (cell && cell->respondsToSelector(selector)) return cell->perform(selector, {argument});
-  context.status = context.fail("the bundle has no HBColorPickerTableCell that answers " +
-                                std::string(selector));
+  context.status = context.fail("the bundle has no " + std::string(colourCellClassName) +
+                                " that answers " + std::string(selector));
   return {};
 }
 
@@ -61,11 +62,11 @@ json jsonOf(const platform::UIColor& color) {
 void printColor(const platform::UIColor& color, CommandContext& context) {
   const json members = jsonOf(color);
   if (context.json) {
-    context.output << jsonText(members, JsonStyle::oneLine) << '\n';
+    context.output << jsonText(members) << '\n';
     return;
   }
   for (const auto& [name, value] : members.items()) {
-    const std::string text = value.is_string() ? value.get<std::string>() : value.dump();
+    const std::string text = value.is_string() ? value.get<std::string>() : jsonText(value);
     context.output << name << ": " << text << '\n';
   }
 }
@@ -86,7 +87,9 @@ ExitStatus formatColour(const ColourChoice& choice, CommandContext& context) {
   const auto color = std::make_shared<platform::UIColor>(choice.components);
   const Value text = askCell(*bundle, "hexStringFromColor:", color, context);
   if (!text.isString()) return ExitStatus::finding;
-  context.output << (context.json ? jsonTextFromValue(text) : *text.text()) << '\n';
+  context.output << (context.json ? jsonText(jsonFromValue(text), JsonStyle::indented)
+                                  : *text.text())
+                 << '\n';
   return ExitStatus::done;
 }
 
@@ -102,7 +105,7 @@ void addColourParse(CLI::App& colour, CommandContext& context) {
   const auto choice = std::make_shared<ColourChoice>();
   command->add_option("STRING", choice->text, "As it is stored: FA0000FF, #f00, red")->required();
   addBundleOption(*command, *choice);
-  addCommonOptions(*command, context, "zentrova-settings colour parse FA0000FF --json");
+  addCommonOptions(*command, context, "colour parse FA0000FF --json");
   command->callback([choice, &context] { context.status = parseColour(*choice, context); });
 }
 
@@ -115,7 +118,7 @@ void addColourFormat(CLI::App& colour, CommandContext& context) {
   command->add_option("B", components.blue, "Blue")->required()->check(CLI::Number);
   command->add_option("A", components.alpha, "Alpha")->required()->check(CLI::Number);
   addBundleOption(*command, *choice);
-  addCommonOptions(*command, context, "zentrova-settings colour format 1 0 0 0.5");
+  addCommonOptions(*command, context, "colour format 1 0 0 0.5");
   command->callback([choice, &context] { context.status = formatColour(*choice, context); });
 }
 
@@ -124,7 +127,7 @@ void addColourFormat(CLI::App& colour, CommandContext& context) {
 void addColour(CLI::App& program, CommandContext& context) {
   CLI::App* colour = program.add_subcommand("colour", "Colours as they are stored: parse, format");
   colour->require_subcommand(1);
-  colour->footer("Example:\n  zentrova-settings colour parse '#FA0000'");
+  colour->footer(exampleText("colour parse '#FA0000'"));
   addColourParse(*colour, context);
   addColourFormat(*colour, context);
 }

@@ -7,7 +7,7 @@
 
 #include "settings/cli/Subcommands.h"
 #include "settings/cli/common/DeviceOptions.h"
-#include "settings/cli/common/PlistInput.h"
+#include "settings/device/JsonText.h"
 
 namespace settings {
 namespace {
@@ -59,7 +59,7 @@ void print(const DeviceDescription& description, CommandContext& context) {
 ExitStatus report(const DeviceTree& tree, const char* done, CommandContext& context) {
   if (context.json) {
     const json result = {{"folder", tree.root().string()}, {"done", done}};
-    context.output << jsonText(result, JsonStyle::oneLine) << '\n';
+    context.output << jsonText(result) << '\n';
   } else {
     context.output << done << ' ' << tree.root().string() << '\n';
   }
@@ -93,8 +93,7 @@ CLI::App& add(CLI::App& device, CommandContext& context, const char* name, const
               Action action, const std::shared_ptr<DeviceChoice>& choice) {
   CLI::App* command = device.add_subcommand(name, help);
   addDeviceOption(*command, choice->device);
-  addCommonOptions(*command, context,
-                   std::string("zentrova-settings device ") + name + " ./device");
+  addCommonOptions(*command, context, std::string("device ") + name + " ./device");
   command->callback([choice, action, &context] {
     // A variable of its own: what the environment names would replace it in the option's.
     if (!choice->folder.empty()) choice->device.folder = choice->folder;
@@ -117,7 +116,7 @@ void addBundle(CLI::App& command, DeviceChoice& choice) {
 void addDevice(CLI::App& program, CommandContext& context) {
   CLI::App* device = program.add_subcommand("device", "Device trees: create, describe, reset");
   device->require_subcommand(1);
-  device->footer("Example:\n  zentrova-settings device create ./device");
+  device->footer(exampleText("device create ./device"));
   const auto choice = std::make_shared<DeviceChoice>();
   CLI::App& creating =
       add(*device, context, "create", "Make a folder that stands for a device", create, choice);

@@ -8,8 +8,9 @@
 #include <ostream>
 #include <vector>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "settings/cli/Subcommands.h"
+#include "settings/device/Product.h"
 
 namespace settings {
 namespace {
@@ -19,16 +20,9 @@ void describe(CLI::App& program, CommandContext& context) {
   program.get_formatter()->column_width(36);
   program.footer(
       "Every subcommand has --help with an example. Exit status: 0 done, 1 a failed expectation\n"
-      "or a finding, 2 a usage error.\n\n"
-      "Example:\n  zentrova-settings device create ./device && zentrova-settings serve");
-  addServe(program, context);
-  addScript(program, context);
-  addSmoke(program, context);
-  addLint(program, context);
-  addPrefs(program, context);
-  addPlist(program, context);
-  addColour(program, context);
-  addDevice(program, context);
+      "or a finding, 2 a usage error.\n\n" +
+      exampleText("device create ./device && " + std::string(programName) + " serve"));
+  for (AddSubcommand* add : programSubcommands) add(program, context);
 }
 
 ExitStatus parseAndRun(CLI::App& program, std::span<const std::string> arguments,
@@ -53,7 +47,7 @@ ExitStatus parseAndRun(CLI::App& program, std::span<const std::string> arguments
 
 ExitStatus runProgram(std::span<const std::string> arguments, CommandContext& context) {
   CLI::App program("The Settings application: shows the pages of a settings bundle.",
-                   "zentrova-settings");
+                   std::string(programName));
   describe(program, context);
   const ExitStatus status = parseAndRun(program, arguments, context);
   errno = 0;

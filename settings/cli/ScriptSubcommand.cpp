@@ -64,10 +64,9 @@ void addScript(CLI::App& program, CommandContext& context) {
   command->add_option("FILE", choice->file, "The script; - is standard input")->required();
   addDeviceOption(*command, choice->device);
   addTraitOptions(*command, choice->device);
-  addCommonOptions(
-      *command, context,
-      "printf 'open\\ntap \"Respring\"\\nspawned\\n' | zentrova-settings script -\n\n" +
-          commandsText());
+  addCommonOptions(*command, context, {});
+  command->footer(exampleText("script -\n\n" + commandsText(),
+                              "printf 'open\\ntap \"Respring\"\\nspawned\\n' | "));
   command->callback([choice, &context] { context.status = play(*choice, context); });
 }
 

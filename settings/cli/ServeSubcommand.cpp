@@ -1,19 +1,21 @@
 #include <CLI/CLI.hpp>
-#include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <ostream>
 #include <string>
-#include <thread>
 
+#include "platform/foundation/scheduling/MainQueue.h"
 #include "settings/application/Application.h"
 #include "settings/cli/Subcommands.h"
 #include "settings/cli/common/DeviceOptions.h"
 #include "settings/cli/common/FolderWatch.h"
-#include "settings/cli/common/PlistInput.h"
 #include "settings/cli/common/PreferenceFile.h"
 #include "settings/cli/common/StopSignal.h"
+#include "settings/device/DevicePaths.h"
+#include "settings/device/JsonText.h"
+#include "settings/device/Product.h"
+#include "settings/device/ProgramFolder.h"
 #include "settings/web/PageHost.h"
 
 namespace settings {
@@ -25,50 +27,10 @@ struct ServeChoice {
   std::string page;
 };
 
-// The built page beside the program: "../share/page" from the folder of the program.
-std::string builtPage() {
-  std::error_code error;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-  return (program.parent_path().parent_path() / "share" / "page").string();
-}
-
-// Tells the host, from a thread of its own, of signals and of changed preference files.
-class ServeWatch {
- public:
-  ServeWatch(PageHost& host, StopSignal& signal, std::unique_ptr<FolderWatch> folder)
-      : _host(host), _signal(signal), _folder(std::move(folder)), _thread([this] { watch(); }) {}
-  ~ServeWatch() {
-    _signal.raise();
-    _thread.join();
-  }
-  ServeWatch(const ServeWatch&) = delete;
-  ServeWatch& operator=(const ServeWatch&) = delete;
-
- private:
-  void watch() {
-    bool stopped = false;
-    while (!stopped) {
-      const bool isWatched = _folder && !_folder->isGone();
-      bool changed = false;
-      if (!waitReadable(_signal.descriptor(), isWatched ? _folder->descriptor() : -1, stopped,
-                        changed)) {
-        break;
-      }
-      if (changed && _folder->takeChanges(preferenceFileName(defaultDomain))) _host.filesChanged();
-    }
-    _host.stop();
-  }
-
-  PageHost& _host;
-  StopSignal& _signal;
-  std::unique_ptr<FolderWatch> _folder;
-  std::thread _thread;
-};
-
 std::unique_ptr<FolderWatch> watchPreferences(Application& application, CommandContext& context) {
   std::string problem = "the device has no folder of preferences";
   const auto folder = application.device().hostPath(preferencesPath);
-  auto watch = folder ? FolderWatch::open(*folder, problem) : nullptr;
+  auto watch = folder ? FolderWatch::open(application.mainQueue(), *folder, problem) : nullptr;
   if (!watch) {
     context.fail(problem + "; changes by other programs are seen with the next tap only");
   }
@@ -77,7 +39,7 @@ std::unique_ptr<FolderWatch> watchPreferences(Application& application, CommandC
 
 void announce(const PageHost& host, CommandContext& context) {
   if (context.json) {
-    context.output << jsonText({{"address", host.address()}}, JsonStyle::oneLine) << '\n';
+    context.output << jsonText(nlohmann::json{{"address", host.address()}}) << '\n';
   } else {
     context.output << host.address() << '\n';
   }
@@ -94,13 +56,16 @@ ExitStatus serve(const ServeChoice& choice, CommandContext& context) {
   options.time = Time::real;
   ApplicationResult made = Application::create(options);
   if (!made.application) return context.fail(made.error);
-  const std::string page = choice.page.empty() ? builtPage() : choice.page;
+  const std::string page = choice.page.empty() ? sharedFolder("page").string() : choice.page;
   PageHostResult hosted = PageHost::create(*made.application, choice.server, page);
   if (!hosted.host) return context.fail(hosted.error);
   made.application->open();
   announce(*hosted.host, context);
-  const ServeWatch watch(*hosted.host, signal, watchPreferences(*made.application, context));
-  hosted.host->run();
+  PageHost& host = *hosted.host;
+  made.application->mainQueue().addWait(signal.descriptor(), [&host] { host.stop(); });
+  const auto watch = watchPreferences(*made.application, context);
+  if (watch) watch->notify(preferenceFileName(productDomain), [&host] { host.filesChanged(); });
+  host.run();
   return ExitStatus::done;
 }
 
@@ -119,7 +84,7 @@ void addServe(CLI::App& program, CommandContext& context) {
       ->type_name("DIR");
   addTraitOptions(*command, choice->device);
   addCommonOptions(*command, context,
-                   "zentrova-settings serve --port 0 --idiom pad --screen 820x1180@2\n"
+                   "serve --port 0 --idiom pad --screen 820x1180@2\n"
                    "Prints the address to open, and runs until it is interrupted.");
   command->callback([choice, &context] { context.status = serve(*choice, context); });
 }

@@ -3,7 +3,8 @@
 #include <system_error>
 #include <vector>
 
-#include "settings/device/DeviceTree.h"
+#include "settings/device/Product.h"
+#include "settings/device/ProgramFolder.h"
 
 namespace settings {
 
@@ -12,7 +13,7 @@ namespace fs = std::filesystem;
 namespace {
 
 // A bundle without these could not be opened by the application.
-constexpr std::string_view requiredFiles[] = {"Info.plist", "ZentrovaPrefs"};
+constexpr std::string_view requiredFiles[] = {"Info.plist", bundleCodeName};
 
 std::string missingFile(const fs::path& folder) {
   std::error_code error;
@@ -22,19 +23,13 @@ std::string missingFile(const fs::path& folder) {
   return {};
 }
 
-fs::path folderAboveProgram() {
-  std::error_code error;
-  const fs::path program = fs::read_symlink("/proc/self/exe", error);
-  return error ? fs::path() : program.parent_path().parent_path();
-}
-
 }  // namespace
 
 fs::path findBuiltBundle() {
-  const fs::path above = folderAboveProgram();
+  const fs::path above = programFolder();
   if (above.empty()) return {};
-  for (const fs::path& folder : std::vector<fs::path>{above, above / "lib/zentrova-settings"}) {
-    fs::path bundle = folder / "ZentrovaPrefs.bundle";
+  for (const fs::path& folder : std::vector<fs::path>{above, above / "lib" / programName}) {
+    fs::path bundle = folder / bundleFolderName;
     if (missingFile(bundle).empty()) return bundle;
   }
   return {};
@@ -45,8 +40,9 @@ BundleSource bundleSource(const fs::path& given) {
     fs::path built = findBuiltBundle();
     if (!built.empty()) return {std::move(built), {}};
     return {{},
-            "there is no complete ZentrovaPrefs.bundle beside the program (looked in " +
-                folderAboveProgram().string() + "). Build the project, or name the bundle."};
+            "there is no complete " + std::string(bundleFolderName) +
+                " beside the program (looked in " + programFolder().string() +
+                "). Build the project, or name the bundle."};
   }
   const std::string missing = missingFile(given);
   if (missing.empty()) return {given, {}};

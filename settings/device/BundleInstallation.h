@@ -13,4 +13,9 @@ struct BundleSource {
 
 BundleSource bundleSource(const std::filesystem::path& given);
 
+// The bundle that was built together with the running program: its folder (bundleFolderName) in
+// the folder above the program's, or in "lib/NAME" there, where NAME is the program's. Empty where
+// there is none.
+std::filesystem::path findBuiltBundle();
+
 }  // namespace settings

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "settings/device/BundleInstallation.h"
+#include "settings/device/Product.h"
 #include "settings/device/TreeContents.h"
 #include "settings/device/TreeFolders.h"
 #include "settings/device/TreeReader.h"
@@ -42,8 +43,10 @@ std::string obstacleAt(const fs::path& path) {
   return path.string() + " is not empty. Choose a folder that is missing or empty.";
 }
 
-constexpr const char* howToMakeOne =
-    ". Make a device tree with: zentrova-settings device create DIR";
+std::string howToMake(const char* what) {
+  return std::string(". Make ") + what + " with: " + std::string(programName) +
+         " device create DIR";
+}
 
 // What keeps the path from being opened as a folder; empty where nothing does.
 std::string whyNoFolder(const fs::path& path) {
@@ -79,16 +82,16 @@ DeviceTreeResult DeviceTree::create(const fs::path& directory, const DeviceTreeO
 DeviceTreeResult DeviceTree::open(const fs::path& directory) {
   const fs::path path = absolutePath(directory);
   const std::string problem = directory.empty() ? "no folder was named" : whyNoFolder(path);
-  if (!problem.empty()) return refused(problem + howToMakeOne);
+  if (!problem.empty()) return refused(problem + howToMake("a device tree"));
   const auto format = TreeReader(path).format();
   if (!format) {
     return refused(path.string() + " is not a device tree (it has no readable file " +
-                   std::string(treeMarkPath.substr(1)) + ")" + howToMakeOne);
+                   std::string(treeMarkPath.substr(1)) + ")" + howToMake("a device tree"));
   }
   if (*format != treeFormat) {
     return refused(path.string() + " is a device tree of format " + std::to_string(*format) +
                    "; this program knows format " + std::to_string(treeFormat) +
-                   ". Make a new one with: zentrova-settings device create DIR");
+                   howToMake("a new one"));
   }
   return {DeviceTree(path), {}};
 }

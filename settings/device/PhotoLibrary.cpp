@@ -7,7 +7,7 @@
 
 #include "platform/uikit/images/ImageCodecs.h"
 #include "platform/uikit/images/ImageHeader.h"
-#include "settings/device/DeviceTree.h"
+#include "settings/device/DevicePaths.h"
 
 namespace settings {
 namespace {

@@ -1,8 +1,9 @@
 #include "settings/device/ProgramStandIns.h"
 
 #include <string>
+#include <utility>
 
-#include "settings/device/DeviceTree.h"
+#include "settings/device/Product.h"
 #include "settings/device/TreeWriter.h"
 
 namespace settings {
@@ -16,11 +17,11 @@ constexpr std::string_view sbreloadPath = "/var/jb/usr/bin/sbreload";
 // The programs are started without an environment, so all that a script knows is its own path:
 // the tree is the nearest folder above it that bears the mark. Nothing but the shell's own
 // commands is used, for there may be no search path either. A line is written in one piece, so
-// that two programs do not mix theirs. @DEVICE_PATH@ and @..._LOG@ are filled in.
+// that two programs do not mix theirs. What stands between @ signs is filled in.
 constexpr std::string_view prologue = R"(#!/bin/sh
 folder=${0%/*}
 tree=$(cd "$folder" && pwd -P) || exit 1
-while [ ! -e "$tree/.zentrova-device.plist" ]; do
+while [ ! -e "$tree@TREE_MARK@" ]; do
   if [ -z "$tree" ]; then
     echo "$0: lies in no device tree" >&2
     exit 1
@@ -76,20 +77,20 @@ if [ "$2" != -s ]; then
   echo 'dpkg: error: need an action option' >&2
   exit 2
 fi
-if [ "$3" != com.hollowmere.zentrova ]; then
+if [ "$3" != @PACKAGE@ ]; then
   echo "dpkg-query: package '$3' is not installed and no information is available" >&2
   exit 1
 fi
 printf '%s\n' \
-  'Package: com.hollowmere.zentrova' \
+  'Package: @PACKAGE@' \
   'Status: install ok installed' \
   'Section: Tweaks' \
   'Installed-Size: 2048' \
-  'Maintainer: Hollowmere' \
+  'Maintainer: @MAINTAINER@' \
   'Architecture: iphoneos-arm64' \
   'Version: 1.0.0' \
   'Depends: firmware (>= 13.0)' \
-  'Description: A replacement for Control Center.'
+  'Description: @DESCRIPTION@'
 )";
 
 void replaceAll(std::string& text, std::string_view from, std::string_view to) {
@@ -100,9 +101,16 @@ void replaceAll(std::string& text, std::string_view from, std::string_view to) {
 
 void addStandIn(TreeWriter& writer, std::string_view path, std::string_view body) {
   std::string script = std::string(prologue) + std::string(body);
-  replaceAll(script, "@DEVICE_PATH@", path);
-  replaceAll(script, "@PROGRAM_LOG@", programLogPath);
-  replaceAll(script, "@HOME_SCREEN_LOG@", homeScreenLogPath);
+  const std::pair<std::string_view, std::string_view> fields[] = {
+      {"@DEVICE_PATH@", path},
+      {"@TREE_MARK@", treeMarkPath},
+      {"@PROGRAM_LOG@", programLogPath},
+      {"@HOME_SCREEN_LOG@", homeScreenLogPath},
+      {"@PACKAGE@", packageIdentifier},
+      {"@MAINTAINER@", packageMaintainer},
+      {"@DESCRIPTION@", packageDescription},
+  };
+  for (const auto& [field, text] : fields) replaceAll(script, field, text);
   writer.program(path, script);
 }
 

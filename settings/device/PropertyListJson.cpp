@@ -10,6 +10,7 @@
 #include "platform/foundation/text/Base64.h"
 #include "platform/foundation/text/NumberText.h"
 #include "platform/foundation/values/Collections.h"
+#include "settings/device/JsonText.h"
 
 namespace settings {
 namespace {
@@ -250,12 +251,12 @@ ordered_json jsonFromValue(const Value& value) {
   }
 }
 
-std::string jsonTextFromValue(const Value& value, int indent) {
-  return jsonFromValue(value).dump(indent, ' ', false, ordered_json::error_handler_t::replace);
+PropertyListFromJson valueFromJson(const nlohmann::json& json) {
+  return valueFromJsonText(jsonText(json));
 }
 
 PropertyListFromJson valueFromJson(const ordered_json& json) {
-  return valueFromJsonText(json.dump(-1, ' ', false, ordered_json::error_handler_t::replace));
+  return valueFromJsonText(jsonText(json));
 }
 
 PropertyListFromJson valueFromJsonText(std::string_view text) {

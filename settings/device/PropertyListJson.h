@@ -25,12 +25,10 @@ struct PropertyListFromJson {
 // surrogate and bytes that are no UTF-8 become U+FFFD.
 nlohmann::ordered_json jsonFromValue(const platform::Value& value);
 
-// The JSON text of a value. `indent` counts spaces a level; -1 puts all on one line.
-std::string jsonTextFromValue(const platform::Value& value, int indent = 2);
-
 // The value that the JSON stands for. Refused: null, a list or an object that is nested more than
 // 512 deep, a number outside -2^63 to 2^64-1 that is written as an integer, and an object with
 // "data", "date" or "real" as its only key whose text is not of the form above.
+PropertyListFromJson valueFromJson(const nlohmann::json& json);
 PropertyListFromJson valueFromJson(const nlohmann::ordered_json& json);
 
 // The same from text. An error in the text says at which byte.

@@ -3,6 +3,11 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "platform/foundation/text/NumberText.h"
+#include "platform/uikit/drawing/UIColor.h"
 
 namespace settings {
 namespace {
@@ -67,8 +72,7 @@ bool setScreen(DeviceTraits& traits, std::string_view value) {
 }
 
 bool setTint(DeviceTraits& traits, std::string_view value) {
-  constexpr std::string_view digits = "0123456789ABCDEFabcdef";
-  if (value.size() != 8 || value.find_first_not_of(digits) != std::string_view::npos) return false;
+  if (!platform::colorComponentsFromHex(value)) return false;
   traits.tint = value;
   return true;
 }
@@ -80,39 +84,133 @@ bool setTextScale(DeviceTraits& traits, std::string_view value) {
   return true;
 }
 
-struct Trait {
-  std::string name;
-  std::string values;  // what is accepted, with an example
-  bool (*set)(DeviceTraits&, std::string_view);
-};
+std::string idiomText(const DeviceTraits& traits) {
+  return traits.idiom == platform::UserInterfaceIdiom::pad ? "pad" : "phone";
+}
 
-const std::vector<Trait>& traitTable() {
-  static const std::vector<Trait> table = {
-      {"idiom", "phone or pad", &setIdiom},
-      {"system", "a version, as 15.4", &setSystem},
-      {"screen", "points and pixels per point, as 390x844@3", &setScreen},
-      {"appearance", "light or dark", &setAppearance},
-      {"tint", "RRGGBBAA, as FF0000FF", &setTint},
-      {"text", "the text size, 0.5 to 4; 1 is the standard one", &setTextScale},
-  };
-  return table;
+std::string screenText(const DeviceTraits& traits) {
+  using platform::number_text::formatShortest;
+  return formatShortest(traits.screenWidth) + "x" + formatShortest(traits.screenHeight) + "@" +
+         formatShortest(traits.screenScale);
+}
+
+std::string systemText(const DeviceTraits& traits) {
+  return traits.systemVersion.text();
+}
+
+std::string appearanceText(const DeviceTraits& traits) {
+  return traits.appearance == platform::UserInterfaceStyle::dark ? "dark" : "light";
+}
+
+std::string textScaleText(const DeviceTraits& traits) {
+  return platform::number_text::formatShortest(traits.textScale);
+}
+
+std::string tintText(const DeviceTraits& traits) {
+  return traits.tint;
 }
 
 }  // namespace
 
+const std::vector<Trait>& traitTable() {
+  static const std::vector<Trait> table = {
+      {.name = "idiom",
+       .values = "phone or pad",
+       .option = "--idiom",
+       .help = "phone or pad",
+       .label = "Device",
+       .place = 1,
+       .choices = {{"phone", "Phone"}, {"pad", "Tablet"}},
+       .set = &setIdiom,
+       .text = &idiomText},
+      {.name = "system",
+       .values = "a version, as 15.4",
+       .option = "--system",
+       .help = "System version, as 15.4",
+       .label = "System",
+       .place = 3,
+       .choices = {{"13.7", "13.7"}, {"14.0", "14.0"}, {"15.4", "15.4"}, {"16.5", "16.5"}},
+       .set = &setSystem,
+       .text = &systemText},
+      {.name = "screen",
+       .values = "points and pixels per point, as 390x844@3",
+       .option = "--screen",
+       .help = "Points and scale, as 390x844@3",
+       .label = "Screen",
+       .place = 2,
+       .choices = {{"390x844@3", "Phone, 390 × 844"},
+                   {"375x667@2", "Small phone, 375 × 667"},
+                   {"430x932@3", "Large phone, 430 × 932"},
+                   {"820x1180@2", "Tablet, 820 × 1180"},
+                   {"1180x820@2", "Tablet on its side, 1180 × 820"}},
+       .set = &setScreen,
+       .text = &screenText},
+      {.name = "appearance",
+       .values = "light or dark",
+       .option = "--appearance",
+       .help = "light or dark",
+       .label = "Appearance",
+       .place = 4,
+       .choices = {{"light", "Light"}, {"dark", "Dark"}},
+       .set = &setAppearance,
+       .text = &appearanceText},
+      {.name = "text",
+       .values = "the text size, 0.5 to 4; 1 is the standard one",
+       .option = "--text-scale",
+       .help = "Text size, 1 is the standard one",
+       .label = "Text size",
+       .place = 5,
+       .choices = {{"0.82", "Small"},
+                   {"1", "Standard"},
+                   {"1.24", "Large"},
+                   {"1.65", "Very large"},
+                   {"2.35", "Largest"}},
+       .set = &setTextScale,
+       .text = &textScaleText},
+      {.name = "tint",
+       .values = "RRGGBBAA, as FF0000FF",
+       .option = "--tint",
+       .help = "Tint colour, as 007AFFFF",
+       .label = "Tint",
+       .place = 6,
+       .choices = {},
+       .set = &setTint,
+       .text = &tintText},
+  };
+  return table;
+}
+
+std::string traitNames() {
+  std::string names;
+  for (const Trait& trait : traitTable()) names += (names.empty() ? "" : ", ") + trait.name;
+  return names;
+}
+
 std::optional<std::string> changeTrait(DeviceTraits& traits, std::string_view name,
                                        std::string_view value) {
-  std::string names;
-  for (const Trait& trait : traitTable()) {
-    if (trait.name == name) {
-      if (trait.set(traits, value)) return std::nullopt;
-      return "\"" + std::string(value) + "\" is no value of the trait " + trait.name +
-             "; allowed is " + trait.values;
-    }
-    names += (names.empty() ? "" : ", ") + trait.name;
+  const auto trait = std::ranges::find(traitTable(), name, &Trait::name);
+  if (trait == traitTable().end()) {
+    return "there is no trait \"" + std::string(name) + "\"; there are " + traitNames() +
+           ", controlCenterRow and neighbour CLASS on|off";
   }
-  return "there is no trait \"" + std::string(name) + "\"; there are " + names +
-         ", controlCenterRow and neighbour CLASS on|off";
+  if (trait->set(traits, value)) return std::nullopt;
+  return "\"" + std::string(value) + "\" is no value of the trait " + trait->name +
+         "; allowed is " + trait->values;
+}
+
+nlohmann::json jsonFromTraits(const DeviceTraits& traits) {
+  std::vector<Trait> shown = traitTable();
+  std::ranges::sort(shown, {}, &Trait::place);
+  nlohmann::json all = nlohmann::json::array();
+  for (const Trait& trait : shown) {
+    nlohmann::json choices = nlohmann::json::array();
+    for (const TraitChoice& choice : trait.choices) choices.push_back({choice.value, choice.title});
+    all.push_back({{"name", trait.name},
+                   {"label", trait.label},
+                   {"value", trait.text(traits)},
+                   {"choices", std::move(choices)}});
+  }
+  return all;
 }
 
 }  // namespace settings

@@ -1,9 +1,9 @@
 #include "settings/device/TreeContents.h"
 
 #include "platform/foundation/values/Collections.h"
-#include "settings/device/DeviceTree.h"
-#include "settings/device/InstalledModules.h"
-#include "settings/device/Photos.h"
+#include "settings/device/DevicePaths.h"
+#include "settings/device/Product.h"
+#include "settings/device/ProgramFolder.h"
 #include "settings/device/ProgramStandIns.h"
 #include "settings/device/TreeWriter.h"
 
@@ -11,31 +11,33 @@ namespace settings {
 
 namespace {
 
-// The link is relative, so that it leads into the tree for programs of this machine too.
-constexpr std::string_view jailbreakFolder = "/private/preboot/hollowmere/jb";
-constexpr std::string_view jailbreakLink = "../private/preboot/hollowmere/jb";
-
 void addMark(TreeWriter& writer) {
-  writer.propertyList(
-      treeMarkPath, platform::Dictionary{{"format", treeFormat}, {"kind", "zentrova-device-tree"}});
+  writer.propertyList(treeMarkPath,
+                      platform::Dictionary{{"format", treeFormat}, {"kind", treeKind}});
 }
 
 void addFolders(TreeWriter& writer) {
   writer.folder(jailbreakFolder);
-  writer.link("/var/jb", jailbreakLink);
+  // Relative, so that it leads into the tree for programs of this machine too.
+  writer.link(installRoot, ".." + std::string(jailbreakFolder));
   writer.folder(preferencesPath);
   for (const auto* path : {"/tmp", "/usr/bin", "/var/log", "/var/tmp"}) writer.folder(path);
 }
 
 }  // namespace
 
+void addSample(TreeWriter& writer) {
+  const std::filesystem::path sample = sharedFolder("sample");
+  writer.copy("/", sample / "device");
+  writer.copy(supportPath, sample / "support");
+  writer.copy(productPreferencesPath, sample / "preferences.plist");
+}
+
 std::string fillTree(const std::filesystem::path& root, const std::filesystem::path& bundle) {
   TreeWriter writer(root);
   addFolders(writer);
-  writer.copyFolder(bundlePath, bundle);
-  addAvatar(writer);
-  addInstalledModules(writer);
-  addPhotos(writer);
+  writer.copy(bundlePath, bundle);
+  addSample(writer);
   addProgramStandIns(writer);
   addMark(writer);
   return writer.problem();

@@ -23,8 +23,9 @@ FolderBeside::FolderBeside(const fs::path& target) : _target(target) {
   constexpr int attempts = 1000;
   std::error_code error;
   for (int attempt = 0; attempt < attempts && !error; ++attempt) {
-    const fs::path path = target.parent_path() / (".zentrova-device-" + std::to_string(::getpid()) +
-                                                  "-" + std::to_string(attempt));
+    const fs::path path =
+        target.parent_path() / ("." + target.filename().string() + "-" +
+                                std::to_string(::getpid()) + "-" + std::to_string(attempt));
     if (!fs::create_directory(path, error)) continue;
     _path = path;
     return;

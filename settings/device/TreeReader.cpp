@@ -5,8 +5,9 @@
 
 #include "platform/foundation/files/DeviceFileSystem.h"
 #include "platform/foundation/propertylist/PropertyList.h"
+#include "settings/device/DevicePaths.h"
+#include "settings/device/Product.h"
 #include "settings/device/ProgramStandIns.h"
-#include "settings/device/TreeContents.h"
 
 namespace settings {
 
@@ -38,7 +39,7 @@ platform::Dictionary TreeReader::propertyList(std::string_view path) const {
 std::optional<std::int64_t> TreeReader::format() const {
   const auto mark = propertyList(treeMarkPath);
   const platform::Value format = mark.valueForKey("format");
-  if (mark.valueForKey("kind").text() != "zentrova-device-tree") return std::nullopt;
+  if (mark.valueForKey("kind").text() != treeKind) return std::nullopt;
   return format.isNumber() ? std::optional(format.integerValue()) : std::nullopt;
 }
 
@@ -58,7 +59,7 @@ DeviceDescription TreeReader::describe() const {
   std::error_code error;
   result.folder = _root.string();
   result.format = format().value_or(0);
-  result.jailbreakFolder = fs::read_symlink(hostPath("/var/jb"), error).string();
+  result.jailbreakFolder = fs::read_symlink(hostPath(installRoot), error).string();
   const auto info = propertyList(std::string(bundlePath) + "/Info.plist");
   if (fs::is_directory(hostPath(bundlePath), error)) result.bundlePath = bundlePath;
   result.bundleVersion = info.valueForKey("CFBundleShortVersionString").text().value_or("");

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/foundation/values/Collections.h"
-#include "settings/device/DeviceTree.h"
+#include "settings/device/DeviceDescription.h"
 
 namespace settings {
 

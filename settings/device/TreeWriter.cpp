@@ -60,7 +60,7 @@ void TreeWriter::link(std::string_view path, std::string_view destination) {
   if (error) fail("cannot make the link " + hostPath(path).string(), error.message());
 }
 
-void TreeWriter::copyFolder(std::string_view path, const fs::path& source) {
+void TreeWriter::copy(std::string_view path, const fs::path& source) {
   folder(fs::path(path).parent_path().string());
   if (failed()) return;
   std::error_code error;

@@ -20,8 +20,8 @@ class TreeWriter {
   void program(std::string_view path, std::string_view script);
   void propertyList(std::string_view path, const platform::Value& value);
   void link(std::string_view path, std::string_view destination);
-  // A folder of this machine, with what is in it.
-  void copyFolder(std::string_view path, const std::filesystem::path& source);
+  // A file of this machine, or a folder with what is in it.
+  void copy(std::string_view path, const std::filesystem::path& source);
 
   // For people; empty where everything went well.
   const std::string& problem() const noexcept { return _problem; }

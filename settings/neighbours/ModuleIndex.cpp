@@ -7,7 +7,7 @@
 #include "platform/foundation/files/FileSystem.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/propertylist/PropertyList.h"
-#include "settings/device/DeviceTree.h"
+#include "settings/device/DevicePaths.h"
 
 namespace settings {
 

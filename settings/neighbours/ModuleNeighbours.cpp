@@ -1,14 +1,18 @@
-#include "settings/neighbours/ModuleNeighbours.h"
+// The stand-ins that know of the installed Control Center modules. All of them answer with what the
+// device tree holds (see ModuleIndex).
 
 #include <algorithm>
 #include <cstdint>
 #include <utility>
 
 #include "platform/foundation/files/FileSystem.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/propertylist/PropertyList.h"
-#include "settings/device/DeviceTree.h"
+#include "platform/uikit/images/UIImage.h"
+#include "settings/device/DevicePaths.h"
+#include "settings/neighbours/ModuleIndex.h"
+#include "settings/neighbours/Neighbours.h"
 
 namespace settings {
 
@@ -31,6 +35,37 @@ ModuleIndex& index() {
 platform::FileSystem& files() {
   return Process::current().service<platform::FileSystem>();
 }
+
+// An image of whatever size as an icon: its longer side takes the room that an icon has.
+std::shared_ptr<UIImage> readIcon(const std::string& path) {
+  const auto file = files().read(path, largestIcon);
+  const auto image = file.error ? nullptr : UIImage::imageWithData(platform::Data(file.bytes));
+  if (!image) return nullptr;
+  const double side = std::max(image->pixelWidth(), image->pixelHeight());
+  return UIImage::imageWithData(*image->encodedData(), side / iconSide);
+}
+
+// What the system shows of a module. Threads: main.
+class ModuleDescription final : public platform::Object {
+  PLATFORM_CLASS(ModuleDescription)
+
+ public:
+  ModuleDescription() = default;
+  explicit ModuleDescription(ModuleFolder folder) : _folder(std::move(folder)) {}
+
+  const std::string& displayName() const noexcept { return _folder.displayName; }
+  // The folder's icon.png, at the size of an icon in a list. Read at the first call and kept;
+  // empty where there is none, or the file is no image.
+  std::shared_ptr<UIImage> iconImage() {
+    if (!std::exchange(_iconWasRead, true)) _icon = readIcon(_folder.path + "/icon.png");
+    return _icon;
+  }
+
+ private:
+  ModuleFolder _folder;
+  std::shared_ptr<UIImage> _icon;
+  bool _iconWasRead = false;
+};
 
 // What the repository gives: a set, of which only the elements are asked for.
 class ModuleIdentifierSet final : public platform::Object {
@@ -57,10 +92,11 @@ class CCSModuleRepository final : public platform::Object {
   }
 };
 
-class ZVModuleRepository final : public platform::Object {
-  PLATFORM_CLASS(ZVModuleRepository)
-
+class ForbiddenModules final : public platform::Object {
  public:
+  static constexpr std::string_view staticClassName = moduleRepositoryClassName;
+  std::string_view className() const override { return staticClassName; }
+
   static Array forbiddenCCIdentifiers() {
     const auto file = files().read(forbiddenModulesPath);
     if (file.error) return {};
@@ -74,8 +110,6 @@ class CCUISettingsListController final : public platform::Object {
   PLATFORM_CLASS(CCUISettingsListController)
 
  public:
-  static constexpr std::string_view nameBeforeVersion14 = "CCUISettingsModulesController";
-
   platform::Dictionary descriptions() const {
     std::vector<std::pair<std::string, Value>> entries;
     for (const auto& folder : index().modules()) {
@@ -85,65 +119,36 @@ class CCUISettingsListController final : public platform::Object {
   }
 };
 
-void registerRepository(ClassRegistry& registry) {
+}  // namespace
+
+void registerModuleRepository(ClassRegistry& registry, std::string_view className) {
   registry.add(ClassBuilder<ModuleIdentifierSet>("NSObject")
                    .operation("allObjects", &ModuleIdentifierSet::allObjects)
                    .build());
   registry.add(
-      ClassBuilder<CCSModuleRepository>("NSObject")
+      ClassBuilder<CCSModuleRepository>(className, "NSObject")
           .classOperation("repositoryWithDefaults", &CCSModuleRepository::repositoryWithDefaults)
           .operation("loadableModuleIdentifiers", &CCSModuleRepository::loadableModuleIdentifiers)
           .build());
 }
 
-void registerForbidden(ClassRegistry& registry) {
+void registerForbiddenModules(ClassRegistry& registry, std::string_view className) {
   registry.add(
-      ClassBuilder<ZVModuleRepository>("NSObject")
-          .classOperation("forbiddenCCIdentifiers", &ZVModuleRepository::forbiddenCCIdentifiers)
+      ClassBuilder<ForbiddenModules>(className, "NSObject")
+          .classOperation("forbiddenCCIdentifiers", &ForbiddenModules::forbiddenCCIdentifiers)
           .build());
 }
 
-void registerController(ClassRegistry& registry, std::string_view name) {
-  using Controller = CCUISettingsListController;
+void registerModuleSettings(ClassRegistry& registry, std::string_view className) {
   if (!registry.find(ModuleDescription::staticClassName)) {
     registry.add(ClassBuilder<ModuleDescription>("NSObject")
                      .operation("displayName", &ModuleDescription::displayName)
                      .operation("iconImage", &ModuleDescription::iconImage)
                      .build());
   }
-  registry.add(ClassBuilder<Controller>(name, "NSObject")
-                   .key("_identifiersToDescriptions", &Controller::descriptions)
+  registry.add(ClassBuilder<CCUISettingsListController>(className, "NSObject")
+                   .key("_identifiersToDescriptions", &CCUISettingsListController::descriptions)
                    .build());
-}
-
-// An image of whatever size as an icon: its longer side takes the room that an icon has.
-std::shared_ptr<UIImage> readIcon(const std::string& path) {
-  const auto file = files().read(path, largestIcon);
-  const auto image = file.error ? nullptr : UIImage::imageWithData(platform::Data(file.bytes));
-  if (!image) return nullptr;
-  const double side = std::max(image->pixelWidth(), image->pixelHeight());
-  return UIImage::imageWithData(*image->encodedData(), side / iconSide);
-}
-
-}  // namespace
-
-std::shared_ptr<UIImage> ModuleDescription::iconImage() {
-  if (!std::exchange(_iconWasRead, true)) _icon = readIcon(_folder.path + "/icon.png");
-  return _icon;
-}
-
-std::vector<NeighbourRegistry::Neighbour> moduleNeighbours() {
-  using Controller = CCUISettingsListController;
-  return {
-      {"CCSModuleRepository", &registerRepository},
-      {"ZVModuleRepository", &registerForbidden},
-      {std::string(Controller::staticClassName),
-       [](ClassRegistry& registry) { registerController(registry, Controller::staticClassName); }},
-      {std::string(Controller::nameBeforeVersion14),
-       [](ClassRegistry& registry) {
-         registerController(registry, Controller::nameBeforeVersion14);
-       }},
-  };
 }
 
 }  // namespace settings

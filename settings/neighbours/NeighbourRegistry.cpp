@@ -1,16 +1,12 @@
 #include "settings/neighbours/NeighbourRegistry.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace settings {
 
-NeighbourRegistry::NeighbourRegistry(std::vector<Neighbour> neighbours)
-    : _neighbours(std::move(neighbours)) {}
-
 std::vector<std::string> NeighbourRegistry::names() const {
   std::vector<std::string> result;
-  for (const Neighbour& neighbour : _neighbours) result.push_back(neighbour.className);
+  for (const Neighbour& neighbour : _neighbours) result.emplace_back(neighbour.className);
   return result;
 }
 
@@ -37,7 +33,7 @@ bool NeighbourRegistry::isOn(std::string_view className) const {
 
 void NeighbourRegistry::registerClasses(platform::ClassRegistry& registry) const {
   for (const Neighbour& neighbour : _neighbours) {
-    if (isOn(neighbour.className)) neighbour.registerClass(registry);
+    if (isOn(neighbour.className)) neighbour.registerClass(registry, neighbour.className);
   }
 }
 

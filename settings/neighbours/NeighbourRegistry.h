@@ -1,6 +1,7 @@
 #pragma once
 
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,15 +12,21 @@ class ClassRegistry;
 
 namespace settings {
 
+// Registers a stand-in under the name of its row.
+using RegisterNeighbour = void(platform::ClassRegistry& registry, std::string_view className);
+
+// A class that the bundle finds by name, and its stand-in.
+struct Neighbour {
+  std::string_view className;
+  RegisterNeighbour* registerClass;
+};
+
 // The stand-ins for classes that the bundle finds by name and that belong to other products. Each
 // can be switched off, as on a device where its product is not installed.
 class NeighbourRegistry {
  public:
-  struct Neighbour {
-    std::string className;
-    void (*registerClass)(platform::ClassRegistry&);
-  };
-  explicit NeighbourRegistry(std::vector<Neighbour> neighbours = {});
+  // The table must outlive the registry.
+  explicit NeighbourRegistry(std::span<const Neighbour> neighbours) : _neighbours(neighbours) {}
 
   std::vector<std::string> names() const;
   // Both count for processes that start from now on. False where there is no neighbour of that
@@ -33,7 +40,7 @@ class NeighbourRegistry {
  private:
   bool isKnown(std::string_view className) const;
 
-  std::vector<Neighbour> _neighbours;
+  std::span<const Neighbour> _neighbours;
   std::set<std::string, std::less<>> _off;
 };
 

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "platform/foundation/propertylist/PropertyList.h"
-#include "settings/device/DeviceTree.h"
-#include "settings/scripting/ScriptValues.h"
+#include "settings/device/Product.h"
+#include "settings/device/PropertyListJson.h"
 
 namespace settings {
 namespace {
@@ -72,7 +72,7 @@ nlohmann::json glanceOfValue(const platform::Value& value) {
     }
     return result;
   }
-  return jsonOfValue(value);
+  return jsonFromValue(value);
 }
 
 void FilePane::parse() {

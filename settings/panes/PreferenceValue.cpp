@@ -6,9 +6,10 @@
 #include <nlohmann/json.hpp>
 
 #include "platform/foundation/propertylist/PropertyList.h"
-#include "settings/device/DeviceTree.h"
+#include "settings/device/JsonText.h"
+#include "settings/device/Product.h"
+#include "settings/device/PropertyListJson.h"
 #include "settings/panes/FilePane.h"
-#include "settings/scripting/ScriptValues.h"
 
 namespace settings {
 
@@ -80,7 +81,7 @@ bool isOfPreferenceType(std::string_view type, const json& wanted) {
 bool matchesPreference(const Value& stored, std::string_view type, const json& wanted) {
   if (typeOf(stored) != type) return false;
   const json value = normalized(type, wanted);
-  if (type != "real" || !value.is_number()) return jsonOfValue(stored) == value;
+  if (type != "real" || !value.is_number()) return json(jsonFromValue(stored)) == value;
   const auto number = value.get<double>();
   return stored.doubleValue() == number ||
          (stored.kind() == ValueKind::single && stored.floatValue() == static_cast<float>(number));

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <nlohmann/json.hpp>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/preferences/PSListController.h"
 #include "platform/preferences/PSSpecifier.h"
 #include "platform/uikit/images/UIImage.h"

@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "settings/scripting/ScriptValues.h"
+#include "settings/device/JsonText.h"
 #include "settings/scripting/TreeQuery.h"
 
 namespace settings {

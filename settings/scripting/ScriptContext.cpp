@@ -6,7 +6,7 @@
 #include <ostream>
 #include <utility>
 
-#include "settings/scripting/ScriptValues.h"
+#include "settings/device/JsonText.h"
 
 namespace settings {
 
@@ -23,7 +23,7 @@ void ScriptContext::beginLine(std::size_t number, std::string command) {
 
 void ScriptContext::print(const json& result, const std::string& plain) {
   if (_options.json) {
-    _output << jsonText({{"line", _line}, {"command", _command}, {"result", result}}) << '\n';
+    _output << jsonText(json{{"line", _line}, {"command", _command}, {"result", result}}) << '\n';
   } else if (!plain.empty()) {
     _output << plain << (plain.back() == '\n' ? "" : "\n");
   }

@@ -9,7 +9,7 @@
 
 #include "settings/application/Application.h"
 #include "settings/scripting/ScriptCommand.h"
-#include "settings/scripting/ScriptRunner.h"
+#include "settings/scripting/ScriptOptions.h"
 #include "settings/scripting/TreeQuery.h"
 
 namespace settings {

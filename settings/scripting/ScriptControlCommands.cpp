@@ -1,9 +1,9 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "settings/device/JsonText.h"
 #include "settings/scripting/ScriptCommand.h"
 #include "settings/scripting/ScriptContext.h"
-#include "settings/scripting/ScriptValues.h"
 
 namespace settings {
 namespace {

@@ -1,7 +1,9 @@
 #include <charconv>
 #include <nlohmann/json.hpp>
 
+#include "platform/foundation/propertylist/PropertyList.h"
 #include "settings/application/ControlCenterRow.h"
+#include "settings/device/DevicePaths.h"
 #include "settings/device/Traits.h"
 #include "settings/scripting/ScriptCommand.h"
 #include "settings/scripting/ScriptContext.h"
@@ -72,10 +74,13 @@ Step parsePut(LineReader& reader) {
                 "; what follows PATH is JSON, a text of it in double quotes, or @FILE");
     return {};
   }
-  const PropertyListBytes list = propertyListBytes(parsed.value);
-  if (!list.problem.empty()) reader.fail("this cannot be a property list: " + list.problem);
+  const PropertyListFromJson list = valueFromJson(parsed.value);
+  const platform::PropertyListText xml = platform::writeXmlPropertyList(list.value);
+  if (const auto& problem = list ? xml.error : list.error) {
+    reader.fail("this cannot be a property list: " + *problem);
+  }
   return
-      [path, bytes = list.bytes](ScriptContext& context) { return putBytes(context, path, bytes); };
+      [path, bytes = xml.bytes](ScriptContext& context) { return putBytes(context, path, bytes); };
 }
 
 Step parseRemove(LineReader& reader) {
@@ -106,7 +111,7 @@ Step parseLink(LineReader& reader) {
 // The stand-ins print what lies beside them under this name.
 Step parseStdout(LineReader& reader) {
   const std::string program = reader.devicePath();
-  return putFile(program + ".stdout", reader.rest("FILE"));
+  return putFile(program + std::string(programOutputSuffix), reader.rest("FILE"));
 }
 
 Step parsePatience(LineReader& reader) {
@@ -130,9 +135,10 @@ Step parseOpen(LineReader&) {
 ScriptCommands deviceCommands() {
   return {
       {"trait", "trait NAME VALUE",
-       "sets a trait of the device: idiom, system, screen, appearance, tint, text; or, from the "
-       "next `open` on, neighbour CLASS on|off, or controlCenterRow present|missing|raises, the "
-       "row of the application's own list that the bundle's page asks for",
+       "sets a trait of the device: " + traitNames() +
+           "; or, from the next `open` on, neighbour CLASS on|off, or controlCenterRow "
+           "present|missing|raises, the "
+           "row of the application's own list that the bundle's page asks for",
        &parseTrait},
       {"put", "put PATH JSON|@FILE", "writes a property list, or the bytes of a file", &parsePut},
       {"rm", "rm PATH", "removes a file, or a folder with what is in it", &parseRemove},

@@ -5,12 +5,12 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "settings/device/JsonText.h"
 #include "settings/panes/FilePane.h"
 #include "settings/panes/PreferenceValue.h"
 #include "settings/scripting/ScreenText.h"
 #include "settings/scripting/ScriptCommand.h"
 #include "settings/scripting/ScriptContext.h"
-#include "settings/scripting/ScriptValues.h"
 
 namespace settings {
 namespace {
@@ -183,8 +183,8 @@ Step parseOpacity(LineReader& reader) {
     const FoundNode bar = outer ? query.outerNavigation() : query.innerNavigation();
     if (!bar) return StepOutcome::failed("there is no navigation bar");
     const double actual = (*bar.node)["bar"].value("titleOpacity", 1.0);
-    return compare(std::abs(actual - wanted) < 1e-9, "title opacity " + jsonText(wanted),
-                   "title opacity " + jsonText(actual));
+    return compare(std::abs(actual - wanted) < 1e-9, "title opacity " + jsonText(json(wanted)),
+                   "title opacity " + jsonText(json(actual)));
   };
 }
 

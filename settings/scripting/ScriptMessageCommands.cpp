@@ -109,8 +109,8 @@ Values valuesOf(ScriptContext& context, const std::vector<Argument>& arguments) 
   Values result;
   for (const Argument& argument : arguments) {
     if (!argument.row) {
-      ScriptValue read = valueOfJson(argument.value);
-      if (!read.problem.empty()) result.outcome = StepOutcome::failed(read.problem);
+      PropertyListFromJson read = valueOrNone(argument.value);
+      if (!read) result.outcome = StepOutcome::failed(*read.error);
       result.values.push_back(std::move(read.value));
       continue;
     }
@@ -127,7 +127,7 @@ Values valuesOf(ScriptContext& context, const std::vector<Argument>& arguments) 
 }
 
 void printValue(ScriptContext& context, const Value& value) {
-  context.print(jsonOfValue(value), plainText(value));
+  context.print(jsonFromValue(value), plainText(value));
 }
 
 // What was sent or asked, at the application's edge.
@@ -190,8 +190,8 @@ Step parseGet(LineReader& reader) {
 
 Step parsePutValue(LineReader& reader) {
   const std::string keyPath = reader.word("KEYPATH");
-  const ScriptValue value = valueOfJson(reader.value("VALUE"));
-  if (!value.problem.empty()) reader.fail(value.problem);
+  const PropertyListFromJson value = valueOrNone(reader.value("VALUE"));
+  if (!value) reader.fail(*value.error);
   return [keyPath, value](ScriptContext& context) {
     return onPage(context, "put-value " + keyPath,
                   [&](Object& page) { page.setValueForKeyPath(value.value, keyPath); });

@@ -1,13 +1,13 @@
 // What a hand does with what lies over the pages: sheets and pickers.
 
-#include <charconv>
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "platform/uikit/drawing/UIColor.h"
+#include "settings/device/JsonText.h"
 #include "settings/device/PhotoLibrary.h"
 #include "settings/scripting/ScriptCommand.h"
 #include "settings/scripting/ScriptContext.h"
-#include "settings/scripting/ScriptValues.h"
 
 namespace settings {
 namespace {
@@ -33,7 +33,7 @@ StepOutcome choose(ScriptContext& context, const std::string& sheet, const json&
     }
     titles += (titles.empty() ? "" : ", ") + jsonText(actions[i]["title"]);
   }
-  return StepOutcome::failed(jsonText(label) + " is no choice of the " +
+  return StepOutcome::failed(jsonText(json(label)) + " is no choice of the " +
                              TreeQuery::text(node, "kind") + "; there are " +
                              (titles.empty() ? "none" : titles));
 }
@@ -58,25 +58,16 @@ Step parseClose(LineReader&) {
 
 // "FF0000" or "FF0000CC", with or without "#" in front, as components from 0 to 1.
 json readColour(LineReader& reader) {
-  constexpr std::string_view digits = "0123456789ABCDEFabcdef";
-  constexpr double most = 255;
+  constexpr std::size_t opaqueLength = 6;
   const std::string word = reader.word("COLOUR");
-  std::string_view text = word;
-  if (text.starts_with('#')) text.remove_prefix(1);
-  const bool sound = (text.size() == 6 || text.size() == 8) &&
-                     text.find_first_not_of(digits) == std::string_view::npos;
-  if (!sound) {
+  std::string text = word.substr(word.starts_with('#') ? 1 : 0);
+  if (text.size() == opaqueLength) text += "FF";
+  const auto components = platform::colorComponentsFromHex(text);
+  if (!components) {
     reader.fail("\"" + word + "\" is no COLOUR; one is RRGGBB or RRGGBBAA, as FF0000");
     return {};
   }
-  json components = json::array();
-  for (std::size_t at = 0; at < text.size(); at += 2) {
-    unsigned part = 0;
-    std::from_chars(text.data() + at, text.data() + at + 2, part, 16);
-    components.push_back(part / most);
-  }
-  if (components.size() == 3) components.push_back(1.0);
-  return components;
+  return {components->red, components->green, components->blue, components->alpha};
 }
 
 Step parsePick(LineReader& reader) {

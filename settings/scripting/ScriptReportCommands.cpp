@@ -1,6 +1,7 @@
 #include <nlohmann/json.hpp>
 
 #include "platform/foundation/propertylist/PropertyList.h"
+#include "settings/device/JsonText.h"
 #include "settings/scripting/ScreenText.h"
 #include "settings/scripting/ScriptCommand.h"
 #include "settings/scripting/ScriptContext.h"
@@ -69,7 +70,8 @@ Step parseTree(LineReader&) {
   return [](ScriptContext& context) {
     if (!context.application().isOpen()) return StepOutcome::notOpen();
     const json& tree = context.application().tree();
-    context.print(tree, context.options().json ? std::string() : jsonText(tree, 2));
+    context.print(tree,
+                  context.options().json ? std::string() : jsonText(tree, JsonStyle::indented));
     return StepOutcome{};
   };
 }
@@ -94,7 +96,7 @@ Step parseReportOfRow(LineReader& reader) {
       row["specifier"] = context.application().inspectRow(id);
       return StepOutcome{};
     });
-    if (outcome.ok) context.print(row, jsonText(row, 2));
+    if (outcome.ok) context.print(row, jsonText(row, JsonStyle::indented));
     return outcome;
   };
 }
@@ -115,8 +117,8 @@ Step parseFile(LineReader& reader) {
     if (contents.error) return StepOutcome::failed(contents.error.message);
     const platform::PropertyListResult list = platform::readPropertyList(contents.bytes);
     if (!list) return StepOutcome::failed(path + " is no property list: " + list.error->text());
-    const json result = jsonOfValue(list.value);
-    context.print(result, jsonText(result, 2));
+    const json result = jsonFromValue(list.value);
+    context.print(result, jsonText(result, JsonStyle::indented));
     return StepOutcome{};
   };
 }

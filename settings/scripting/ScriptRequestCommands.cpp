@@ -119,11 +119,12 @@ platform::URLAnswer urlAnswer(const Answer& given, const std::shared_ptr<NSURL>&
 
 // Runs the background work that stands before the completion handler, and the handler itself.
 // Gives how many pieces of work for the main queue came of it.
-std::uint64_t deliver(SettingsProcess& process, const platform::NSURLSessionDataTask& task) {
-  const std::uint64_t before = process.scheduler().queuedMainWork();
-  while (!task.completionQueue() && process.virtualClock()->runBackground(1) > 0) {
+std::size_t deliver(SettingsProcess& process, const platform::NSURLSessionDataTask& task) {
+  platform::VirtualScheduler& clock = *process.virtualClock();
+  const std::size_t before = clock.pendingMain();
+  while (!task.completionQueue() && clock.runBackground(1) > 0) {
   }
-  return process.scheduler().queuedMainWork() - before;
+  return clock.pendingMain() - before;
 }
 
 StepOutcome handOver(ScriptContext& context, const Answer& given, const std::vector<Task>& tasks,
@@ -138,7 +139,7 @@ StepOutcome handOver(ScriptContext& context, const Answer& given, const std::vec
     return StepOutcome::failed("the task " + std::to_string(given.task) +
                                " has its answer already");
   }
-  const std::uint64_t mainWork = deliver(*context.application().process(), *task);
+  const std::size_t mainWork = deliver(*context.application().process(), *task);
   const std::string queue = task->completionQueue().value_or("");
   context.print({{"task", given.task}, {"queue", queue}, {"mainWork", mainWork}},
                 "the completion handler ran on " + queue + ", then " + std::to_string(mainWork) +

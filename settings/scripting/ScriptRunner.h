@@ -5,14 +5,9 @@
 #include <vector>
 
 #include "settings/application/Application.h"
+#include "settings/scripting/ScriptOptions.h"
 
 namespace settings {
-
-struct ScriptOptions {
-  std::string name = "script";  // of the script, for messages: a file's name or "standard input"
-  std::string folder = ".";     // where `put PATH @FILE` finds its files, on this machine
-  bool json = false;            // results as one JSON object a line
-};
 
 // The exit status of a script.
 enum class ScriptStatus : int {

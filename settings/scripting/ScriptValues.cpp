@@ -1,15 +1,13 @@
 #include "settings/scripting/ScriptValues.h"
 
-#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "platform/foundation/propertylist/PropertyList.h"
-#include "settings/device/PropertyListJson.h"
+#include "settings/device/JsonText.h"
 
 namespace settings {
 
 using nlohmann::json;
-using nlohmann::ordered_json;
 
 ScriptJson jsonOfText(std::string_view text) {
   constexpr std::size_t deepest = platform::PropertyListLimits{}.depth;
@@ -25,30 +23,13 @@ ScriptJson jsonOfText(std::string_view text) {
   return {std::move(value), {}};
 }
 
-ScriptValue valueOfJson(const json& given) {
-  if (given.is_null()) return {};
-  PropertyListFromJson read = valueFromJson(ordered_json(given));
-  return {std::move(read.value), read.error.value_or("")};
-}
-
-PropertyListBytes propertyListBytes(const json& given) {
-  const PropertyListFromJson read = valueFromJson(ordered_json(given));
-  if (!read) return {{}, *read.error};
-  platform::PropertyListText text = platform::writeXmlPropertyList(read.value);
-  return {std::move(text.bytes), text.error.value_or("")};
-}
-
-json jsonOfValue(const platform::Value& value) {
-  return json(jsonFromValue(value));
-}
-
-std::string jsonText(const json& given, int indent) {
-  return given.dump(indent, ' ', false, json::error_handler_t::replace);
+PropertyListFromJson valueOrNone(const json& given) {
+  return given.is_null() ? PropertyListFromJson() : valueFromJson(given);
 }
 
 std::string plainText(const platform::Value& value) {
   const bool isPlain = value.isNone() || value.isString() || value.asObject();
-  return isPlain ? value.description() : jsonTextFromValue(value, -1);
+  return isPlain ? value.description() : jsonText(jsonFromValue(value));
 }
 
 }  // namespace settings

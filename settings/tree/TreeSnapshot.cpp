@@ -4,6 +4,8 @@
 
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "platform/uikit/controllers/UIWindow.h"
+#include "settings/device/Product.h"
+#include "settings/device/Traits.h"
 #include "settings/neighbours/NeighbourRegistry.h"
 #include "settings/tree/CrashReport.h"
 #include "settings/tree/NodeKinds.h"
@@ -67,7 +69,10 @@ TreeSnapshot makeTreeSnapshot(const SnapshotRequest& request,
   NodeWriter writer(nodeKinds(), request.photos, request.identityBase);
   TreeSnapshot result;
   const std::string root = addWindow(writer, request);
-  result.tree = {{"root", root}, {"device", deviceJson(traits, *request.neighbours)}};
+  result.tree = {{"root", root},
+                 {"device", deviceJson(traits, *request.neighbours)},
+                 {"traits", jsonFromTraits(traits)},
+                 {"application", {{"program", programName}, {"bundle", request.bundleTitle}}}};
   result.tree["nodes"] = std::move(writer.nodes());
   result.targets = std::move(writer.targets());
   result.largestIdentity = writer.largest();

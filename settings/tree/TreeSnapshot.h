@@ -29,7 +29,8 @@ struct TreeSnapshot {
 struct SnapshotRequest {
   std::shared_ptr<platform::UIWindow> window;               // empty: there is an empty window
   std::shared_ptr<platform::UINavigationController> outer;  // not empty where there is a window
-  PhotoLibrary* photos = nullptr;                           // the same
+  PhotoLibrary* photos = nullptr;                           // not null where there is a window
+  std::string bundleTitle;                                  // empty before a bundle is loaded
   const CrashReport* crash = nullptr;                       // shown over everything
   std::uint64_t crashToken = 0;
   bool withPages = true;  // false where asking the pages raises

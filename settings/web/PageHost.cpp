@@ -1,14 +1,17 @@
 #include "settings/web/PageHost.h"
 
 #include <utility>
+#include <vector>
 
+#include "platform/foundation/scheduling/MainQueue.h"
+#include "platform/foundation/scheduling/ThreadPool.h"
 #include "settings/application/Application.h"
-#include "settings/web/MainLoop.h"
 #include "settings/web/PagePublisher.h"
-#include "settings/web/WorkerThread.h"
 
 namespace settings {
 namespace {
+
+using platform::Work;
 
 platform::Data dataOf(std::string bytes) {
   auto kept = std::make_shared<const std::string>(std::move(bytes));
@@ -19,30 +22,38 @@ platform::Data dataOf(std::string bytes) {
 }  // namespace
 
 // Carries what comes from the pages over to the main thread.
-struct PageHost::State : PageEvents {
+struct PageHost::State : PageEvents, std::enable_shared_from_this<State> {
   explicit State(Application& served) : application(served) {}
-  ~State() override {
-    application.setWakeHandler({});
-    application.setWaitHandler({});
-  }
+  ~State() override { application.setWaitHandler({}); }
   State(const State&) = delete;
   State& operator=(const State&) = delete;
 
+  // The main queue also runs in the middle of what a page does. There the work is held, until that
+  // is over or has become a long wait.
+  void post(Work work) {
+    application.mainQueue().push([weak = weak_from_this(), work = std::move(work)]() mutable {
+      if (const auto state = weak.lock()) state->held.push_back(std::move(work));
+    });
+  }
+  void turn() {
+    for (const Work& work : std::exchange(held, {})) work();
+    publisher->publish();
+  }
+
   void opened(ConnectionId connection) override {
-    loop.post([this, connection] { publisher->opened(connection); });
+    post([this, connection] { publisher->opened(connection); });
   }
   void received(ConnectionId connection, std::string text) override {
-    loop.post(
-        [this, connection, text = std::move(text)] { publisher->received(connection, text); });
+    post([this, connection, text = std::move(text)] { publisher->received(connection, text); });
   }
   void wantsWhole(ConnectionId connection) override {
-    loop.post([this, connection] { publisher->wantsWhole(connection); });
+    post([this, connection] { publisher->wantsWhole(connection); });
   }
   void closed(ConnectionId connection) override {
-    loop.post([this, connection] { publisher->closed(connection); });
+    post([this, connection] { publisher->closed(connection); });
   }
   void imageWanted(RequestId request, std::string hash) override {
-    loop.post([this, request, hash = std::move(hash)] {
+    post([this, request, hash = std::move(hash)] {
       if (auto work = application.thumbnailWork(hash)) {
         makeThumbnail(request, hash, std::move(work));
       } else {
@@ -52,22 +63,22 @@ struct PageHost::State : PageEvents {
   }
   // A photo that was sent does not wait behind the thumbnails of a whole library.
   void photoSent(RequestId request, std::string bytes) override {
-    photos.post([this, request, sent = dataOf(std::move(bytes))] {
-      loop.post([this, request, photo = readPhoto(sent)] { publisher->photoRead(request, photo); });
+    photos.push([this, request, sent = dataOf(std::move(bytes))] {
+      post([this, request, photo = readPhoto(sent)] { publisher->photoRead(request, photo); });
     });
   }
   void makeThumbnail(RequestId request, const std::string& hash,
                      std::function<ThumbnailFile()> work) {
-    thumbnails.post([this, request, hash, work = std::move(work)] {
-      loop.post(
-          [this, request, hash, made = work()] { publisher->thumbnailMade(request, hash, made); });
+    thumbnails.push([this, request, hash, work = std::move(work)] {
+      post([this, request, hash, made = work()] { publisher->thumbnailMade(request, hash, made); });
     });
   }
 
   Application& application;
-  MainLoop loop;
-  WorkerThread photos;
-  WorkerThread thumbnails;
+  std::vector<Work> held;
+  // What would keep the main thread from the pages, one piece after the other.
+  platform::ThreadPool photos{1, [](const Work& work) { work(); }};
+  platform::ThreadPool thumbnails{1, [](const Work& work) { work(); }};
   std::unique_ptr<PageServer> server;
   std::unique_ptr<PagePublisher> publisher;
 };
@@ -77,21 +88,17 @@ PageHostResult PageHost::create(Application& application, const PageServerOption
   std::string problem;
   auto files = StaticFiles::load(pageFolder, problem);
   if (!files) return {nullptr, problem};
-  auto state = std::make_unique<State>(application);
+  auto state = std::make_shared<State>(application);
   PageServerResult made = PageServer::create(options, std::move(*files), *state);
   if (!made.server) return {nullptr, made.error};
   state->server = std::move(made.server);
   state->publisher = std::make_unique<PagePublisher>(application, *state->server);
-  application.setWakeHandler([loop = &state->loop] { loop->wake(); });
-  application.setWaitHandler([host = state.get()] {
-    if (!host->loop.turn()) host->application.stopWaiting();
-    host->publisher->step();
-  });
+  application.setWaitHandler([host = state.get()] { host->turn(); });
   state->server->start();
   return {std::unique_ptr<PageHost>(new PageHost(std::move(state))), {}};
 }
 
-PageHost::PageHost(std::unique_ptr<State> state) : _state(std::move(state)) {}
+PageHost::PageHost(std::shared_ptr<State> state) : _state(std::move(state)) {}
 PageHost::~PageHost() = default;
 
 std::string PageHost::address() const {
@@ -99,16 +106,16 @@ std::string PageHost::address() const {
 }
 
 void PageHost::run() {
-  _state->loop.run([this] { return _state->publisher->step(); });
+  _state->application.run([this] { _state->turn(); });
   _state->server->stop();
 }
 
 void PageHost::stop() {
-  _state->loop.stop();
+  _state->application.stop();
 }
 
 void PageHost::filesChanged() {
-  _state->loop.post([this] { _state->publisher->filesChanged(); });
+  _state->publisher->filesChanged();
 }
 
 }  // namespace settings

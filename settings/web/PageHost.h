@@ -13,11 +13,11 @@ struct PageHostResult;
 // Serves an application to browsers: the server on its own thread, the application and what it
 // publishes on the main one.
 //
-// Threads: `create`, `run` and the destructor on the application's thread; all else from any.
+// Threads: `address` and `stop` from any; all else on the application's.
 class PageHost {
  public:
-  // `pageFolder` holds the built page. Takes the application's wake handler, so the application
-  // must not have been opened yet, and must outlive the host.
+  // `pageFolder` holds the built page. Takes the application's wait handler. The application must
+  // outlive the host.
   static PageHostResult create(Application& application, const PageServerOptions& options,
                                const std::string& pageFolder);
   ~PageHost();
@@ -35,8 +35,8 @@ class PageHost {
 
  private:
   struct State;
-  explicit PageHost(std::unique_ptr<State> state);
-  std::unique_ptr<State> _state;
+  explicit PageHost(std::shared_ptr<State> state);
+  std::shared_ptr<State> _state;
 };
 
 struct PageHostResult {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "settings/application/Application.h"
+#include "settings/device/JsonText.h"
 #include "settings/panes/SidePanes.h"
 #include "settings/tree/ActionMembers.h"
 #include "settings/web/Protocol.h"
@@ -31,8 +32,7 @@ PagePublisher::~PagePublisher() {
 
 void PagePublisher::opened(ConnectionId connection) {
   // What waits for the pages that are there must not reach the new one a second time.
-  publishTree(std::nullopt);
-  publishSide();
+  publish();
   Page& page = _pages[connection];
   sendWhole(connection, page);
   sendWholeSide(connection);
@@ -45,8 +45,7 @@ void PagePublisher::closed(ConnectionId connection) {
 void PagePublisher::wantsWhole(ConnectionId connection) {
   const auto page = _pages.find(connection);
   if (page == _pages.end()) return;
-  publishTree(std::nullopt);
-  publishSide();
+  publish();
   sendWhole(connection, page->second);
   sendWholeSide(connection);
 }
@@ -92,17 +91,15 @@ void PagePublisher::thumbnailMade(RequestId request, std::string_view hash, Thum
 void PagePublisher::photoRead(RequestId request, PhotoResult photo) {
   if (photo.image) {
     const std::string name = _sentPhotos.keep(std::move(photo));
-    _sink.answerPhoto(request, 200, json{{"name", name}}.dump());
+    _sink.answerPhoto(request, 200, jsonText(json{{"name", name}}));
   } else {
-    _sink.answerPhoto(request, 422, json{{"message", photo.problem}}.dump());
+    _sink.answerPhoto(request, 422, jsonText(json{{"message", photo.problem}}));
   }
 }
 
-std::optional<double> PagePublisher::step() {
-  const std::optional<double> next = _application.runPending();
+void PagePublisher::publish() {
   publishTree(std::nullopt);
   publishSide();
-  return next;
 }
 
 ActionResult PagePublisher::performAction(const json& action) {
@@ -165,7 +162,7 @@ void PagePublisher::publishSide() {
     // A file may be large: it is read only where it can have changed.
     if (pane.source == SidePane::Source::files && !fileIsStale) continue;
     json content = pane.content();
-    std::string text = content.dump(-1, ' ', false, json::error_handler_t::replace);
+    std::string text = jsonText(content);
     if (text == _sentPanes[pane.name]) continue;
     _sentPanes[pane.name] = std::move(text);
     members[pane.name] = std::move(content);

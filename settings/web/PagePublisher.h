@@ -45,9 +45,8 @@ class PagePublisher : private ApplicationObserver {
   // The device's files may have changed from outside.
   void filesChanged() { _fileIsStale = true; }
 
-  // Runs what is due in the application and sends what changed by it. Gives the seconds until the
-  // next piece of work, if one waits.
-  std::optional<double> step();
+  // Sends what has changed.
+  void publish();
 
  private:
   // What is known of one page.

@@ -4,6 +4,8 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "settings/device/JsonText.h"
+#include "settings/device/Product.h"
 #include "settings/web/RandomToken.h"
 
 namespace settings {
@@ -18,9 +20,10 @@ bool isHash(std::string_view text) {
          });
 }
 
-constexpr const char* openPrintedAddress =
-    "This page belongs to whoever started zentrova-settings. Open the address that it printed, "
-    "with its token, in this browser.";
+std::string openPrintedAddress() {
+  return "This page belongs to whoever started " + std::string(programName) +
+         ". Open the address that it printed, with its token, in this browser.";
+}
 
 }  // namespace
 
@@ -45,7 +48,7 @@ Routed PageRoutes::route(const RequestFacts& request) const {
     const auto token = queryParameter(request.target, "token");
     if (token) return exchange(request, *token);
   }
-  if (!hasSession(request, _rules)) return refusal(request, 403, openPrintedAddress);
+  if (!hasSession(request, _rules)) return refusal(request, 403, openPrintedAddress());
   return routeWithSession(request);
 }
 
@@ -54,7 +57,7 @@ Routed PageRoutes::route(const RequestFacts& request) const {
 Routed PageRoutes::routePhoto(const RequestFacts& request) const {
   if (request.method != "POST") return wrongMethod(request, "POST");
   if (request.origins.empty() || !hasSession(request, _rules)) {
-    return refusedPhoto(request, 403, openPrintedAddress);
+    return refusedPhoto(request, 403, openPrintedAddress());
   }
   return PhotoWanted{};
 }
@@ -66,7 +69,7 @@ HttpAnswer PageRoutes::wrongMethod(const RequestFacts& request, const std::strin
 }
 
 HttpAnswer PageRoutes::exchange(const RequestFacts& request, std::string_view token) const {
-  if (!sameSecret(token, _rules.secrets.token)) return refusal(request, 403, openPrintedAddress);
+  if (!sameSecret(token, _rules.secrets.token)) return refusal(request, 403, openPrintedAddress());
   HttpAnswer redirect = refusal(request, 303, "The page is at /.");
   redirect.headers.emplace_back("Location", "/");
   redirect.headers.emplace_back("Set-Cookie", sessionCookie(_rules));
@@ -108,14 +111,14 @@ HttpAnswer PageRoutes::data(const RequestFacts& request, unsigned status, std::s
 
 HttpAnswer PageRoutes::refusedPhoto(const RequestFacts& request, unsigned status,
                                     const std::string& why) const {
-  return data(request, status, nlohmann::json{{"message", why}}.dump());
+  return data(request, status, jsonText(nlohmann::json{{"message", why}}));
 }
 
 HttpAnswer PageRoutes::refusal(const RequestFacts& request, unsigned status,
                                std::string text) const {
-  auto body = std::make_shared<std::string>(
-      "<!doctype html><html lang=\"en\"><title>zentrova-settings</title><p>" + std::move(text) +
-      "</p></html>\n");
+  auto body = std::make_shared<std::string>("<!doctype html><html lang=\"en\"><title>" +
+                                            std::string(programName) + "</title><p>" +
+                                            std::move(text) + "</p></html>\n");
   return answer(request, status, "text/html; charset=utf-8", std::move(body));
 }
 

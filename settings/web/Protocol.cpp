@@ -3,6 +3,8 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "settings/device/JsonText.h"
+
 namespace settings {
 namespace {
 
@@ -51,10 +53,6 @@ ClientMessage readInspection(const json& message) {
   return {ClientMessageKind::inspect, std::nullopt, node, {}};
 }
 
-std::string dumped(const json& message) {
-  return message.dump(-1, ' ', false, json::error_handler_t::replace);
-}
-
 void acknowledge(json& message, std::optional<std::int64_t> sequence) {
   if (sequence) message["ack"] = *sequence;
 }
@@ -85,7 +83,7 @@ std::string treeMessage(std::uint64_t revision, const json& tree,
                         std::optional<std::int64_t> acknowledged) {
   json message = {{"type", "tree"}, {"revision", revision}, {"tree", tree}};
   acknowledge(message, acknowledged);
-  return dumped(message);
+  return jsonText(message);
 }
 
 std::string patchMessage(std::uint64_t revision, const json& patch,
@@ -93,35 +91,35 @@ std::string patchMessage(std::uint64_t revision, const json& patch,
   json message = {
       {"type", "patch"}, {"revision", revision}, {"base", revision - 1}, {"patch", patch}};
   acknowledge(message, acknowledged);
-  return dumped(message);
+  return jsonText(message);
 }
 
 std::string announcementMessage(std::string_view text) {
-  return dumped({{"type", "event"}, {"event", "announce"}, {"text", text}});
+  return jsonText(json{{"type", "event"}, {"event", "announce"}, {"text", text}});
 }
 
 std::string homeScreenRestartedMessage() {
-  return dumped({{"type", "event"}, {"event", "homeScreenRestarted"}});
+  return jsonText(json{{"type", "event"}, {"event", "homeScreenRestarted"}});
 }
 
 std::string openURLMessage(std::string_view url) {
-  return dumped({{"type", "event"}, {"event", "openURL"}, {"url", url}});
+  return jsonText(json{{"type", "event"}, {"event", "openURL"}, {"url", url}});
 }
 
 std::string transitionMessage(std::string_view kind, double durationSeconds) {
-  return dumped(
-      {{"type", "event"}, {"event", "transition"}, {"kind", kind}, {"duration", durationSeconds}});
+  return jsonText(json{
+      {"type", "event"}, {"event", "transition"}, {"kind", kind}, {"duration", durationSeconds}});
 }
 
 std::string sideMessage(json members) {
   members["type"] = "side";
-  return dumped(members);
+  return jsonText(members);
 }
 
 std::string refusedMessage(std::optional<std::int64_t> sequence, std::string_view message) {
   json refused = {{"type", "refused"}, {"message", message}};
   acknowledge(refused, sequence);
-  return dumped(refused);
+  return jsonText(refused);
 }
 
 }  // namespace settings

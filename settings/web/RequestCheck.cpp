@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "settings/device/Product.h"
 #include "settings/web/RandomToken.h"
 
 namespace settings {
@@ -47,7 +48,7 @@ Access checkHostAndOrigin(const RequestFacts& request, const AccessRules& rules)
 }
 
 std::string sessionCookieName(std::uint16_t port) {
-  return "zentrova-session-" + std::to_string(port);
+  return std::string(cookiePrefix) + std::to_string(port);
 }
 
 std::string sessionCookie(const AccessRules& rules) {

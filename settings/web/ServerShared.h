@@ -12,7 +12,8 @@
 #include <utility>
 
 #include "settings/web/PageRoutes.h"
-#include "settings/web/PageServer.h"
+#include "settings/web/PageServerOptions.h"
+#include "settings/web/PageSink.h"
 #include "settings/web/RequestCheck.h"
 
 // What the server's connections are made of. Only PageServer.cpp includes this: Boost is compiled

@@ -24,7 +24,7 @@ namespace zentrova::tests {
 inline constexpr std::string_view bundleFolder =
     "/var/jb/Library/PreferenceBundles/ZentrovaPrefs.bundle";
 
-// What a process needs for the appearance pages.
+// Registers what a process needs for the appearance pages.
 inline void prepareAppearance(test_support::TestProcess& process) {
   auto& classes = process.classes();
   platform::registerUIKitClasses(classes);
@@ -38,7 +38,7 @@ inline void prepareAppearance(test_support::TestProcess& process) {
       std::make_shared<platform::BundleInfo>(platform::BundleInfo{std::string(bundleFolder)}));
 }
 
-// A process with the classes of the appearance pages and lists of its own.
+// A process with the classes of the appearance pages and test lists.
 class AppearanceTest : public testing::Test {
  protected:
   static constexpr std::string_view bundle = bundleFolder;
@@ -83,7 +83,7 @@ class AppearanceTest : public testing::Test {
 
   // --- Pages ---
 
-  // The page in a window, on a navigation controller, with cells for the rows in sight.
+  // Shows the page in a window, in a navigation controller, with cells for the visible rows.
   template <class T>
   std::shared_ptr<T> show(std::shared_ptr<T> page) {
     navigation = platform::make(&platform::UINavigationController::initWithRootViewController,

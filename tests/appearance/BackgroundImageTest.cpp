@@ -13,7 +13,7 @@ using platform::UIImage;
 
 constexpr std::size_t limit = 4194304;
 
-// The sizes of the files decide, so they are the test's.
+// The result depends on the sizes of the files, so the test sets them.
 class BackgroundImageForm : public testing::Test {
  protected:
   BackgroundImageForm() {
@@ -61,7 +61,7 @@ TEST_F(BackgroundImageForm, QualityFallsUntilTheJpegFits) {
   EXPECT_NEAR(qualities[3], 0.5, 1e-6);
 }
 
-// 0.9 in single precision, less 0.1 in double, again and again: the last one is just under 0.1.
+// 0.9 in single precision, repeatedly reduced by 0.1 in double: the last one is just below 0.1.
 TEST_F(BackgroundImageForm, QualitiesAreEightAndExact) {
   codecs->pngSize = limit + 1;
   codecs->jpegSizes = {limit + 1};
@@ -83,7 +83,7 @@ TEST_F(BackgroundImageForm, LastJpegIsKeptHoweverLarge) {
   EXPECT_EQ(encode()->size(), 9UL * 1024 * 1024);
 }
 
-// Nobody keeps a file that is too large, so it is not made to its end; but for the last one.
+// An encoding that is too large is stopped early, except for the last one.
 TEST_F(BackgroundImageForm, WhatIsTooLargeIsNotEncodedToItsEnd) {
   codecs->pngSize = limit + 1;
   codecs->jpegSizes = {limit + 1};

@@ -67,7 +67,7 @@ TEST_F(ColorCodec, NamesAreExact) {
 }
 
 TEST_F(ColorCodec, NamesComeBeforeHashesAreRemoved) {
-  // "red" is left over, which is no name any more; three characters become six.
+  // "red" is left, which is not taken as a name; three characters become six.
   EXPECT_EQ(parsed("#red"), transparentBlack);
   EXPECT_EQ(parsed("re#d"), transparentBlack);
   EXPECT_EQ(parsed("#default"), rgba(0, 0, 0xDE, 0xFA));
@@ -113,7 +113,7 @@ TEST_F(ColorCodec, NumbersOfMoreThan32BitsAreOpaqueWhite) {
   EXPECT_EQ(parsed(std::string(1'000'000, 'a')), rgba(255, 255, 255, 255));
 }
 
-// It is the number that overflows, not the text.
+// The number overflows, not the string.
 TEST_F(ColorCodec, LeadingZerosDoNotOverflow) {
   EXPECT_EQ(parsed("000000000000FF00"), rgba(0, 0, 0xFF, 0));
 }
@@ -129,7 +129,7 @@ TEST_F(ColorCodec, LengthsCountUtf16Units) {
 
 // --- The scan ---
 
-// What the reset writes: nobody reads what follows the colon.
+// The reset value: everything after the colon is ignored.
 TEST_F(ColorCodec, ResetValueIsTransparent) {
   EXPECT_EQ(parsed("#FA0000:0.0"), rgba(0, 250, 0, 0));
 }
@@ -154,7 +154,7 @@ TEST_F(ColorCodec, WhiteSpaceCountsInTheLength) {
   EXPECT_EQ(parsed("  ABCD"), rgba(0, 0xAB, 0xCD, 0xFF));
   EXPECT_EQ(parsed(" ab"), rgba(0, 0xAA, 0xBB, 0xFF));
   EXPECT_EQ(parsed(" abc"), rgba(0, 0, 0x0A, 0xBC));
-  // Doubled, and "ff" behind it.
+  // Doubled, with "ff" appended.
   EXPECT_EQ(parsed("   "), rgba(0, 0, 0, 0xFF));
 }
 
@@ -167,7 +167,7 @@ TEST_F(ColorCodec, PrefixIsAccepted) {
   EXPECT_EQ(parsed("0x0x12"), transparentBlack);
 }
 
-// The prefix counts in the length, and what is doubled or lengthened is no prefix any more.
+// The prefix counts in the length, and a doubled or extended prefix is not a prefix.
 TEST_F(ColorCodec, PrefixCountsInShortTexts) {
   EXPECT_EQ(parsed("0x1"), transparentBlack);              // "00xx11ff"
   EXPECT_EQ(parsed("0xFF00"), rgba(0, 0xFF, 0x00, 0xFF));  // "0xFF00ff"
@@ -203,14 +203,14 @@ TEST_F(ColorCodec, HalvesAreRoundedAwayFromZero) {
   EXPECT_EQ(valueStringFromColor({-0.5 / 255.0, 0, 0, 1}), "FFFFFFFFFFFFFFFF0000FF");
 }
 
-// The product is narrowed before it is rounded: what is a hair below a half becomes the half.
+// The product is narrowed before it is rounded: a value just below a half becomes the half.
 TEST_F(ColorCodec, ProductsAreRoundedInSinglePrecision) {
   const double justBelow = 127.4999999 / 255.0;
   ASSERT_LT(justBelow * 255.0, 127.5);
   EXPECT_EQ(valueStringFromColor({justBelow, 0, 0, 1}), "800000FF");
 }
 
-// The product itself is one of doubles: of single-precision factors it would be below the half.
+// The product is computed in doubles: with single-precision factors it would be below the half.
 TEST_F(ColorCodec, ComponentsAreMultipliedInDoublePrecision) {
   constexpr double component = 0.013725489764705881;
   ASSERT_LT(static_cast<float>(component) * 255.0F, 3.5F);
@@ -229,7 +229,7 @@ TEST_F(ColorCodec, ComponentsThatAreNoNumbersAreWrittenToo) {
             "007FFFFFFFFFFFFFFF80000000000000007FFFFFFFFFFFFFFF");
 }
 
-// For every byte in every place.
+// Every byte in every place.
 TEST_F(ColorCodec, WritingThenReadingGivesTheSameBytes) {
   for (unsigned byte = 0; byte <= 255; ++byte) {
     const unsigned other = 255 - byte;

@@ -1,3 +1,4 @@
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "tests/appearance/ColorCellFixture.h"
 
 namespace zentrova::tests {
@@ -61,7 +62,7 @@ TEST_F(ColorList, StyleIsAPropertyByName) {
   EXPECT_EQ(made->specifiers()->front()->identifier(), "light");
 }
 
-// The store is as old as the view: what was written before is in it, what comes after is not.
+// The store is loaded with the view: it has earlier writes, but not later ones.
 TEST_F(ColorList, StoreIsMadeWhenTheViewIsLoaded) {
   writeAllLists();
   const auto made = makePage(0);
@@ -103,7 +104,7 @@ TEST_F(ColorReset, PressOfOneSecondWritesTheResetValueAndClearsTheSwatch) {
   EXPECT_EQ(shownComponents("second"), blue);
 }
 
-// At once: the finger still lies there.
+// At once, while the finger is still down.
 TEST_F(ColorReset, ResetDoesNotWaitForTheFinger) {
   showRows();
   touch(*page, "first");
@@ -151,7 +152,7 @@ TEST_F(ColorReset, PressOutsideOfTheRowsDoesNothing) {
   EXPECT_FALSE(process.tree().exists(preferences));
 }
 
-// A page may give the row another cell than the one that is in sight.
+// A page may return another cell for the row than the visible one.
 class CellAskedList : public ZVRCustomizeColorListViewController {
  public:
   std::shared_ptr<platform::UITableViewCell> cellForRowAtIndexPath(
@@ -175,7 +176,7 @@ TEST_F(ColorReset, PageItselfIsAskedForTheCell) {
   EXPECT_EQ(list->asked, (std::vector<platform::IndexPath>{{0, 1}}));
 }
 
-// Every kind of colour row is one.
+// Subclasses of the colour cell are colour rows too.
 class FineColorCell : public HBColorPickerTableCell {
   PLATFORM_CLASS(FineColorCell)
 };
@@ -192,7 +193,7 @@ TEST_F(ColorReset, RowOfASubclassIsResetToo) {
   EXPECT_EQ(inFile("fine"), Value(resetValue));
 }
 
-// Whatever the row's default is.
+// The row's default does not matter.
 TEST_F(ColorReset, DefaultIsNotWritten) {
   showRows("pink");
   press(*page, "first", 1.0);
@@ -211,7 +212,7 @@ TEST_F(ColorReset, PressFindsTheRowInAScrolledList) {
   EXPECT_EQ(platform::dictionaryWithContentsOfFile(preferences)->size(), 1U);
 }
 
-// The store still has the file of when the page was opened, and rewrites it whole.
+// The store still has the file from when the page was opened, and rewrites the whole file.
 TEST_F(ColorReset, ColorWrittenSinceIsLostByTheResetOfAnotherRow) {
   writePreferences({{"first", "FF0000FF"}});
   showRows();
@@ -222,7 +223,7 @@ TEST_F(ColorReset, ColorWrittenSinceIsLostByTheResetOfAnotherRow) {
   EXPECT_TRUE(inFile("elsewhere").isNone());
 }
 
-// A row without a key writes under none, which the platform refuses.
+// A row without a key writes under a none key, which raises.
 TEST_F(ColorReset, RowWithoutAKeyRaises) {
   writeList("GlobalColors", {platform::Dictionary{{"cell", "PSButtonCell"},
                                                   {"cellClass", "HBColorPickerTableCell"},

@@ -1,5 +1,6 @@
 #include <cerrno>
 
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/NSNotificationCenter.h"
 #include "tests/appearance/ColorCellFixture.h"
 
@@ -23,7 +24,7 @@ class ColorPicker : public ColorCellTest {
     EXPECT_TRUE(picker());
     return picker();
   }
-  // The colour that the picker starts at where that is stored.
+  // The colour that the picker starts at for a stored value.
   std::shared_ptr<UIColor> startColor(const Value& stored) {
     writePreferences({{"first", stored}});
     showRows("pink");
@@ -40,7 +41,7 @@ TEST_F(ColorPicker, TapOpensIt) {
   EXPECT_FALSE(process.tree().exists(preferences));
 }
 
-// Knows how it was presented.
+// Records how it was presented.
 class AppearingPicker : public UIColorPickerViewController {
   PLATFORM_CLASS(UIColorPickerViewController)
 
@@ -49,7 +50,7 @@ class AppearingPicker : public UIColorPickerViewController {
   std::vector<bool> animations;
 };
 
-// The class is the one that bears the name.
+// The class is looked up by name.
 TEST_F(ColorPicker, IsFoundByNameAndSlidesIn) {
   process.classes().remove("UIColorPickerViewController");
   process.classes().add(platform::ClassBuilder<AppearingPicker>("UIViewController").build());
@@ -69,7 +70,7 @@ TEST_F(ColorPicker, StartsAtBlackWithoutAStoredColor) {
   EXPECT_EQ(startColor(nullptr)->components(), (ColorComponents{0, 0, 0, 1}));
 }
 
-// Whatever stands before the colon.
+// The text before the colon does not matter.
 TEST_F(ColorPicker, StartsAtBlackWhereTheValueHasASuffix) {
   for (const char* text : {resetValue, "FF0000FF:1.0", ":", "red:"}) {
     EXPECT_EQ(startColor(text)->components(), (ColorComponents{0, 0, 0, 1})) << text;
@@ -123,7 +124,7 @@ TEST_F(ColorPicker, ClosingWithoutAChoiceWritesTheColorThatItStartedAt) {
   EXPECT_EQ(inFile("first"), Value("0000FFFF"));
 }
 
-// A named colour becomes the one that it is just then.
+// A named colour becomes the one that it currently resolves to.
 TEST_F(ColorPicker, ClosingWritesANamedColorAsItIsShown) {
   writePreferences({{"first", "default"}});
   process.traits().appearance = platform::UserInterfaceStyle::dark;
@@ -132,7 +133,7 @@ TEST_F(ColorPicker, ClosingWritesANamedColorAsItIsShown) {
   EXPECT_EQ(inFile("first"), Value("FFFFFFFF"));
 }
 
-// Neither a choice nor a reset is told to anybody, whatever the row asks for.
+// Neither a choice nor a reset posts a notification, even if the row names one.
 TEST_F(ColorPicker, NoNotificationFollowsAWrite) {
   writeList("GlobalColors", {Dictionary{{"cell", "PSButtonCell"},
                                         {"cellClass", "HBColorPickerTableCell"},
@@ -188,7 +189,7 @@ TEST_F(ColorPicker, OtherEntriesAreKept) {
                         {"backgroundImage", platform::Data("image")}}));
 }
 
-// The cell asks the file, and not what it has just tried to write.
+// The cell reads the file, not the value that it has just tried to write.
 TEST_F(ColorPicker, FailedWriteLeavesFileAndSwatch) {
   writePreferences({{"first", "0000FFFF"}});
   showRows();
@@ -230,7 +231,7 @@ TEST_F(ColorPicker, CellOutsideOfAPageOpensNothing) {
   EXPECT_EQ(alone->viewControllerForAncestor(), nullptr);
 }
 
-// Two rows do not disturb each other: the cells read the file before they write it.
+// Two rows do not lose each other's changes: the cells read the file before they write it.
 TEST_F(ColorPicker, TwoRowsKeepEachOthersColors) {
   showRows();
   open("first")->userPick({1, 0, 0, 1});
@@ -240,7 +241,7 @@ TEST_F(ColorPicker, TwoRowsKeepEachOthersColors) {
   EXPECT_EQ(inFile("second"), Value("00FF00FF"));
 }
 
-// The store of the page is older than the colour, and the reset rewrites the file from it.
+// The page's store is older than the colour, and the reset rewrites the file from it.
 TEST_F(ColorPicker, ColorPickedOnThePageIsLostByTheResetOfAnotherRow) {
   writePreferences({{"other", 1}});
   showRows();
@@ -257,7 +258,7 @@ TEST_F(ColorPicker, ColorPickedOnThePageIsLostByTheResetOfAnotherRow) {
   EXPECT_EQ(shownComponents("first"), green);
 }
 
-// The other way round nothing is lost: the cell reads what the reset has written.
+// In the other order nothing is lost: the cell reads the file that the reset has written.
 TEST_F(ColorPicker, ResetIsKeptByAColorPickedLater) {
   showRows();
   press(*page, "second", 1.0);

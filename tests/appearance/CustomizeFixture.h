@@ -6,7 +6,7 @@
 
 namespace zentrova::tests {
 
-// The customize page over a list of its own.
+// The customize page with a test list.
 class CustomizeTest : public AppearanceTest {
  protected:
   static std::vector<platform::Value> allRows() {

@@ -24,7 +24,7 @@ TEST_F(CustomizeThumbnail, StoredImageIsTheRowsAccessory) {
   EXPECT_TRUE(view->clipsToBounds());
 }
 
-// A square, a little lower than the row.
+// A square, slightly lower than the row.
 TEST_F(CustomizeThumbnail, SizeFollowsTheCellsHeight) {
   writePreferences({{"backgroundImage", smallPicture()}});
   showPage();
@@ -46,7 +46,7 @@ TEST_F(CustomizeThumbnail, OtherRowsAreLeftAsTheyAre) {
   EXPECT_EQ(cellOf(*page, "backgroundImageCell")->accessoryView(), nullptr);
 }
 
-// The accessory is there and shows nothing.
+// The accessory exists and is empty.
 TEST_F(CustomizeThumbnail, DataThatDoesNotDecodeShowsNothing) {
   const auto whole = smallPicture();
   const std::string start(whole.bytes().begin(), whole.bytes().begin() + 12);
@@ -122,7 +122,7 @@ TEST_F(CustomizeSheet, ClearRemovesTheImageItsTitleAndItsThumbnail) {
   EXPECT_EQ(page->presentedViewController(), nullptr);
 }
 
-// Knows how the button was called at each reload.
+// Records the title of the button at each reload.
 class RetitledCustomizePage : public ZVRCustomizeListController {
  public:
   std::int64_t numberOfSectionsInTableView(
@@ -162,7 +162,7 @@ TEST_F(CustomizeSheet, AfterClearingThePickerOpensAtOnce) {
   EXPECT_TRUE(presented<UIImagePickerController>());
 }
 
-// The store's file is as old as the rows: a colour picked since is lost by what the page writes.
+// The store was loaded with the rows: the page's write loses a colour picked since.
 TEST_F(CustomizeSheet, ClearingLosesAColorPickedSince) {
   showPageWithImage();
   writePreferences({{"backgroundImage", smallPicture()}, {"other", 1}, {"glyph", "FF0000FF"}});

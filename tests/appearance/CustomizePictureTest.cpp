@@ -16,7 +16,7 @@ using platform::UIImagePickerController;
 using platform::UIView;
 using platform::Value;
 
-// A picture is chosen: the main thread, the background and the clock go where the test says.
+// A picture is chosen. The test controls the main thread, the background and the clock.
 class CustomizePicture : public CustomizeTest {
  protected:
   std::shared_ptr<UIImagePickerController> openPicker() {
@@ -51,7 +51,7 @@ TEST_F(CustomizePicture, PickerIsDimmedAndBusyAtOnce) {
   const auto& dimming = view->subviews().back();
   const auto indicator = std::dynamic_pointer_cast<UIActivityIndicatorView>(
       view->subviews()[view->subviews().size() - 2]);
-  ASSERT_TRUE(indicator) << "what dims lies above the indicator";
+  ASSERT_TRUE(indicator) << "the dimming view is above the indicator";
   EXPECT_EQ(dimming->frame(), view->frame());
   EXPECT_EQ(dimming->backgroundColor()->components(), (platform::ColorComponents{0, 0, 0, 1}));
   EXPECT_EQ(dimming->alpha(), 0.5);
@@ -81,7 +81,7 @@ TEST_F(CustomizePicture, NothingIsStoredBeforeTheBackgroundRuns) {
   EXPECT_TRUE(presented<UIImagePickerController>());
 }
 
-// The store is written in the background; the table and the picker wait for the main queue.
+// The background writes the store; the table and the picker are updated on the main queue.
 TEST_F(CustomizePicture, BackgroundStoresAndTheMainQueueShows) {
   showPage();
   const auto picker = choose(plainPicture(8, 8));
@@ -99,7 +99,7 @@ TEST_F(CustomizePicture, BackgroundStoresAndTheMainQueueShows) {
   EXPECT_EQ(page->presentedViewController(), nullptr);
 }
 
-// Knows whether something lay over it at each reload.
+// Records at each reload whether another page was presented.
 class WatchedCustomizePage : public ZVRCustomizeListController {
  public:
   std::int64_t numberOfSectionsInTableView(
@@ -110,7 +110,7 @@ class WatchedCustomizePage : public ZVRCustomizeListController {
   std::vector<bool> coveredAtReloads;
 };
 
-// The picker goes when the page already shows the new image.
+// The picker is dismissed after the page shows the new image.
 TEST_F(CustomizePicture, TableIsReloadedBeforeThePickerGoes) {
   writeList("Customize", allRows());
   const auto watched = show(platform::make<WatchedCustomizePage>());
@@ -123,7 +123,7 @@ TEST_F(CustomizePicture, TableIsReloadedBeforeThePickerGoes) {
   EXPECT_EQ(page->presentedViewController(), nullptr);
 }
 
-// The main thread does not so much as look at the pixels.
+// The main thread never reads the pixels.
 TEST_F(CustomizePicture, PictureIsDecodedInTheBackground) {
   const auto whole = platform::UIImagePNGRepresentation(noisyPicture(64));
   std::vector<std::uint8_t> bytes(whole->bytes().begin(), whole->bytes().end());
@@ -172,7 +172,7 @@ TEST_F(CustomizePicture, AnotherPictureTakesThePlaceOfTheFirst) {
   EXPECT_EQ(UIImage::imageWithData(*storedData())->pixelWidth(), 5U);
 }
 
-// What is stored stays, and the user gets the page back.
+// The stored image is kept, and the picker is dismissed.
 TEST_F(CustomizePicture, PictureThatCannotBeEncodedLeavesWhatIsStored) {
   writePreferences({{"backgroundImage", smallPicture()}});
   showPage();
@@ -217,7 +217,7 @@ TEST_F(CustomizePicture, CancellingStoresNothing) {
   EXPECT_EQ(process.scheduler().pendingBackground(), 0U);
 }
 
-// The picture was chosen: it is stored although nobody waits for it any more.
+// The chosen picture is stored even if the picker is closed meanwhile.
 TEST_F(CustomizePicture, PickerClosedInTheMiddleStoresThePicture) {
   showPage();
   const auto picker = choose(plainPicture(8, 8));
@@ -229,7 +229,7 @@ TEST_F(CustomizePicture, PickerClosedInTheMiddleStoresThePicture) {
   EXPECT_EQ(page->presentedViewController(), nullptr);
 }
 
-// What else is presented meanwhile is not taken away.
+// A page that is presented meanwhile is not dismissed.
 TEST_F(CustomizePicture, SheetOpenedMeanwhileStays) {
   writePreferences({{"backgroundImage", smallPicture()}});
   showPage();
@@ -248,7 +248,7 @@ TEST_F(CustomizePicture, BusyPickerTakesNoSecondChoice) {
   EXPECT_EQ(process.scheduler().pendingBackground(), 1U);
 }
 
-// Two pictures one right after the other: the one that is stored last stays, whole.
+// Two pictures in quick succession: the one stored last stays.
 TEST_F(CustomizePicture, TwoPicturesAtOnceLeaveOneOfThem) {
   showPage();
   const auto first = choose(plainPicture(8, 8));
@@ -276,8 +276,7 @@ TEST_F(CustomizePicture, PageThatWasLeftStillStoresThePicture) {
   EXPECT_TRUE(gone.expired());
 }
 
-// The old file is whole and without the picture; the page has it in memory, and its next write
-// that goes well stores it.
+// The old file is unchanged; the picture is in memory, and the next successful write stores it.
 TEST_F(CustomizePicture, FullDiskLeavesTheFileAndThePageGoesOn) {
   writePreferences({{"other", 1}});
   showPage();
@@ -296,7 +295,7 @@ TEST_F(CustomizePicture, FullDiskLeavesTheFileAndThePageGoesOn) {
   EXPECT_EQ(inFile("other"), Value(1));
 }
 
-// The store is as old as the rows: a colour picked since is lost.
+// The store was loaded with the rows: a colour picked since is lost.
 TEST_F(CustomizePicture, StoringLosesAColorPickedSince) {
   writePreferences({{"other", 1}});
   showPage();
@@ -307,7 +306,7 @@ TEST_F(CustomizePicture, StoringLosesAColorPickedSince) {
   EXPECT_EQ(inFile("other"), Value(1));
 }
 
-// A row that changes while the picture is encoded is not lost, as both go through one store.
+// A row that changes while the picture is encoded is not lost: both use one store.
 TEST_F(CustomizePicture, RowChangedMeanwhileIsKept) {
   showPage();
   choose(plainPicture(8, 8));

@@ -1,3 +1,4 @@
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "tests/appearance/CustomizeFixture.h"
 
 namespace zentrova::tests {
@@ -46,14 +47,14 @@ TEST_F(CustomizeRows, ButtonChangesAnImageThatIsStored) {
   EXPECT_EQ(shownButtonTitle(), "Change background image");
 }
 
-// Whatever is stored there, it is something to change.
+// Any stored value makes the title "change".
 TEST_F(CustomizeRows, ButtonChangesAnImageThatIsNoData) {
   writePreferences({{"backgroundImage", "text"}});
   showPage();
   EXPECT_EQ(shownButtonTitle(), "Change background image");
 }
 
-// The rows go by the store that is made with them.
+// The rows use the store that is made with them.
 TEST_F(CustomizeRows, RowsThatAreBuiltAnewKnowAnImageStoredSince) {
   showPage();
   writePreferences({{"backgroundImage", Data("image")}});
@@ -84,7 +85,7 @@ TEST_F(CustomizeRows, MissingListIsAProblemAndNoRows) {
   EXPECT_TRUE(page->problem());
 }
 
-// --- The way to the lists ---
+// --- Opening the lists ---
 
 class CustomizeColors : public CustomizeTest {
  protected:
@@ -111,7 +112,7 @@ TEST_F(CustomizeColors, EachRowPushesItsList) {
   }
 }
 
-// Knows how it was covered.
+// Records how it was covered.
 class CoveredCustomizePage : public ZVRCustomizeListController {
  public:
   void viewWillDisappear(bool animated) override { animations.push_back(animated); }
@@ -134,7 +135,7 @@ TEST_F(CustomizeColors, EachVisitIsANewPage) {
   EXPECT_NE(navigation->topViewController(), first);
 }
 
-// The class is looked up by name: what bears the name is what opens.
+// The class is looked up by name.
 TEST_F(CustomizeColors, ListIsFoundByName) {
   showPage();
   process.classes().remove("ZVRCustomizeColorListViewController");
@@ -166,7 +167,7 @@ TEST_F(CustomizeColors, PressOnAnotherRowDoesNothing) {
 
 // --- The size of the toggles ---
 
-// A store that takes what the page hands over, to see it.
+// A store that records the value that the page sends.
 class FloatStore : public HBPreferences {
   PLATFORM_CLASS(FloatStore)
 
@@ -191,7 +192,7 @@ class CustomizeToggleSize : public CustomizeTest {
     writePreferences({{"insetStyle", inset}});
     showPage();
     const auto store = process.classes().find("FloatStore")->allocateAs<FloatStore>();
-    store->initWithIdentifier(std::string(preferencesDomain));
+    store->initWithIdentifier(preferencesDomain);
     page->setPreferences(store);
     page->restoreToggleSize();
     EXPECT_EQ(store->key, "toggleModuleOffsetSize");
@@ -226,13 +227,13 @@ TEST_F(CustomizeToggleSize, InsetThatIsNoTruthIsOff) {
   EXPECT_EQ(computed(390, nullptr), Value(-12.0F));
 }
 
-// A store that takes the value is followed by new rows, with a new store.
+// After a store that accepts the value, the page makes new rows with a new store.
 TEST_F(CustomizeToggleSize, RowsAreShownAnewAfterwards) {
   computed(390, false);
   EXPECT_EQ(page->preferences()->className(), "HBPreferences");
 }
 
-// The product's own store takes no floats: nothing is stored, nothing is shown anew.
+// The product's own store has no setFloat:forKey:. Nothing is stored or reloaded.
 TEST_F(CustomizeToggleSize, ProductsStoreRefusesBeforeAnythingIsStored) {
   for (const auto idiom :
        {platform::UserInterfaceIdiom::phone, platform::UserInterfaceIdiom::pad}) {

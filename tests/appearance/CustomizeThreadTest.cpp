@@ -17,7 +17,7 @@ using platform::UIImage;
 using platform::UIImagePickerController;
 using platform::Value;
 
-// The list as the product ships it.
+// The shipped list.
 void writeResource(test_support::TestProcess& process, const std::string& name) {
   const std::string file = "/" + name + ".plist";
   std::ifstream in(ZENTROVA_RESOURCES + file, std::ios::binary);
@@ -37,7 +37,7 @@ class CustomizeThreads : public testing::Test {
     window = test_support::showInWindow(navigation);
   }
 
-  // As the user does, though an image may be stored already.
+  // Like the user, except that an image may be stored already.
   std::shared_ptr<UIImagePickerController> choose(const std::shared_ptr<UIImage>& picture) {
     page->backgroundViewButtonPressed();
     if (const auto sheet = presented<platform::UIAlertController>()) sheet->userChoose(0);
@@ -49,21 +49,21 @@ class CustomizeThreads : public testing::Test {
   std::shared_ptr<T> presented() {
     return std::dynamic_pointer_cast<T>(page->presentedViewController());
   }
-  // What a user does with the page meanwhile: a switch, the rows, a look at the image.
+  // The user's actions meanwhile: a switch, the rows, a look at the image.
   void usePage(int round) {
     page->setPreferenceValue(round % 2 == 0, page->specifierForID("insetStyle"));
     page->preferences()->objectForKey("backgroundImage");
     page->table()->reloadData();
     window->layoutIfNeeded();
   }
-  // Uses the page until the condition holds; false where that takes far too long.
+  // Uses the page until the condition holds. False if that takes far too long.
   bool usePageUntil(const std::function<bool()>& condition) {
     constexpr double patienceSeconds = 60;
     auto& scheduler = threads.scheduler();
     const double end = scheduler.now() + patienceSeconds;
     for (int round = 0; !condition() && scheduler.now() < end; ++round) {
       usePage(round);
-      scheduler.runOnce(0);
+      scheduler.runMain();
     }
     return condition();
   }
@@ -85,7 +85,7 @@ class CustomizeThreads : public testing::Test {
   std::shared_ptr<platform::UIWindow> window;
 };
 
-// The main thread waits for nothing: it goes on until the picker goes.
+// The main thread never blocks: it keeps running until the picker is dismissed.
 TEST_F(CustomizeThreads, PageIsUsedWhileAPictureIsStored) {
   const auto picture = noisyPicture(400);
   choose(picture);
@@ -97,7 +97,7 @@ TEST_F(CustomizeThreads, PageIsUsedWhileAPictureIsStored) {
   EXPECT_EQ(page->specifierForID("backgroundImageCell")->name(), "Change background image");
 }
 
-// Whatever order the two come in, the file is whole and equal to the memory.
+// In any order, the file is complete and equal to the memory.
 TEST_F(CustomizeThreads, TwoPicturesOneRightAfterTheOtherLeaveOneOfThem) {
   const auto first = noisyPicture(300);
   const auto second = noisyPicture(200);
@@ -111,7 +111,7 @@ TEST_F(CustomizeThreads, TwoPicturesOneRightAfterTheOtherLeaveOneOfThem) {
               stored == Value(*platform::UIImagePNGRepresentation(second)));
 }
 
-// The background asks the page for its store while the page gets another one.
+// The background reads the page's store while the page gets another one.
 TEST_F(CustomizeThreads, RowsAreBuiltAnewWhileAPictureIsStored) {
   choose(noisyPicture(300));
   ASSERT_TRUE(usePageUntil([&] {
@@ -121,7 +121,7 @@ TEST_F(CustomizeThreads, RowsAreBuiltAnewWhileAPictureIsStored) {
   EXPECT_EQ(picturesStored(), 1U);
 }
 
-// Nobody but the background holds the page any more; it ends on the main thread all the same.
+// Only the background holds the page; it is still destroyed on the main thread.
 TEST_F(CustomizeThreads, PageThatWasLeftEndsAfterItsPicture) {
   choose(noisyPicture(300));
   const std::weak_ptr<ZVRCustomizeListController> gone = page;
@@ -132,7 +132,7 @@ TEST_F(CustomizeThreads, PageThatWasLeftEndsAfterItsPicture) {
   EXPECT_TRUE(file().valueForKey("backgroundImage").asData());
 }
 
-// The disk fills up in the background; the page goes on, and the file is the old one.
+// The disk fills up in the background. The page keeps working, and the file is the old one.
 TEST_F(CustomizeThreads, FullDiskLeavesTheFileWhole) {
   page->preferences()->setObject(1, "other");
   const auto before = threads.base().tree().read(test_support::TestProcess::preferencePath);

@@ -14,7 +14,7 @@ using platform::Value;
 
 class HBColorPickerTableCellLook : public ColorCellTest {
  protected:
-  // A cell that is in no list.
+  // A cell outside of a list.
   static std::shared_ptr<HBColorPickerTableCell> makeCell(const Dictionary& properties) {
     const auto row = PSSpecifier::preferenceSpecifierNamed(std::nullopt, nullptr, {}, {}, {},
                                                            platform::PSButtonCell, {});
@@ -106,7 +106,7 @@ TEST_F(HBColorPickerTableCellLook, EveryRefreshMakesANewSwatch) {
   }
 }
 
-// Another accent is met by the next swatch.
+// The next swatch has the new tint.
 TEST_F(HBColorPickerTableCellLook, RingHasTheAccentOfTheMoment) {
   showRows();
   cell()->setTintColour(UIColor::redColor());
@@ -148,7 +148,7 @@ TEST_F(HBColorPickerTableCellValue, WithoutDefaultTheSwatchIsTransparent) {
   EXPECT_EQ(shownComponents(), clear);
 }
 
-// Only the ring is left to see.
+// Only the ring is visible.
 TEST_F(HBColorPickerTableCellValue, ResetValueIsTransparent) {
   writePreferences({{"first", resetValue}});
   showRows();
@@ -156,7 +156,7 @@ TEST_F(HBColorPickerTableCellValue, ResetValueIsTransparent) {
   EXPECT_EQ(cell()->colorPreview()->layer()->borderWidth(), 1.2);
 }
 
-// The stored value decides, whatever it is; the default does not come back for it.
+// Any stored value is used; the default does not replace it.
 TEST_F(HBColorPickerTableCellValue, StoredValueThatIsNoTextIsTransparent) {
   for (const Value& value : {Value(5), Value(true), Value(1.5), Value(platform::Data("FF0000FF")),
                              Value(platform::Array{"FF0000FF"}), Value(Dictionary{{"red", 1}}),
@@ -224,7 +224,7 @@ TEST_F(HBColorPickerTableCellTap, JoiningTheListMakesTheCellTheRowsTarget) {
   EXPECT_EQ(row->buttonAction(), "openColorPicker");
 }
 
-// Both ways of the codec, by name.
+// Both directions of the codec, by name.
 TEST_F(HBColorPickerTableCellTap, CodecIsOfferedByName) {
   showRows();
   const auto color = cell()->perform("colorWithHexString:", {"FF0000FF"}).as<UIColor>();
@@ -235,7 +235,7 @@ TEST_F(HBColorPickerTableCellTap, CodecIsOfferedByName) {
   EXPECT_EQ(cell()->perform("hexStringFromColor:", {nullptr}), Value("00000000"));
 }
 
-// A colour of the system is written as it is at the moment.
+// A system colour is written as it currently resolves.
 TEST_F(HBColorPickerTableCellTap, NamedColorIsWrittenAsItIsShown) {
   showRows();
   EXPECT_EQ(cell()->hexStringFromColor(UIColor::labelColor()), "000000FF");

@@ -15,7 +15,7 @@ using Pixel = std::array<std::uint8_t, 4>;
 constexpr Pixel blue{0, 0, 255, 255};
 constexpr Pixel red{255, 0, 0, 255};
 
-// At one pixel a point, so that points can be looked at.
+// One pixel per point, so that the test can check points.
 class IconImage : public testing::Test {
  protected:
   IconImage() {
@@ -36,8 +36,8 @@ class IconImage : public testing::Test {
     for (std::size_t i = 0; i < 4; ++i) pixel.at(i) = pixels->rgba.at(at + i);
     return pixel;
   }
-  // Where the glyph lies: every pixel of it is wholly red, every other one on the middle lines is
-  // wholly blue.
+  // The rectangle of the glyph: on the middle lines all its pixels are pure red, and all others are
+  // pure blue.
   static void expectGlyph(const UIImage& icon, std::uint32_t left, std::uint32_t top,
                           std::uint32_t width, std::uint32_t height) {
     const std::uint32_t side = icon.pixelWidth();
@@ -74,13 +74,13 @@ TEST_F(IconImage, ColorFillsTheShapeOfAnIcon) {
   EXPECT_EQ(pixelAt(*icon, 39, 39)[3], 0);
 }
 
-// Four fifths of 40 are 32 in single precision, and not a hair more.
+// Four fifths of 40 are exactly 32 in single precision.
 TEST_F(IconImage, GlyphOfTheBigIconTakes32Points) {
   const auto icon = iconFromColorAndGlyph(UIColor::blueColor(), 1, redGlyph(64, 64));
   expectGlyph(*icon, 4, 4, 32, 32);
 }
 
-// Four fifths of 29 are 23.2, rounded up to 24: the glyph lies between the pixels.
+// Four fifths of 29 are 23.2, rounded up to 24: the glyph is between the pixels.
 TEST_F(IconImage, GlyphOfTheSmallIconTakes24Points) {
   process.traits().screenScale = 2;
   const auto icon = iconFromColorAndGlyph(UIColor::blueColor(), 0, redGlyph(48, 48));

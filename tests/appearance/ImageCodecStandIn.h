@@ -10,7 +10,7 @@
 
 namespace zentrova::tests {
 
-// Encodes nothing: files of the sizes that the test gives, and a record of what was asked for.
+// Makes files of the sizes that the test sets, without encoding, and records the requests.
 // Threads: any, once the sizes are set.
 class ImageCodecStandIn final : public platform::ImageCodecs {
  public:
@@ -19,9 +19,9 @@ class ImageCodecStandIn final : public platform::ImageCodecs {
     std::size_t limit = 0;
   };
 
-  // A size of 0: the picture cannot be encoded.
+  // Size 0 means that the picture cannot be encoded.
   std::size_t pngSize = 0;
-  std::vector<std::size_t> jpegSizes;  // one after another; the last one again and again
+  std::vector<std::size_t> jpegSizes;  // in order; the last one repeats
 
   platform::DecodedPicture decode(std::span<const std::uint8_t>) override {
     return {nullptr, "the stand-in decodes nothing"};

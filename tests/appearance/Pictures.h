@@ -18,7 +18,7 @@ inline std::shared_ptr<platform::UIImage> plainPicture(std::uint32_t width, std:
   return platform::UIImage::imageWithPixels(std::move(pixels), 1);
 }
 
-// A picture that hardly shrinks: as PNG it takes about three bytes a pixel.
+// A picture that hardly compresses: as PNG it takes about three bytes per pixel.
 inline std::shared_ptr<platform::UIImage> noisyPicture(std::uint32_t side) {
   platform::ImagePixels pixels{side, side, {}};
   std::minstd_rand random(7);

@@ -53,7 +53,7 @@ inline void registerCellClasses(platform::ClassRegistry& classes) {
   HBTwitterCell::registerClass(classes);
 }
 
-// What a server sends back. Without a status there is no response.
+// The answer of a server. Without a status there is no response.
 inline platform::URLAnswer makeAnswer(std::optional<std::int64_t> status,
                                       std::optional<platform::Data> data = std::nullopt,
                                       std::shared_ptr<platform::NSError> error = nullptr) {
@@ -77,7 +77,7 @@ class CellsTest : public testing::Test {
  protected:
   CellsTest() { registerCellClasses(process.classes()); }
 
-  // The tasks that were made, after the queue for loading icons has run.
+  // The created tasks, after the queue that loads icons has run.
   std::vector<platform::NSURLSession::Task> tasks() {
     process.scheduler().runAllBackground();
     return platform::NSURLSession::sharedSession()->tasks();

@@ -325,7 +325,7 @@ TEST_F(LinkCell, InitialsAreShapedLikeImages) {
   EXPECT_EQ(round->iconView()->layer()->cornerRadius(), 14.5);
 }
 
-// --- Values of another kind ---
+// --- Values of the wrong type ---
 
 std::vector<Value> oddValues() {
   return {Value(platform::Array{1}),

@@ -1,5 +1,6 @@
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/NSAssertionHandler.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/preferences/PSListController.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "tests/cells/CellsFixture.h"
@@ -30,7 +31,7 @@ class TwitterCell : public CellsTest {
   static std::shared_ptr<HBTwitterCell> make(const std::shared_ptr<PSSpecifier>& row) {
     return makeCell<HBTwitterCell>(row);
   }
-  // The name and the reason of what making the row raises.
+  // The name and the reason of the exception that making the row raises.
   static std::string raisedBy(const std::shared_ptr<PSSpecifier>& row) {
     try {
       make(row);
@@ -93,7 +94,7 @@ TEST_F(TwitterCell, WithoutNameAndIDTheAssertionFails) {
   EXPECT_THAT(entries[0].message,
               MatchesRegex("\\*\\*\\* Assertion failure in \\+\\[HBTwitterCell "
                            "_urlForUsername:userID:\\], HBTwitterCell\\.cpp:[0-9]+"));
-  EXPECT_EQ(row->propertyForKey("iconCircular"), Value(true)) << "written before";
+  EXPECT_EQ(row->propertyForKey("iconCircular"), Value(true)) << "set before the exception";
   EXPECT_TRUE(row->propertyForKey("url").isNone());
 }
 
@@ -155,14 +156,14 @@ TEST_F(TwitterCell, AnySubtitleIsReplaced) {
   const auto cell = make(makeRow({{"user", "hollowmere"}, {"subtitle", "something else"}}));
   EXPECT_EQ(cell->detailTextLabel()->text(), "@hollowmere");
   cell->refreshCellContentsWithSpecifier(cell->specifier());
-  EXPECT_EQ(cell->detailTextLabel()->text(), "@hollowmere") << "and stays so";
+  EXPECT_EQ(cell->detailTextLabel()->text(), "@hollowmere") << "and is kept";
 }
 
 TEST_F(TwitterCell, ARowWithAnIDAloneCannotBeShown) {
   const auto row = makeRow({{"userID", "42"}});
   EXPECT_EQ(raisedBy(row),
             "NSInvalidArgumentException: -[__NSCFString stringByAppendingString:]: nil argument");
-  EXPECT_EQ(urlOf(row), "https://twitter.com/intent/user?user_id=42") << "written before";
+  EXPECT_EQ(urlOf(row), "https://twitter.com/intent/user?user_id=42") << "set before the exception";
 }
 
 TEST_F(TwitterCell, AvatarsAreRoundUnlessTheRowSaysOtherwise) {
@@ -182,7 +183,7 @@ TEST_F(TwitterCell, WhatItWritesStaysForTheNextCellOfTheRow) {
   make(row).reset();
   EXPECT_EQ(urlOf(row), "https://twitter.com/a");
   row->setProperty(false, "iconCircular");
-  EXPECT_TRUE(make(row)->iconView()->layer()->mask()) << "what is there is left as it is";
+  EXPECT_TRUE(make(row)->iconView()->layer()->mask()) << "an existing value is kept";
 }
 
 TEST_F(TwitterCell, AnAddressThatTheRowHasIsReplaced) {
@@ -191,7 +192,7 @@ TEST_F(TwitterCell, AnAddressThatTheRowHasIsReplaced) {
   EXPECT_EQ(urlOf(row), "https://twitter.com/a");
 }
 
-// A network of its own.
+// A cell of another network.
 class OtherNetworkCell final : public HBTwitterCell {
   PLATFORM_CLASS(OtherNetworkCell)
  public:

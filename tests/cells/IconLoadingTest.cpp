@@ -21,7 +21,7 @@ using testing::IsEmpty;
 using testing::MatchesRegex;
 using testing::SizeIs;
 
-// Remembers each failure and the queue that it was told on.
+// Records each failure and the queue that it was reported on.
 class NotingLinkCell final : public HBLinkTableCell {
  public:
   struct Failure {
@@ -51,7 +51,7 @@ std::shared_ptr<NotingLinkCell> makeNoting(const Value& url = iconAddress) {
 
 class IconLoading : public CellsTest {
  protected:
-  // Hands the first task the answer and lets everything run that it causes.
+  // Answers the first task and runs everything that follows.
   void answer(const platform::URLAnswer& given) {
     ASSERT_THAT(tasks(), SizeIs(1));
     ASSERT_TRUE(NSURLSession::sharedSession()->answer(1, given));
@@ -110,7 +110,7 @@ TEST_F(IconLoading, ACellLivesUntilItsRequestWasMade) {
   std::weak_ptr<HBLinkTableCell> cell = makeLink({{"iconURL", iconAddress}});
   EXPECT_FALSE(cell.expired());
   ASSERT_THAT(tasks(), SizeIs(1));
-  EXPECT_FALSE(cell.expired()) << "the completion handler holds it from then on";
+  EXPECT_FALSE(cell.expired()) << "the completion handler holds it now";
   EXPECT_TRUE(NSURLSession::sharedSession()->answer(1, makeAnswer(404)));
   process.scheduler().runAllBackground();
   EXPECT_TRUE(cell.expired());
@@ -284,7 +284,7 @@ TEST_F(IconLoading, NothingIsLoggedWhereTheLevelIsOff) {
   const auto cell = makeNoting();
   answer(makeAnswer(404));
   EXPECT_EQ(log->lines, 0);
-  EXPECT_THAT(cell->failures(), SizeIs(1)) << "the hook is called all the same";
+  EXPECT_THAT(cell->failures(), SizeIs(1)) << "the hook is still called";
 }
 
 TEST_F(IconLoading, AResponseWithoutAStatusCountsAsZero) {
@@ -374,7 +374,7 @@ TEST(IconLoadingThreads, CellsMayGoWhileTheirRequestsAreMade) {
     ASSERT_TRUE(process.settles([&] { return session->tasks().size() == 50; }));
     for (std::uint64_t task = 1; task <= 50; ++task) session->answer(task, makeAnswer(500));
   }
-  EXPECT_EQ(platform::Object::liveCount(), before) << "nothing holds itself";
+  EXPECT_EQ(platform::Object::liveCount(), before) << "no reference cycle";
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ class ArrangeEditing : public ArrangeTest {
  protected:
   const Texts four{pinned, brightness, audio, media};
 
-  // Records in which order the table asks for rows and the settings are written.
+  // Records the order of the table's queries and the writes of the settings.
   class Recorder final : public platform::UITableViewDataSource {
    public:
     Recorder(std::shared_ptr<ZVRArrangeModulesViewController> page, Texts& events)
@@ -81,7 +81,7 @@ TEST_F(ArrangeEditing, DeletedRowGoesToTheEndOfTheDisabledList) {
   EXPECT_EQ(rowsOf(table, 1), (Texts{"Power module", "Brightness"}));
 }
 
-// Every style but delete inserts.
+// Every style except deletion inserts.
 TEST_F(ArrangeEditing, StyleNoneInserts) {
   open();
   page->commitEditingStyle(table, UITableViewCellEditingStyle::none, {0, 0});
@@ -182,7 +182,7 @@ TEST_F(ArrangeEditing, MoveOfAnotherSectionChangesNothing) {
   expectEvents({});
 }
 
-// There is no bound on either list apart from the pinned entry.
+// The lists have no limits except for the pinned entry.
 TEST_F(ArrangeEditing, AllMayBeEnabledAndAllOthersDisabled) {
   open();
   table->userCommitRow({1, 0});

@@ -10,7 +10,7 @@ inline const std::string audio(audioSliderEntry);
 inline const std::string media(mediaEntry);
 inline const std::string power(powerEntry);
 
-// The page on which modules are enabled and ordered.
+// The page that enables and orders modules.
 class ArrangeTest : public EditingPageTest<ZVRArrangeModulesViewController> {
  protected:
   void openWith(const platform::Value& moduleConfig) {
@@ -24,7 +24,7 @@ class ArrangeTest : public EditingPageTest<ZVRArrangeModulesViewController> {
   }
   Texts enabled() { return textsOf(page->enabledModuleIdentifiers()); }
   Texts disabled() { return textsOf(page->disabledModuleIdentifiers()); }
-  // Nothing has changed since the page was opened, and nothing was written.
+  // Checks that nothing has changed since the page was opened and nothing was written.
   void expectUntouched(const Texts& enabledBefore, const Texts& disabledBefore) {
     EXPECT_EQ(enabled(), enabledBefore);
     EXPECT_EQ(disabled(), disabledBefore);

@@ -63,7 +63,7 @@ TEST_F(ArrangeLists, StoredOrderIsShown) {
   EXPECT_EQ(rowsOf(table, 1), (Texts{"Brightness", "Audio"}));
 }
 
-// The pinned entry comes back first, in memory only; the next save stores it.
+// The pinned entry is inserted at the front, in memory only; the next save stores it.
 TEST_F(ArrangeLists, MissingPinnedEntryIsRepairedWithTheNextSave) {
   openWith(arrayOf({power}));
   EXPECT_EQ(rowsOf(table, 0), (Texts{"Connectivity & favorites modules", "Power module"}));
@@ -80,7 +80,7 @@ TEST_F(ArrangeLists, EmptyListLeavesThePinnedEntryAlone) {
   EXPECT_EQ(disabled(), (Texts{brightness, audio, media, power}));
 }
 
-// A text that names one of the two joined modules is not the pinned entry.
+// One of the two joined identifiers alone is not the pinned entry.
 TEST_F(ArrangeLists, HalfOfThePinnedEntryDoesNotCount) {
   openWith(arrayOf({"com.hollowmere.ZentrovaModule.ConnectivityModule"}));
   EXPECT_EQ(enabled(), (Texts{pinned, "com.hollowmere.ZentrovaModule.ConnectivityModule"}));
@@ -92,7 +92,7 @@ TEST_F(ArrangeLists, UnknownTextIsARowWithoutTextOrChevron) {
   EXPECT_EQ(cellAt(table, 0, 1)->editingAccessoryView(), nullptr);
 }
 
-// It is kept in place by saves, goes when it is disabled, and does not come back.
+// Saves keep it in place. It disappears when it is disabled, and does not come back.
 TEST_F(ArrangeLists, UnknownTextLeavesTheStoreWhenItIsDisabled) {
   openWith(arrayOf({pinned, "com.example.Other", audio}));
   table->userMoveRow({0, 2}, {0, 0});
@@ -104,7 +104,7 @@ TEST_F(ArrangeLists, UnknownTextLeavesTheStoreWhenItIsDisabled) {
   EXPECT_EQ(disabled(), (Texts{brightness, media, power}));
 }
 
-// Only a comma makes an entry pinned.
+// Only the comma makes an entry pinned.
 TEST_F(ArrangeLists, UnknownTextWithACommaCannotBeDisabled) {
   openWith(arrayOf({pinned, "a,b"}));
   table->userCommitRow({0, 1});
@@ -130,7 +130,7 @@ TEST_F(ArrangeLists, DuplicatesAreRowsOfTheirOwn) {
   EXPECT_EQ(rowsOf(table, 1), (Texts{"Brightness", "Media", "Power module", "Audio"}));
 }
 
-// A stored value that is no list counts as none, and stays until a change is accepted.
+// A stored value that is not an array counts as missing, and is kept until a change is accepted.
 TEST_F(ArrangeLists, ValueOfAnotherTypeCountsAsNone) {
   for (const Value& value :
        {Value("text"), Value(3), Value(platform::Dictionary{{pinned, true}}), Value(false)}) {
@@ -151,7 +151,7 @@ TEST_F(ArrangeLists, ThousandsOfEntriesStayUsable) {
   expectSaved();
 }
 
-// The store is read once; the file that another program changes is not looked at again.
+// The store is read once; later changes of the file by other programs are not seen.
 TEST_F(ArrangeLists, ListsAreKeptForTheLifeOfThePage) {
   open();
   store("moduleConfig", arrayOf({power}));
@@ -159,7 +159,7 @@ TEST_F(ArrangeLists, ListsAreKeptForTheLifeOfThePage) {
   EXPECT_EQ(enabled(), (Texts{pinned, brightness, audio, media}));
 }
 
-// No store answers none: there is no enabled list, and nothing is kept of it.
+// Without a store there is no enabled list, and none is kept.
 TEST_F(ArrangeLists, NothingIsEnabledBeforeThePageHasAStore) {
   store("moduleConfig", arrayOf({pinned, power}));
   page = platform::make<ZVRArrangeModulesViewController>();
@@ -171,7 +171,7 @@ TEST_F(ArrangeLists, NothingIsEnabledBeforeThePageHasAStore) {
   EXPECT_EQ(enabled(), (Texts{pinned, power}));
 }
 
-// The disabled list is kept from its first use on, even where that is before the store is there.
+// The disabled list is kept from its first use on, even if there is no store yet.
 TEST_F(ArrangeLists, DisabledListOfAPageWithoutAStoreIsTheCatalogueAndStays) {
   page = platform::make<ZVRArrangeModulesViewController>();
   const Texts catalogue{pinned, brightness, audio, media, power};
@@ -195,7 +195,7 @@ TEST_F(ArrangeLists, CanBeSetByName) {
   EXPECT_EQ(stored("moduleConfig"), Value(arrayOf({power})));
 }
 
-// What is set to none is built again at its next use.
+// A list that is set to none is rebuilt on its next use.
 TEST_F(ArrangeLists, AreBuiltAnewAfterNoneWasSet) {
   open();
   store("moduleConfig", arrayOf({power}));

@@ -5,7 +5,7 @@ namespace {
 
 class ArrangePage : public ArrangeTest {
  protected:
-  // Which rows carry the chevron, over both sections.
+  // Whether each row has the chevron, over both sections.
   Texts namesWithChevron() {
     Texts names;
     for (std::int64_t section = 0; section < 2; ++section) {
@@ -30,7 +30,7 @@ class ArrangePage : public ArrangeTest {
 TEST_F(ArrangePage, IsATableThatIsAlwaysBeingEdited) {
   open();
   expectEditingPage(page, table);
-  // The missing letter is the product's own.
+  // The product shows the title with this spelling.
   EXPECT_EQ(page->title(), "Arrage modules");
   EXPECT_TRUE(table->allowsSelectionDuringEditing());
   EXPECT_EQ(page->preferences()->identifier_rl(), "com.hollowmere.zentrovaprefs");
@@ -74,7 +74,7 @@ TEST_F(ArrangePage, ReusedCellLosesItsChevron) {
   const auto chevron = cell->editingAccessoryView();
   ASSERT_TRUE(chevron);
   EXPECT_EQ(chevron->superview(), cell);
-  // Enough rows for every cell in the pool to come back.
+  // Enough rows to reuse every cell in the pool.
   page->setEnabledModuleIdentifiers(arrayOf(Texts(8, audio)));
   table->reloadData();
   EXPECT_EQ(rowsOf(table, 0), Texts(8, "Audio"));
@@ -97,7 +97,7 @@ TEST_F(ArrangePage, RowsWithSettingsOpenTheirPage) {
   }
 }
 
-// Knows how it was covered.
+// Records how it was covered.
 class CoveredArrangePage : public ZVRArrangeModulesViewController {
  public:
   void viewWillDisappear(bool animated) override { animations.push_back(animated); }

@@ -27,7 +27,7 @@ TEST_F(FavoritesEditing, FifthModuleIsRefused) {
   EXPECT_EQ(writes(), Texts());
 }
 
-// Only three are saved on the way down; on the way up, three and four.
+// Removals are saved only at three; additions at three and four.
 TEST_F(FavoritesEditing, RemovalBelowThreeIsShownAndNotSaved) {
   openWith(arrayOf({"a", "b", "c", "d"}));
   table->userCommitRow({0, 0});
@@ -79,7 +79,7 @@ TEST_F(FavoritesEditing, ReorderLogsBothRowsAndSaves) {
   EXPECT_EQ(writes(), savedFiles);
 }
 
-// The save of a reorder passes over the store where there are fewer or more than it takes.
+// A reorder is not stored if there are too few or too many favourites.
 TEST_F(FavoritesEditing, ReorderOfAnotherCountReachesTheConfigurationOnly) {
   for (const Texts& favorites : {Texts{"a", "c"}, Texts{"a", "c", "d", "e", "f"}}) {
     configure(arrayOf({"b"}));
@@ -114,7 +114,7 @@ TEST_F(FavoritesEditing, AvailableModuleIsAddedWhereItIsDropped) {
   EXPECT_EQ(writes(), savedFiles);
 }
 
-// Accepted or not: what is refused goes back when the table is loaded again.
+// Even a rejected change reloads the table, which undoes it.
 TEST_F(FavoritesEditing, TableIsReloadedAfterEveryEdit) {
   openWith(arrayOf({"a", "b", "c", "d"}));
   const auto reloads = [&](const std::function<void()>& edit) {
@@ -143,7 +143,7 @@ TEST_F(FavoritesEditing, AvailableModulesKeepTheirOrder) {
   EXPECT_EQ(writes(), Texts());
 }
 
-// Without a stored value there is no list to add to, which is not an empty list.
+// Without a stored value there is no list to add to, which differs from an empty list.
 TEST_F(FavoritesEditing, NothingCanBeAddedWithoutAStoredList) {
   open();
   EXPECT_TRUE(page->valueForKey("groupedIdentifiers").isNone());
@@ -171,7 +171,7 @@ TEST_F(FavoritesEditing, StoredValueOfAnotherTypeIsNoListAndStays) {
   }
 }
 
-// The rows of the table are older than the repository's answer.
+// The table's rows are older than the repository's answer.
 TEST_F(FavoritesEditing, ModuleThatVanishedIsNotAdded) {
   openWith(arrayOf({"a", "b", "c"}));
   neighbours->loadable = arrayOf({"a", "b", "c", "f"});

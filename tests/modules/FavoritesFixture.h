@@ -38,15 +38,20 @@ class FavoritesTest : public EditingPageTest<ZVRFavoriteModules> {
   }
   Texts active() { return rowsOf(table, 0); }
   Texts available() { return rowsOf(table, 1); }
+  // The lines since the last call.
   Texts logLines() {
     Texts lines;
-    for (const auto& entry : process.log().takeNewEntries()) lines.push_back(entry.message);
+    const auto entries = process.log().entries();
+    for (; _linesSeen < entries.size(); ++_linesSeen) lines.push_back(entries[_linesSeen].message);
     return lines;
   }
 
   const Texts savedFiles{std::string(test_support::TestProcess::preferencePath),
                          std::string(configurationPath)};
   std::shared_ptr<Neighbours> neighbours = std::make_shared<Neighbours>();
+
+ private:
+  std::size_t _linesSeen = 0;
 };
 
 }  // namespace zentrova::tests

@@ -57,7 +57,7 @@ TEST_F(FavoritesPage, FavoriteThatIsNotInstalledIsListedByItsIdentifier) {
   expectStored({"a", "c", "b"});
 }
 
-// An available module without a description leaves the text as it is, but not the image.
+// An available module without a description keeps the cell's text, but not its image.
 TEST_F(FavoritesPage, AvailableRowWithoutDescriptionKeepsTheTextOfItsCell) {
   neighbours->loadable = arrayOf({"d"});
   open();
@@ -109,7 +109,7 @@ TEST_F(FavoritesPage, PropertiesCanBeSetByName) {
   EXPECT_EQ(page->valueForKey("disabledIdentifiers"), Value(arrayOf({"q"})));
 }
 
-// The system's map may be one that can still change.
+// The system's map may be mutable.
 TEST_F(FavoritesPage, DescriptionsMayBeAMutableDictionary) {
   openWith(arrayOf({"a", "b", "c"}));
   const auto descriptions = std::make_shared<platform::MutableDictionary>(
@@ -186,8 +186,8 @@ TEST_F(FavoritesPage, OddElementsAreRowsThatCanBeRemoved) {
   EXPECT_EQ(configured(), Value(Array{"b", 7, "a"}));
 }
 
-// What a table of a thousand rows costs: each query asks the repository once, and only what is in
-// sight is asked for.
+// The cost of a table of a thousand rows: each query asks the repository once, and only visible
+// rows are queried.
 TEST_F(FavoritesPage, RowsOutOfSightAreNotAskedFor) {
   Texts many;
   for (int index = 0; index < 1000; ++index) many.push_back("module" + std::to_string(index));
@@ -197,14 +197,14 @@ TEST_F(FavoritesPage, RowsOutOfSightAreNotAskedFor) {
   const auto cells = static_cast<int>(table->visibleCells().size());
   EXPECT_GT(cells, 10);
   EXPECT_LT(cells, 40);
-  // The rows, the footer and each cell of the section.
+  // The rows, the footer, and each cell of the section.
   EXPECT_EQ(neighbours->queries, 2 + cells - 3);
   const int before = neighbours->queries;
   EXPECT_EQ(page->nonGroupedIdentifiers().asArray()->size(), 1000U);
   EXPECT_EQ(neighbours->queries, before + 1);
 }
 
-// The favourites alone can be thousands, by other means than the page.
+// Other programs can store thousands of favourites.
 TEST_F(FavoritesPage, ThousandsOfFavoritesStayUsable) {
   Texts many{"a"};
   for (int index = 0; index < 5000; ++index) many.push_back("gone" + std::to_string(index));
@@ -225,7 +225,7 @@ TEST_F(FavoritesPage, FavoriteThatIsThereTwiceIsTwoRows) {
   EXPECT_EQ(available(), (Texts{"F", "E", "D", "C"}));
 }
 
-// The modules have become fewer since the table counted its rows.
+// Modules have disappeared since the table counted its rows.
 TEST_F(FavoritesPage, RowOfAModuleThatVanishedHasNoTextAndStays) {
   openWith(arrayOf({"a", "b", "c"}));
   neighbours->loadable = arrayOf({"a", "b", "c", "f"});

@@ -78,8 +78,8 @@ TEST_F(ManageModule, NameThatIsSetChoosesTheList) {
   EXPECT_FALSE(page->problem());
 }
 
-// The navigation controller's title, not the page's: it is cleared unless a caller has said which
-// module it is.
+// The title of the navigation controller, not of the page: it is cleared unless a caller has set
+// the identifier.
 TEST_F(ManageModule, TitleOfTheNavigationControllerIsCleared) {
   show(platform::make<platform::UIViewController>());
   navigation->setTitle("Before");
@@ -131,7 +131,7 @@ TEST_F(ManageModule, LoadsItsViewOutsideOfANavigationController) {
   EXPECT_TRUE(make(mediaEntry)->view());
 }
 
-// The lists as the product ships them.
+// The shipped lists.
 TEST_F(ManageModule, ShippedListsLoadWithoutAProblem) {
   installLists();
   for (const auto& each : modulePages) {
@@ -155,7 +155,7 @@ TEST_F(ManageModule, ShippedListsAreInThePlatformsForm) {
   }
 }
 
-// No two rows of the three pages share a key; each has a default of its choices and the domain.
+// No two rows of the three pages share a key. Each has the domain, and a default from its choices.
 TEST_F(ManageModule, ShippedRowsHaveAKeyOfTheirOwnAndADefault) {
   installLists();
   Texts keys;

@@ -26,7 +26,7 @@ namespace zentrova::tests {
 
 using Texts = std::vector<std::string>;
 
-// A process with the classes of the module pages, and a window to show one of them in.
+// A process with the classes of the module pages, and a window that shows one of them.
 class ModulesTest : public testing::Test {
  protected:
   static constexpr std::string_view bundle =
@@ -79,7 +79,7 @@ class ModulesTest : public testing::Test {
     window->layoutIfNeeded();
     return table->cellForRowAtIndexPath({section, row});
   }
-  // What the rows show, "(null)" for no text.
+  // The texts of the rows; "(null)" for a row without text.
   Texts rowsOf(const std::shared_ptr<platform::UITableView>& table, std::int64_t section) {
     Texts texts;
     for (std::int64_t row = 0; row < table->numberOfRowsInSection(section); ++row) {
@@ -89,7 +89,7 @@ class ModulesTest : public testing::Test {
     return texts;
   }
 
-  // What both editing tables have in common.
+  // Checks what both editing tables share.
   void expectEditingPage(const std::shared_ptr<platform::UIViewController>& shown,
                          const std::shared_ptr<platform::UITableView>& table) {
     EXPECT_EQ(shown->view()->backgroundColor()->systemName(), "systemGroupedBackgroundColor");
@@ -122,7 +122,7 @@ class ModulesTest : public testing::Test {
   std::shared_ptr<platform::UIWindow> window;
 };
 
-// The same with one of the two pages whose table is always being edited.
+// The same with one of the two pages whose table is always in editing mode.
 template <class Page>
 class EditingPageTest : public ModulesTest {
  protected:
@@ -131,7 +131,7 @@ class EditingPageTest : public ModulesTest {
     show(page);
     table = page->tableView();
   }
-  // Lets go of everything that shows the page, and waits until what was under way has ended.
+  // Releases everything that shows the page, and runs the pending work.
   void leave() {
     page = nullptr;
     table = nullptr;

@@ -4,14 +4,14 @@
 #include <string>
 #include <utility>
 
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/values/Collections.h"
 #include "platform/uikit/images/UIImage.h"
 
 namespace zentrova::tests {
 
-// What the neighbours' classes answer: a service of the test's process.
+// The answers of the neighbours' classes. A service of the test's process.
 struct Neighbours {
   platform::Array loadable;
   platform::Array forbidden;
@@ -65,7 +65,7 @@ class ModuleDescription final : public platform::Object {
   std::string _name;
 };
 
-// The settings controller under its name from system version 14.0 on, and the one before.
+// The settings controller under its name from system version 14.0 on, and under the older one.
 class CCUISettingsListController final : public platform::Object {
   PLATFORM_CLASS(CCUISettingsListController)
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "tests/prefs/StoreFixture.h"
 
 namespace zentrova::tests {
@@ -9,7 +9,7 @@ namespace {
 using platform::Exception;
 using platform::Value;
 
-// What the store offers by selector and by key.
+// The store's operations by selector and values by key.
 class HBPreferencesByName : public StoreTest {
  protected:
   void SetUp() override { HBPreferences::registerClass(process.classes()); }

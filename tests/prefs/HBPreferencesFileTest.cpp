@@ -1,6 +1,7 @@
 #include <cerrno>
 #include <gtest/gtest.h>
 
+#include "platform/foundation/propertylist/PropertyListBinary.h"
 #include "tests/prefs/StoreFixture.h"
 
 namespace zentrova::tests {
@@ -9,7 +10,7 @@ namespace {
 using platform::Dictionary;
 using platform::Value;
 
-// A file that cannot be taken as it is gives an empty store, silently; the first write replaces it.
+// An unreadable file silently gives an empty store; the first write replaces the file.
 class HBPreferencesFile : public StoreTest {
  protected:
   void expectEmptyStoreThatWrites() {
@@ -80,7 +81,7 @@ TEST_F(HBPreferencesFile, Unreadable) {
   EXPECT_EQ(fileContent(), (Dictionary{{"other", 1}}));
 }
 
-// The superuser reads every file, so the refusal is the system call's.
+// The superuser can read every file, so the system call itself fails.
 TEST_F(HBPreferencesFile, WithoutPermission) {
   writeFile(Dictionary{{"key", "value"}});
   for (const char* call : {"openat", "openat2"}) {
@@ -110,7 +111,7 @@ TEST_F(HBPreferencesFile, FolderIsALinkInACircle) {
   expectEmptyStoreThatCannotWrite();
 }
 
-// --- And what can be taken ---
+// --- Files that can be read ---
 
 TEST_F(HBPreferencesFile, BinaryFormIsReadAndXmlIsWritten) {
   process.tree().write(path, platform::writeBinaryPropertyList(Dictionary{{"key", 5}}).bytes);
@@ -139,7 +140,7 @@ TEST_F(HBPreferencesFile, PermissionsOfTheFileAreKept) {
   EXPECT_EQ(process.files().attributesOfItem(path)->mode & 0777U, 0640U);
 }
 
-// The folder is fixed: where "/var/jb" really lives does not matter to the path that is written.
+// The folder is fixed: the destination of "/var/jb" does not change the path that is written.
 TEST_F(HBPreferencesFile, IsFoundThroughTheLink) {
   process.tree().remove("/var/jb");
   process.tree().link("/var/jb", "/elsewhere");

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "tests/prefs/StoreFixture.h"
 
 namespace zentrova::tests {
@@ -15,7 +15,7 @@ using platform::Value;
 
 class HBPreferencesGetters : public StoreTest {};
 
-// A domain without a file gives the fallback of every getter.
+// Without a file, every getter returns its fallback.
 TEST_F(HBPreferencesGetters, GiveTheirFallbacksWhereThereIsNoFile) {
   const auto store = makeStore();
   EXPECT_TRUE(store->objectForKey("key").isNone());
@@ -31,7 +31,7 @@ TEST_F(HBPreferencesGetters, GiveTheirFallbacksWhereThereIsNoFile) {
   EXPECT_EQ(store->stringForKey("key", std::nullopt), std::nullopt);
 }
 
-// A single-precision default is widened as it is.
+// A single-precision default is widened exactly.
 TEST_F(HBPreferencesGetters, FloatDefaultIsWidenedFromSinglePrecision) {
   const auto store = makeStore();
   EXPECT_EQ(store->floatForKey("key", 0.1F), static_cast<double>(0.1F));
@@ -59,7 +59,7 @@ TEST_F(HBPreferencesGetters, ObjectForKeyGivesEveryKindAsItIsStored) {
   EXPECT_EQ(store->objectForKey("integer").kind(), platform::ValueKind::integer);
 }
 
-// An empty string is a string: no default takes its place.
+// An empty string is a string: the default is not used.
 TEST_F(HBPreferencesGetters, StringForKeyGivesAnEmptyStringAsStored) {
   const auto store = storeWith("");
   EXPECT_EQ(store->stringForKey("key"), "");
@@ -88,7 +88,7 @@ void PrintTo(const Truth& truth, std::ostream* out) {
 
 class HBPreferencesTruth : public StoreTest, public testing::WithParamInterface<Truth> {};
 
-// Accepted is a number whose 32-bit value is 0 or 1; it answers whether the number itself is 0.
+// A number is accepted if its 32-bit value is 0 or 1; the result is whether the number is not 0.
 TEST_P(HBPreferencesTruth, BoolForKeyTestsTheRangeAndThenConverts) {
   const auto store = makeStore();
   store->setObject(GetParam().stored, "key");
@@ -131,8 +131,8 @@ void PrintTo(const Number& number, std::ostream* out) {
 
 class HBPreferencesNumber : public StoreTest, public testing::WithParamInterface<Number> {};
 
-// integerForKey: goes through 32 bits, integerForKey:default: through 64, floatForKey: through
-// single precision; all of them also after the way through the file.
+// integerForKey: converts to 32 bits, integerForKey:default: to 64 and floatForKey: to single
+// precision, also after a round trip through the file.
 TEST_P(HBPreferencesNumber, ConvertsAsThePlatformsNumbersDo) {
   const auto store = makeStore();
   store->setObject(GetParam().stored, "key");
@@ -173,12 +173,12 @@ INSTANTIATE_TEST_SUITE_P(
         Number{"BeyondSinglePrecision", Value(1e300), int32Max, int64Max,
                std::numeric_limits<double>::infinity()},
         Number{"NaN", Value(std::nan("")), 0, 0, std::nan("")},
-        // No numbers: the fallback. The text is converted by none of them.
+        // Not numbers: the fallback. No getter converts strings.
         Number{"TextOne", Value("1"), 0, -77, 0.0}, Number{"TextHalf", Value("0.5"), 0, -77, 0.0},
         Number{"List", Value(Array{1}), 0, -77, 0.0}),
     [](const auto& parameter) { return std::string(parameter.param.name); });
 
-// Keys that are none are read as absent.
+// A none key reads as absent.
 TEST_F(HBPreferencesGetters, NoneKeyGivesTheFallback) {
   const auto store = storeWith(1);
   EXPECT_TRUE(store->objectForKey(nullptr).isNone());
@@ -186,7 +186,7 @@ TEST_F(HBPreferencesGetters, NoneKeyGivesTheFallback) {
   EXPECT_EQ(store->integerForKey(nullptr, 3), 3);
 }
 
-// The dictionary is asked by key-value access, where such a key is one of the dictionary's own.
+// The dictionary is read by key-value access, where such a key is a key of the dictionary itself.
 TEST_F(HBPreferencesGetters, KeyWithASignIsAskedOfTheDictionary) {
   writeFile(Dictionary{{"@absent", 1}, {"other", 2}});
   const auto store = makeStore();
@@ -199,7 +199,7 @@ TEST_F(HBPreferencesGetters, KeyWithASignIsAskedOfTheDictionary) {
   }
 }
 
-// The dictionary is not asked by key path: a key with points is a key.
+// The dictionary is not read by key path: a key with dots is one key.
 TEST_F(HBPreferencesGetters, KeyWithPointsIsOneKey) {
   writeFile(Dictionary{{"a.b", 1}, {"a", Dictionary{{"b", 2}}}});
   EXPECT_EQ(makeStore()->integerForKey("a.b"), 1);

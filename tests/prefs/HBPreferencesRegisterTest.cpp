@@ -19,7 +19,7 @@ TEST_F(HBPreferencesRegister, BoolOnAMissingKeyGivesAndStoresTheDefault) {
   EXPECT_EQ(inFile("key").kind(), ValueKind::boolean);
 }
 
-// Here, unlike in boolForKey:, every number counts.
+// Unlike in boolForKey:, every number counts.
 TEST_F(HBPreferencesRegister, BoolTakesEveryNumber) {
   for (const Value& number : {Value(2), Value(-1), Value(4294967296), Value(0.5)}) {
     const auto store = storeWith(number);
@@ -51,7 +51,7 @@ TEST_F(HBPreferencesRegister, AnotherTypeIsReplacedByTheDefault) {
   }
 }
 
-// The one that leaves the variable alone.
+// registerInteger does not change the variable.
 TEST_F(HBPreferencesRegister, IntegerOnAMissingKeyStoresTheDefaultButLeavesTheVariable) {
   std::int64_t variable = -5;
   makeStore()->registerInteger(&variable, 5000000000, "key");
@@ -93,7 +93,7 @@ TEST_F(HBPreferencesRegister, FloatGivesAStoredNumberInSinglePrecision) {
   EXPECT_EQ(variable, 1.0);
 }
 
-// A default beyond single precision is narrowed as the platform narrows it.
+// A default beyond single precision is narrowed like on the platform.
 TEST_F(HBPreferencesRegister, FloatDefaultBeyondSinglePrecisionIsStoredAsInfinity) {
   double variable = 0.0;
   makeStore()->registerFloat(&variable, 1e300, "key");

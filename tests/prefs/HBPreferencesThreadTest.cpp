@@ -16,7 +16,7 @@ using platform::Value;
 
 class HBPreferencesThread : public StoreTest {
  protected:
-  // What is written fits one call, so that the calls of two writes would mix.
+  // Each file fits one call, so that the calls of concurrent writes would interleave.
   void expectOneWriteAfterTheOther() {
     std::vector<std::string> calls = process.systemCalls().calls();
     std::erase_if(calls, [](const std::string& c) { return c != "writev" && c != "renameat"; });
@@ -28,8 +28,8 @@ class HBPreferencesThread : public StoreTest {
   }
 };
 
-// A picture is stored by a background queue while the main thread uses the same store. Whatever
-// the order of the two, the file ends equal to the memory.
+// A background queue stores a picture while the main thread uses the same store. In any order, the
+// file ends up equal to the memory.
 TEST_F(HBPreferencesThread, FileEqualsMemoryWhenTwoThreadsSet) {
   constexpr int rounds = 60;
   const auto store = makeStore();
@@ -59,7 +59,7 @@ TEST_F(HBPreferencesThread, FileEqualsMemoryWhenTwoThreadsSet) {
   expectOneWriteAfterTheOther();
 }
 
-// Holds a writer at the end of its write until it is let go.
+// Blocks a writer at the end of its write until it is released.
 class Gate {
  public:
   void holdWriter() {
@@ -85,7 +85,7 @@ class Gate {
   bool _open = false;
 };
 
-// A reader waits for nobody: while another thread is inside its write, the getters answer.
+// Readers do not block: the getters return while another thread is writing.
 TEST_F(HBPreferencesThread, ReaderDoesNotWaitForAWrite) {
   const auto store = makeStore();
   Gate gate;

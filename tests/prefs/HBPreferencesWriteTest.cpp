@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/propertylist/PropertyListBinary.h"
+#include "platform/foundation/values/Exception.h"
 #include "tests/prefs/StoreFixture.h"
 
 namespace zentrova::tests {
@@ -36,7 +37,7 @@ TEST_F(HBPreferencesWrite, IdentifierNamesTheFile) {
   EXPECT_FALSE(process.tree().exists(path));
 }
 
-// The whole dictionary is in the file when the operation returns, in the platform's form.
+// When the operation returns, the file holds the whole dictionary in the platform's form.
 TEST_F(HBPreferencesWrite, SetObjectWritesTheWholeFileAtOnce) {
   writeFile(Dictionary{{"kept", "as it was"}});
   const auto store = makeStore();
@@ -88,7 +89,7 @@ TEST_F(HBPreferencesWrite, RemovingAKeyLeavesTheOthers) {
   EXPECT_EQ(fileContent(), (Dictionary{{"b", 2}}));
 }
 
-// Each store has the file's content of the time when it was made; the last writer wins.
+// Each store has the content that the file had when the store was made; the last write wins.
 TEST_F(HBPreferencesWrite, TwoStoresDoNotSeeEachOther) {
   writeFile(Dictionary{{"shared", 1}});
   const auto first = makeStore();
@@ -124,7 +125,7 @@ TEST_F(HBPreferencesWrite, KeyThatIsNoTextRaises) {
             "NSInvalidArgumentException");
 }
 
-// --- A failed write is ignored: the change stays in memory, the old file is whole. ---
+// --- A failed write is ignored: the change stays in memory, the old file is unchanged. ---
 
 TEST_F(HBPreferencesWrite, MissingFolderIsIgnored) {
   process.tree().remove("/var/jb/var/mobile/Library/Preferences");
@@ -140,7 +141,7 @@ TEST_F(HBPreferencesWrite, ObjectThatNoPropertyListHoldsIsIgnored) {
   store->setObject(object, "object");
   EXPECT_EQ(store->objectForKey("object").asObject(), object);
   EXPECT_EQ(fileContent(), (Dictionary{{"key", "before"}}));
-  // It keeps later writes from happening too, until it is gone.
+  // Later writes fail too, until the value is removed.
   store->setObject("after", "key");
   EXPECT_EQ(inFile("key"), Value("before"));
   store->removeObjectForKey("object");
@@ -154,7 +155,7 @@ TEST_F(HBPreferencesWrite, TextThatNoPropertyListHoldsIsIgnored) {
   EXPECT_EQ(store->stringForKey("key"), std::string("a\0b", 3));
 }
 
-// The binary form can hold what the XML form cannot, and the file is written as XML.
+// The binary form can hold values that the XML form cannot. The file is written as XML.
 TEST_F(HBPreferencesWrite, ValueOfABinaryFileThatXmlCannotHoldKeepsTheFileUntilItIsGone) {
   const Dictionary content{{"key", "before"}, {"odd", "\x01"}};
   process.tree().write(path, platform::writeBinaryPropertyList(content).bytes);
@@ -167,7 +168,7 @@ TEST_F(HBPreferencesWrite, ValueOfABinaryFileThatXmlCannotHoldKeepsTheFileUntilI
   EXPECT_EQ(fileContent(), (Dictionary{{"key", "after"}}));
 }
 
-// What is written can be read again: nothing that the reader refuses replaces a good file.
+// Every written file can be read again: nothing that the reader rejects replaces a good file.
 TEST_F(HBPreferencesWrite, ValueThatTheReaderWouldRefuseAsTooDeepLeavesTheFile) {
   const auto store = storeWith("before");
   Value nested = Array{};
@@ -208,7 +209,7 @@ TEST_F(HBPreferencesWrite, DictRepIsTheDictionaryThatIsWritten) {
   EXPECT_EQ(fileContent(), (Dictionary{{"a", "unseen"}, {"b", "b"}}));
 }
 
-// A message to nothing answers nothing and does nothing.
+// A message to none returns none and does nothing.
 TEST_F(HBPreferencesWrite, StoreWithoutDictionaryAnswersNothing) {
   const auto store = storeWith(1);
   store->setDictRep(nullptr);
@@ -224,7 +225,7 @@ TEST_F(HBPreferencesWrite, IdentifierThatIsNoneIsFormattedAsThePlatformDoes) {
   EXPECT_TRUE(process.tree().exists("/var/jb/var/mobile/Library/Preferences/(null).plist"));
 }
 
-// Other programs read the file: another reader of property lists must see the same.
+// Other programs read the file, so another property list reader must see the same values.
 TEST_F(HBPreferencesWrite, PythonReadsWhatWasWritten) {
   const auto store = makeStore();
   store->setObject(5000000000, "integer");

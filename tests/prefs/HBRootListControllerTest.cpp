@@ -2,7 +2,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/preferences/DarwinNotifications.h"
 #include "platform/preferences/PreferencesClasses.h"
 #include "platform/uikit/UIKitClasses.h"
@@ -102,15 +102,15 @@ TEST_F(HBRootListControllerTest, DomainIsFixedWhateverTheRowSays) {
   EXPECT_EQ(inFile("key"), Value(1));
 }
 
-// Remembers what is posted.
+// Records the posted notifications.
 class NotedNotifications : public platform::DarwinNotifications {
  public:
   void post(const std::string& name) override { names.push_back(name); }
   std::vector<std::string> names;
 };
 
-// The platform's own handling, which would also write the domain that the row names and post what
-// it names, takes no part.
+// The platform's own handling, which would also write the row's domain and post its notification,
+// is not used.
 TEST_F(HBRootListControllerTest, NothingIsPostedLoggedOrWrittenElsewhereByAChange) {
   const auto notifications = std::make_shared<NotedNotifications>();
   process.process().provide<platform::DarwinNotifications>(notifications);
@@ -144,7 +144,7 @@ TEST_F(HBRootListControllerTest, OperationsAreOfferedByName) {
   EXPECT_EQ(page->perform("readPreferenceValue:", {makeRow("key")}), Value(2));
 }
 
-// Switch rows go through the page's own operations, however they are reached.
+// Switch rows always use the page's own operations.
 TEST_F(HBRootListControllerTest, RowsAreBoundToThePagesStore) {
   const auto page = makePage();
   const auto row = PSSpecifier::preferenceSpecifierNamed(
@@ -162,7 +162,7 @@ TEST_F(HBRootListControllerTest, PageIsReleasedWithItsStore) {
     page->view();
     page->setPreferenceValue(1, makeRow("key"));
   };
-  // The first page also makes what lives as long as the process.
+  // The first page also creates objects that live as long as the process.
   usePage();
   const auto before = platform::Object::liveCount();
   usePage();

@@ -29,7 +29,7 @@ TEST_F(InstallRoot, MayBeARelativeDestination) {
   EXPECT_EQ(rootWithLinkTo("../private//preboot/jb/"), "../private//preboot/jb/");
 }
 
-// The link is not followed: where it leads need not exist.
+// The link is not followed: its destination need not exist.
 TEST_F(InstallRoot, MayBeADestinationThatIsNotThere) {
   EXPECT_EQ(rootWithLinkTo("/nowhere"), "/nowhere");
 }
@@ -42,7 +42,7 @@ TEST_F(InstallRoot, IsTheRootWhereTheLinkLeadsToJbWithASlash) {
   EXPECT_EQ(rootWithLinkTo("/jb/"), "/");
 }
 
-// Only the two are compared, letter by letter.
+// Only these two spellings are compared.
 TEST_F(InstallRoot, IsTheDestinationWhereTheLinkOnlyResemblesJb) {
   EXPECT_EQ(rootWithLinkTo("/jb//"), "/jb//");
 }

@@ -67,7 +67,7 @@ TEST_F(Respring, ReloadsThroughALinkToSbreload) {
   expectReload();
 }
 
-// A link that leads nowhere is no file that exists.
+// A dangling link does not count as an existing file.
 TEST_F(Respring, KillsWhereSbreloadIsALinkToNothing) {
   process.tree().makeFolder("/var/jb/usr/bin");
   process.tree().link(sbreload, "/var/jb/bin/gone");
@@ -82,7 +82,7 @@ TEST_F(Respring, FailedStartDoesNothingVisible) {
   EXPECT_EQ(process.programs().records().at(0).startError, 2);
 }
 
-// With real programs: the child sees no variable at all, and a missing one changes nothing.
+// With real programs: the child sees no variable at all, and a missing program changes nothing.
 TEST(RespringProgram, RunsWithoutAnyEnvironment) {
   TestProcess process(TestProcess::RunPrograms::real);
   process.tree().writeProgram(
@@ -94,7 +94,7 @@ TEST(RespringProgram, RunsWithoutAnyEnvironment) {
   EXPECT_EQ(process.tree().read("/var/jb/usr/bin/arguments"), "-9 SpringBoard\n");
   const auto seen = process.tree().read("/var/jb/usr/bin/seen");
   ASSERT_TRUE(seen);
-  // The shell itself sets at most these two; nothing of the test's own environment is there.
+  // The shell itself sets at most these two variables; none come from the test's environment.
   EXPECT_EQ(seen->find("HOME="), std::string::npos);
   EXPECT_EQ(seen->find("USER="), std::string::npos);
   EXPECT_EQ(seen->find("PATH="), std::string::npos);

@@ -13,13 +13,13 @@
 
 namespace zentrova::tests {
 
-// A process of its own with an empty preference folder.
+// A process with an empty preference folder.
 class StoreTest : public testing::Test {
  protected:
   static constexpr std::string_view path = test_support::TestProcess::preferencePath;
 
   std::shared_ptr<HBPreferences> makeStore() {
-    return HBPreferences::preferencesForIdentifier(std::string(preferencesDomain));
+    return HBPreferences::preferencesForIdentifier(preferencesDomain);
   }
   // A store over a file with that one value under "key".
   std::shared_ptr<HBPreferences> storeWith(const platform::Value& value) {
@@ -29,7 +29,7 @@ class StoreTest : public testing::Test {
   void writeFile(const platform::Dictionary& content) {
     process.tree().write(path, platform::writeXmlPropertyList(content).bytes);
   }
-  // What is in the file; empty where there is no readable one.
+  // The content of the file; empty if there is no readable file.
   std::optional<platform::Dictionary> fileContent() {
     return platform::dictionaryWithContentsOfFile(path);
   }

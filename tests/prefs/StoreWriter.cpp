@@ -1,10 +1,10 @@
-// Writes with the store until it is ended from outside; kill_writer.py and full_disk.py start it.
+// Writes with the store until it is killed. Started by kill_writer.py and full_disk.py.
 //
-//   store-writer TREE count          sets "counter" to one more, again and again
+//   store-writer TREE count          increments "counter" forever
 //   store-writer TREE fill BYTES     sets "filling" to that many bytes of data, once
 //
-// TREE is a device tree. What earlier writers left behind is cleared away before "ready" is
-// printed; nothing is written before that.
+// TREE is a device tree. Removes the temporary files of earlier writers, then prints "ready", then
+// starts to write.
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -47,8 +47,7 @@ int main(int argc, char** argv) {
   process.provide<platform::FileSystem>(files);
   process.provide<platform::Log>(std::make_shared<platform::MemoryLog>());
   files->removeStaleTemporaries(folder);
-  const auto store =
-      HBPreferences::preferencesForIdentifier(std::string(zentrova::preferencesDomain));
+  const auto store = HBPreferences::preferencesForIdentifier(zentrova::preferencesDomain);
   std::puts("ready");
   std::fflush(stdout);
   if (std::string_view(argv[2]) == "count") count(*store);

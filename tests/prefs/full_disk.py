@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""A store on a disk that is really full: a small tmpfs, mounted where the machine allows it.
+"""A store on a disk that is full: a small tmpfs, mounted if the machine allows it.
 
 full_disk.py STORE_WRITER
 
-Exit status 77 where no file system can be mounted.
+Exits with status 77 if no file system can be mounted.
 """
 
 import os
@@ -19,7 +19,7 @@ CANNOT = 77
 
 
 def inside(writer, root):
-    """Runs in a mount namespace of its own, so that nothing stays mounted."""
+    """Runs in its own mount namespace, so that nothing stays mounted."""
     mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=256k", "tmpfs", root],
                              stderr=subprocess.DEVNULL, check=False)
     if mounted.returncode != 0:
@@ -32,7 +32,7 @@ def inside(writer, root):
 
     subprocess.run([writer, root, "fill", str(1024 * 1024)], check=True,
                    stdout=subprocess.DEVNULL)
-    assert file.read_bytes() == before, "the old file is not as it was"
+    assert file.read_bytes() == before, "the old file has changed"
     assert os.listdir(folder) == [NAME], f"left behind: {os.listdir(folder)}"
 
     subprocess.run([writer, root, "fill", "1024"], check=True, stdout=subprocess.DEVNULL)

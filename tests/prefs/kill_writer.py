@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Kills a writer of the preference file at random moments and looks at the file.
+"""Kills a writer of the preference file at random moments and checks the file.
 
 kill_writer.py STORE_WRITER [KILLS]
 
-Half of the kills meet a small file, half one with a 4 MiB value. After each, the file must be
-whole, old or new, and never older than what was there before; and the next writer must find no
-temporary file of an earlier one. The seed is printed where something is wrong.
+Half of the kills use a small file, half a file with a 4 MiB value. After each kill the file must be
+complete, old or new, and never older than before. The next writer must find no temporary file of an
+earlier one. Prints the seed on failure.
 """
 
 import os
@@ -20,8 +20,8 @@ import time
 
 FOLDER = "var/jb/var/mobile/Library/Preferences"
 NAME = "com.hollowmere.zentrovaprefs.plist"
-# A writer is killed within so many seconds from when it is ready: a few writes long. On a busy
-# machine a writer may not come to write within them: until one has, each gets a little longer.
+# The most seconds from "ready" until a writer is killed: enough for a few writes. On a busy machine
+# a writer may not write anything in that time; until one has, each gets slightly longer.
 LONGEST = {"small": 0.006, "image": 0.08}
 GROWTH = 1.25
 LONGEST_OF_ALL = 2.0
@@ -75,7 +75,7 @@ class Victim:
             self.around = around
 
     def check_leftovers(self):
-        # One more writer starts and ends before it could have written for long.
+        # Another writer starts and ends after a short write.
         process = subprocess.run([self.writer, self.root, "fill"], stdout=subprocess.PIPE,
                                  check=True)
         assert process.stdout == b"ready\n"
@@ -102,10 +102,10 @@ def main():
                 victim.check_leftovers()
             except AssertionError as error:
                 sys.exit(f"{kind}, kill {number + 1} of seed {seed}: {error}")
-            assert victim.counter > 0, "no writer came to write: the test shows nothing"
+            assert victim.counter > 0, "no writer wrote anything, so the test proves nothing"
             written += victim.counter
-    print(f"{kills} writers killed after {written} writes; the file was whole each time; "
-          f"{left} temporary files were seen and cleared away")
+    print(f"{kills} writers killed after {written} writes; the file was complete each time; "
+          f"{left} temporary files were seen and removed")
 
 
 if __name__ == "__main__":

@@ -10,7 +10,7 @@ namespace {
 
 using platform::PSListController;
 
-// The customize page and its colour lists, as the product ships them.
+// The shipped customize page and its colour lists.
 class AppearanceResources : public ResourcesTest {
  protected:
   std::shared_ptr<PSListController> makePageNamed(const char* className) {
@@ -66,7 +66,7 @@ TEST_F(AppearanceResources, CustomizeHoldsTheValuesOfTheToggles) {
   ASSERT_TRUE(size);
   EXPECT_EQ(size->propertyForKey("key"), Value("toggleModuleOffsetSize"));
   EXPECT_EQ(size->propertyForKey("default"), Value(0.0));
-  // What a phone of any width has as its size is on the slider.
+  // The slider covers the size of a phone of any width.
   for (const double offset : {-29.75, -12.0, -5.75, 11.75}) {
     EXPECT_LE(size->propertyForKey("min").doubleValue(), offset);
     EXPECT_GE(size->propertyForKey("max").doubleValue(), offset);
@@ -121,7 +121,7 @@ TEST_F(AppearanceResources, EachColorRowHasWhatItsCellReads) {
   }
 }
 
-// A default is written as the cell writes colours, or is the name of a colour of the system.
+// A default has the form that the cell writes, or is the name of a system colour.
 TEST_F(AppearanceResources, EachDefaultIsAColor) {
   for (const char* name : {"GlobalColors.plist", "LightColors.plist", "DarkColors.plist"}) {
     for (const auto& row : colors(name)) {
@@ -132,7 +132,7 @@ TEST_F(AppearanceResources, EachDefaultIsAColor) {
   }
 }
 
-// Colours of one appearance do not follow it.
+// The colours of one appearance do not depend on the appearance.
 TEST_F(AppearanceResources, DefaultsOfOneAppearanceAreFixed) {
   for (const char* name : {"LightColors.plist", "DarkColors.plist"}) {
     for (const auto& row : colors(name)) {
@@ -141,7 +141,7 @@ TEST_F(AppearanceResources, DefaultsOfOneAppearanceAreFixed) {
   }
 }
 
-// Light and dark have the same rows, and each of them is in the list for both.
+// Light and dark have the same rows, and the list for both has each of them.
 TEST_F(AppearanceResources, LightAndDarkColorsStandForGlobalOnes) {
   std::set<std::string> global;
   for (const auto& row : colors("GlobalColors.plist")) global.insert(text(row, "key"));

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/uikit/views/UIImageView.h"
 #include "platform/uikit/views/UILabel.h"
 #include "tests/root/Pictures.h"
@@ -13,7 +13,7 @@ using platform::Dictionary;
 using platform::UIImageView;
 using platform::Value;
 
-// Stands in for the cell of a profile: an icon that is nearly invisible until it has a picture.
+// A fake profile cell: its icon is nearly invisible until it has a picture.
 class ProfileCell : public platform::PSTableCell {
   PLATFORM_CLASS(ProfileCell)
 
@@ -95,7 +95,7 @@ TEST_F(Avatar, IsShownInACellBuiltOnThatOfTheProfile) {
   EXPECT_TRUE(icon().image());
 }
 
-// The class is looked up while the page runs: without it no row is a profile.
+// The class is looked up at run time: without it no row is a profile.
 TEST_F(Avatar, ProfileIsKnownByItsClassAtRunTime) {
   process.classes().remove(profileClass);
   writeRoot({Dictionary{{"cell", "PSLinkCell"}, {"id", "profile"}, {"label", "hollowmere"}}});

@@ -5,7 +5,7 @@
 namespace zentrova::tests {
 namespace {
 
-// What the application sees of the bundle.
+// The bundle as the application sees it.
 class BundleEntry : public testing::Test {
  protected:
   void registerPlatform() {
@@ -42,7 +42,7 @@ TEST_F(BundleEntry, RefusesAMissingRegistry) {
             platform::bundleRegistryMissing);
 }
 
-// All classes or none: what was there before stays.
+// All classes or none: earlier classes stay.
 TEST_F(BundleEntry, RegistersNothingASecondTime) {
   registerPlatform();
   EXPECT_EQ(registerBundle(), platform::bundleRegistered);
@@ -59,7 +59,7 @@ TEST_F(BundleEntry, RegistersNothingWithoutThePlatformsLists) {
 
 class RootByName : public RootTest {};
 
-// What rows and scripts send to the page.
+// The operations that rows and scripts send to the page.
 TEST_F(RootByName, PageOffersItsOperationsByName) {
   writeRoot();
   const auto controller = makePage();

@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "platform/foundation/objects/Class.h"
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/ClassBuilder.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "tests/root/RootFixture.h"
 
 namespace zentrova::tests {
 
-// The application's own first list, as far as the page knows it.
+// The application's first list, as far as the page uses it.
 class HostList : public platform::PSListController {
   PLATFORM_CLASS(HostList)
 
@@ -26,7 +26,7 @@ class HostList : public platform::PSListController {
   }
 };
 
-// The navigation controller around the page, as the application has it.
+// The navigation controller around the page, like that of the application.
 class HostNavigation : public platform::UINavigationController {
   PLATFORM_CLASS(HostNavigation)
 
@@ -35,7 +35,7 @@ class HostNavigation : public platform::UINavigationController {
   const std::shared_ptr<platform::Object>& rootListController() const { return list; }
 };
 
-// The page in two navigation controllers, one in the other.
+// The page in two nested navigation controllers.
 class ChromeTest : public RootTest {
  protected:
   ChromeTest() {

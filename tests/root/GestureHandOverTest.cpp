@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/preferences/PSTableCell.h"
 #include "platform/uikit/controls/UISegmentedControl.h"
 #include "tests/root/RootFixture.h"
@@ -102,7 +102,8 @@ TEST_F(GestureHandOver, DoesNothingOnATablet) {
   EXPECT_EQ(page->table()->lastChange(), change);
 }
 
-// Footer at once; the transition after 0.1 seconds; the lock when its 0.3 seconds are over.
+// The footer is set at once, the transition starts after 0.1 seconds, and the row is locked when
+// the transition ends 0.3 seconds later.
 TEST_F(GestureHandOver, GoesStepByStep) {
   kestrelle({{"gesturesConfig", "0"}, {"useGestures", true}});
   showPage();
@@ -135,7 +136,7 @@ TEST_F(GestureHandOver, StoredValueOfTheRowIsNotChanged) {
   for (const auto& write : process.files().takeWrites()) ADD_FAILURE() << write.path;
 }
 
-// It is the row that is locked: the one that the user cannot touch.
+// The row itself is locked: the user cannot touch it.
 TEST_F(GestureHandOver, LockedRowTakesNoTouch) {
   kestrelle({{"useGestures", true}});
   showAndWait();
@@ -162,7 +163,7 @@ TEST_F(GestureHandOver, EveryAppearanceLooksAgain) {
   EXPECT_TRUE(isLocked());
 }
 
-// The base's own step comes first and takes place in every case.
+// The base class is called first, in every case.
 TEST_F(GestureHandOver, ConfigurationThatIsNoTextRaises) {
   for (const Value& config : {Value(0), Value(true), Value(platform::Array{"0"})}) {
     kestrelle(Dictionary{{"gesturesConfig", config}, {"useGestures", true}});
@@ -205,8 +206,7 @@ TEST_F(GestureHandOver, ListWithoutTheGroupIsLockedAllTheSame) {
   EXPECT_TRUE(isLocked());
 }
 
-// The rows are made with their cells when they come into sight: one that has not been seen has no
-// cell to lock.
+// Cells are made when their rows become visible: a row that was never visible has no cell to lock.
 TEST_F(GestureHandOver, RowOutOfSightHasNothingToLock) {
   auto items = allItems();
   std::vector<Value> many;
@@ -220,7 +220,7 @@ TEST_F(GestureHandOver, RowOutOfSightHasNothingToLock) {
   EXPECT_EQ(cell(), nullptr);
 }
 
-// The first segmented control in each of the cell's direct subviews, and none deeper or beside it.
+// The first segmented control in each direct subview of the cell, but no deeper or later ones.
 TEST_F(GestureHandOver, FirstSegmentsOfEachDirectSubviewAreSet) {
   kestrelle({{"useGestures", true}});
   showPage();

@@ -7,7 +7,7 @@
 
 #include "platform/uikit/images/ImageCodecs.h"
 
-// Files of pictures.
+// Picture files.
 namespace zentrova::tests {
 
 inline platform::ImagePixels grayPixels(std::uint32_t width, std::uint32_t height) {
@@ -30,7 +30,7 @@ inline std::string jpegOf(std::uint32_t width, std::uint32_t height) {
       codecs.encodeJpeg(grayPixels(width, height), quality, platform::LibraryImageCodecs::noLimit));
 }
 
-// A small PNG that says it has a million pixels on each side.
+// A small PNG whose header claims a million pixels on each side.
 inline std::string hugePng() {
   constexpr std::size_t widthOffset = 16;
   std::string file = pngOf(1, 1);

@@ -9,7 +9,7 @@
 
 namespace zentrova::tests {
 
-// The lists as the product ships them.
+// The shipped lists.
 class ResourcesTest : public RootTest {
  protected:
   using Dictionary = platform::Dictionary;
@@ -17,7 +17,7 @@ class ResourcesTest : public RootTest {
   static constexpr std::array rootLists{"Root.plist", "Vibration.plist"};
   static constexpr std::array appearanceLists{"Customize.plist", "GlobalColors.plist",
                                               "LightColors.plist", "DarkColors.plist"};
-  // All of them.
+  // All lists.
   static std::vector<std::string> lists() {
     std::vector<std::string> names(rootLists.begin(), rootLists.end());
     names.insert(names.end(), appearanceLists.begin(), appearanceLists.end());
@@ -31,7 +31,7 @@ class ResourcesTest : public RootTest {
   void writeSource(const std::string& name) {
     process.tree().write(std::string(bundle) + "/" + name, source(name));
   }
-  // The text of a file of the bundle, as it stands in the sources.
+  // The text of a file of the bundle, from the sources.
   static std::string source(const std::string& name);
   static Dictionary list(const std::string& name) {
     const auto result = platform::readPropertyList(source(name));

@@ -78,7 +78,7 @@ TEST_F(Resources, IdentifiersAndKeysAreUnique) {
   }
 }
 
-// A row without a default shows nothing until it is set; only texts may.
+// A row without a default shows nothing until it is set. Only text rows may lack one.
 TEST_F(Resources, EveryKeyButThoseOfTextsHasADefault) {
   for (const std::string& name : lists()) {
     for (const auto& row : items(name)) {
@@ -103,7 +103,7 @@ TEST_F(Resources, DefaultOfEachChoiceIsOneOfItsValues) {
   }
 }
 
-// Three styles would let the page show its two switches for a style that does not have them.
+// With three styles the page would show its two switches for a style without them.
 TEST_F(Resources, StyleIsZeroOrOneAndZeroAtFirst) {
   const auto controller = makePage();
   controller->specifiers();
@@ -112,7 +112,7 @@ TEST_F(Resources, StyleIsZeroOrOneAndZeroAtFirst) {
   EXPECT_EQ(style->propertyForKey("default"), Value(0));
 }
 
-// Nothing on the page is missing: every row works.
+// Every row works.
 TEST_F(Resources, NoRowIsDisabledOrHasAProblem) {
   const auto controller = makePage();
   for (const auto& row : *controller->specifiers()) {
@@ -148,7 +148,7 @@ TEST_F(Resources, VersionRowAsksForTheVersion) {
   EXPECT_EQ(records[0].request.path, "/bin/bash");
 }
 
-// Every row that can be tapped leads to something that is there.
+// Every row that can be tapped has a target that exists.
 TEST_F(Resources, ActionsAndPagesOfEnabledRowsExist) {
   const auto controller = makePage();
   for (const auto& row : *controller->specifiers()) {
@@ -162,7 +162,7 @@ TEST_F(Resources, ActionsAndPagesOfEnabledRowsExist) {
   }
 }
 
-// On a tablet the seven rows go and leave no group without rows behind.
+// On a tablet the seven rows are dropped, and no group is left without rows.
 TEST_F(Resources, NoGroupIsEmptyOnATablet) {
   beTablet();
   const auto controller = makePage();
@@ -175,7 +175,7 @@ TEST_F(Resources, NoGroupIsEmptyOnATablet) {
   EXPECT_FALSE(groupIsEmpty);
 }
 
-// Sharp on every device: three pixels a point of the drawing beside it.
+// Sharp on every device: three pixels per point of the drawing.
 TEST_F(Resources, BannerIsAPictureOfItsDrawing) {
   process.tree().write(std::string(bundle) + "/Banner.png", source("Banner.png"));
   showPage();

@@ -24,7 +24,7 @@ class Header : public ChromeTest {
   std::shared_ptr<UIImageView> banner() {
     return std::dynamic_pointer_cast<UIImageView>(header()->subviews().at(0));
   }
-  // The active constraint of the banner for one attribute; empty where there is none.
+  // The active constraint of the banner for one attribute; empty if there is none.
   std::shared_ptr<platform::NSLayoutConstraint> constraint(NSLayoutAttribute attribute) {
     for (const auto& each : header()->constraints()) {
       if (each->firstItem() == banner() && each->firstAttribute() == attribute) return each;
@@ -100,7 +100,7 @@ TEST_F(Header, StaysEmptyWhereTheBannerIsNoImageOrIsCutOff) {
   }
 }
 
-// What lies between the beginning and the end is met by who draws it, not by the page.
+// The presenter draws the steps of the animation; the page sets only its end.
 TEST_F(Header, TakesABannerThatIsDamagedInside) {
   std::string damaged = pngOf(200, 50);
   damaged[damaged.size() / 2] ^= 0x55;
@@ -139,7 +139,7 @@ TEST_F(TitleOpacity, BothTitlesAreHiddenAtFirst) {
   EXPECT_EQ(innerOpacity(), 0);
 }
 
-// The two ways differ by one level on purpose.
+// The two operations use different levels on purpose.
 TEST_F(TitleOpacity, SetUpHidesTheOuterTitleAndLayoutTheInner) {
   outer->navigationBar()->setTitleOpacity(1);
   inner->navigationBar()->setTitleOpacity(1);
@@ -216,7 +216,7 @@ TEST_F(TitleOpacity, PageIsTheDelegateOfTheScrollView) {
   EXPECT_EQ(page->table()->scrollView()->delegate(), page);
 }
 
-// The rows still ask the page when it follows the scrolling.
+// The rows still use the page as the delegate while it follows the scrolling.
 TEST_F(TitleOpacity, PageStaysTheDelegateOfTheTable) {
   EXPECT_EQ(page->table()->tableDelegate(), page);
 }
@@ -247,7 +247,7 @@ class ControlCenterStep : public ChromeTest {
     row->setIdentifier("ControlCenter");
     hostList->keepSpecifiers(platform::makeSpecifiers({row}));
   }
-  // The steps that come after it.
+  // The steps after it.
   void expectSetUp() {
     EXPECT_EQ(outerOpacity(), 0);
     EXPECT_EQ(page->table()->scrollView()->delegate(), page);

@@ -22,7 +22,7 @@
 
 namespace zentrova::tests {
 
-// A process with the bundle's classes and a list "Root" of its own.
+// A process with the bundle's classes and a test list "Root".
 class RootTest : public testing::Test {
  protected:
   using Identifiers = std::vector<std::string>;
@@ -53,7 +53,7 @@ class RootTest : public testing::Test {
                                 {"validValues", platform::Array{0, 1, 2}},
                                 {"validTitles", platform::Array{"a", "b", "c"}}};
   }
-  // Every row that the page works with, and one in front and one behind.
+  // Every row that the page changes, with one row before and one after them.
   static std::vector<platform::Value> allItems() {
     return {item("PSGroupCell", "first"),
             item("PSSwitchCell", "before"),
@@ -90,7 +90,7 @@ class RootTest : public testing::Test {
     return std::dynamic_pointer_cast<ZVRRootListController>(
         process.classes().find("ZVRRootListController")->makeInstance());
   }
-  // The page in a window, with cells for the rows in sight.
+  // Shows the page in a window, with cells for the visible rows.
   std::shared_ptr<ZVRRootListController> showPage() {
     page = makePage();
     const auto navigation =
@@ -103,7 +103,7 @@ class RootTest : public testing::Test {
     page = nullptr;
     window = nullptr;
   }
-  // Objects alive once the ones that live as long as the process have been made.
+  // The number of live objects after the objects that live as long as the process were made.
   std::int64_t aliveWithoutPage() {
     showPage();
     leavePage();

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/drawing/UIKitState.h"
 #include "tests/root/RootFixture.h"
 
@@ -65,7 +65,7 @@ TEST_F(RootSpecifiers, DefaultOfTheStyleCountsWhereNothingIsStored) {
   EXPECT_EQ(identifiersOf(makePage()), rowsWithSwitches());
 }
 
-// The style is read by its 32-bit value, of texts too.
+// The style is read by its 32-bit value, also from strings.
 TEST_F(RootSpecifiers, StyleIsReadAsThePlatformReadsIt) {
   writeRoot();
   for (const Value& style :
@@ -123,7 +123,7 @@ TEST_F(RootSpecifiers, SwitchesAreBoundToThePage) {
   EXPECT_TRUE(always->performGetter().isNone());
 }
 
-// One line a row, in order, with the rows that the walk itself inserted.
+// One line per row, in order, including the rows that the loop itself inserted.
 TEST_F(RootSpecifiers, WalkLogsEveryRowAndThoseThatItInserted) {
   auto items = allItems();
   items[1] = items[1].asDictionary()->with("value", "seen");
@@ -154,7 +154,7 @@ TEST_F(RootSpecifiers, WalkWithoutSwitchesLogsEachRowOnce) {
   EXPECT_EQ(logLines().size(), allItems().size());
 }
 
-// A style row that stands twice gets its switches twice: the walk knows no "already done".
+// Two style rows get two pairs of switches: the loop does not check for existing ones.
 TEST_F(RootSpecifiers, EachStyleRowOfTheListGetsItsSwitches) {
   writeRoot({choice("presentationStyle", "presentationStyle"),
              choice("presentationStyle", "presentationStyle")});
@@ -241,7 +241,7 @@ TEST_F(RootChange, StyleOneSetsTheFooterAnew) {
   EXPECT_EQ(footerOf(page, "presentationGroup"), Value(presentationText));
 }
 
-// Each of the two is an animated change of its own.
+// Each of the two is a separate animated change.
 TEST_F(RootChange, SwitchesComeAndGoWithAnimation) {
   const auto animations = [] { return platform::UIKitState::current().makeAnimationIdentifier(); };
   writeRoot();
@@ -304,7 +304,7 @@ TEST_F(RootChange, StyleAsATextCounts) {
   EXPECT_EQ(identifiersOf(page), rowsWithoutSwitches());
 }
 
-// The style row reports changes only; who sets 1 twice gets a second pair.
+// The style row only reports changes; setting 1 twice adds a second pair.
 TEST_F(RootChange, StyleOneTwiceInsertsASecondPair) {
   writeRoot();
   storeStyle(1);
@@ -316,7 +316,7 @@ TEST_F(RootChange, StyleOneTwiceInsertsASecondPair) {
   EXPECT_EQ(Identifiers(rows.begin() + 4, rows.begin() + 9),
             (Identifiers{"presentationStyle", "alwaysPresentFromTop", "reverseWhenTopPresented",
                          "alwaysPresentFromTop", "reverseWhenTopPresented"}));
-  // One removal takes one pair.
+  // One removal removes one pair.
   change(0);
   EXPECT_EQ(identifiersOf(page), rowsWithSwitches());
 }
@@ -331,7 +331,7 @@ TEST_F(RootChange, OtherRowsAreOnlyStored) {
   EXPECT_EQ(identifiersOf(page), rowsWithoutSwitches());
 }
 
-// The identifier decides, whatever the row's key is.
+// The identifier decides, not the row's key.
 TEST_F(RootChange, IdentifierDecidesNotTheKey) {
   auto items = allItems();
   items[4] = choice("presentationStyle", "otherKey");

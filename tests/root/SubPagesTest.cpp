@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "platform/foundation/objects/Class.h"
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/ClassBuilder.h"
+#include "platform/foundation/values/Exception.h"
 #include "tests/root/RootFixture.h"
 
 namespace zentrova::tests {
@@ -10,7 +10,7 @@ namespace {
 using platform::UIViewController;
 using Page = std::shared_ptr<UIViewController>;
 
-// Stands in for a page that is looked up by name, with a state of its own.
+// A fake page with state, looked up by name.
 class StandInPage : public UIViewController {
   PLATFORM_CLASS(StandInPage)
 
@@ -24,7 +24,7 @@ class StandInPage : public UIViewController {
   }
 };
 
-// The favourites, which are not looked up by name, watched as they appear.
+// The favourites page, which is not looked up by name. Records when it appears.
 class WatchedFavorites : public ZVRFavoriteModules {
  public:
   bool cameAnimated = false;
@@ -34,7 +34,7 @@ class WatchedFavorites : public ZVRFavoriteModules {
   }
 };
 
-// Refuses to be made.
+// Its initialiser fails.
 class RefusingPage : public UIViewController {
   PLATFORM_CLASS(RefusingPage)
 
@@ -58,7 +58,7 @@ class SubPages : public RootTest {
 
   void SetUp() override {
     writeRoot();
-    // One that can be told from the bundle's own.
+    // One that differs from the bundle's own.
     standInFor<StandInPage>(customize);
     showPage();
   }
@@ -187,7 +187,7 @@ TEST_F(SubPages, NothingOpensWhereTheClassIsNotThere) {
   page->showCustomizeViewController();
   EXPECT_EQ(depth(), 1U);
   EXPECT_FALSE(page->customizeViewController());
-  // It is looked for again.
+  // It is looked up again.
   standInFor<StandInPage>(customize);
   page->showCustomizeViewController();
   EXPECT_EQ(depth(), 2U);

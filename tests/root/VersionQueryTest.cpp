@@ -5,8 +5,8 @@
 #include <unistd.h>
 
 #include "platform/foundation/files/NSFileHandle.h"
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/NSNotificationCenter.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/views/UILabel.h"
 #include "tests/root/RootFixture.h"
 
@@ -17,7 +17,7 @@ using platform::UILabel;
 using platform::Value;
 using Text = std::optional<std::string>;
 
-// The shell of the tree does what the test says.
+// The tree's shell runs the script of the test.
 class VersionQuery : public RootTest {
  protected:
   static constexpr std::string_view shell = "/bin/bash";
@@ -29,7 +29,7 @@ class VersionQuery : public RootTest {
     page->setVersionLabel(label);
   }
   void shellDoes(std::string_view script) { process.tree().writeProgram(shell, script); }
-  // What the label shows after a query.
+  // The text of the label after a query.
   Text ask() {
     page->getCurrentVersion();
     return label->text();
@@ -38,7 +38,7 @@ class VersionQuery : public RootTest {
     const std::filesystem::directory_iterator entries("/proc/self/fd");
     return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
   }
-  // Runs the work when data has come, before the page is told.
+  // Runs the work when data arrives, before the page is notified.
   void whenDataCome(std::function<void(platform::NSFileHandle&)> work) {
     platform::NSNotificationCenter::defaultCenter().addObserverForName(
         std::string(platform::NSFileHandleDataAvailableNotification), nullptr,
@@ -66,7 +66,7 @@ TEST_F(VersionQuery, OtherSpellingsStay) {
   EXPECT_EQ(ask(), "version: 1\nVersion:2\nVersion :3\n Version:\t4");
 }
 
-// What comes together by a removal is not removed in turn.
+// Text that is joined by a removal is not removed again.
 TEST_F(VersionQuery, TextIsGoneThroughOnce) {
   shellDoes("printf 'VerVersion: sion: 1'");
   EXPECT_EQ(ask(), "Version: 1");
@@ -136,7 +136,7 @@ TEST_F(VersionQuery, LongOutputShowsOnlyItsFirstChunk) {
   EXPECT_EQ(ask(), std::string(pipeSize, 'x'));
 }
 
-// The program goes on only after the page has read.
+// The program continues only after the page has read.
 TEST_F(VersionQuery, LaterOutputIsNotRead) {
   shellDoes("printf 'Version: 1\\n'; until [ -e \"$0.go\" ]; do :; done; printf 'Version: 2\\n'");
   whenDataCome([this](platform::NSFileHandle&) {
@@ -221,7 +221,7 @@ TEST_F(VersionQuery, LabelGoesWithThePage) {
   EXPECT_TRUE(weak.expired());
 }
 
-// Nobody of the page asks for the version by itself.
+// The page never queries the version by itself.
 TEST_F(VersionQuery, NothingIsAskedUntilSomebodyDoes) {
   showPage();
   process.scheduler().advance(10);

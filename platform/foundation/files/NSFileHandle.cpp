@@ -5,11 +5,11 @@
 #include <unistd.h>
 #include <utility>
 
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/NSNotificationCenter.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/scheduling/Scheduler.h"
 #include "platform/foundation/values/Collections.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace platform {
 

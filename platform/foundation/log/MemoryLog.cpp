@@ -11,9 +11,7 @@ void MemoryLog::write(LogEntry entry) {
     const std::lock_guard lock(_mutex);
     for (const auto& [number, observer] : _observers) observers.push_back(observer);
     _entries.push_back(entry);
-    ++_new;
     if (_entries.size() > _capacity) _entries.pop_front();
-    _new = std::min(_new, _entries.size());
   }
   for (const Observer& observer : observers) observer(entry);
 }
@@ -27,22 +25,10 @@ std::vector<LogEntry> MemoryLog::entries() const {
   return {_entries.begin(), _entries.end()};
 }
 
-std::vector<LogEntry> MemoryLog::takeNewEntries() {
-  const std::lock_guard lock(_mutex);
-  const std::size_t count = std::exchange(_new, 0);
-  return {_entries.end() - static_cast<std::ptrdiff_t>(count), _entries.end()};
-}
-
 bool MemoryLog::contains(std::string_view message) const {
   const std::lock_guard lock(_mutex);
   return std::any_of(_entries.begin(), _entries.end(),
                      [&](const LogEntry& entry) { return entry.message == message; });
-}
-
-void MemoryLog::clear() {
-  const std::lock_guard lock(_mutex);
-  _entries.clear();
-  _new = 0;
 }
 
 std::uint64_t MemoryLog::addObserver(Observer observer) {

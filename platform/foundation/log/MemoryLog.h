@@ -13,7 +13,7 @@
 
 namespace platform {
 
-// Keeps the last `capacity` log entries and tells observers of each. Debug lines are not enabled,
+// Keeps the last `capacity` log entries and calls observers with each. Debug lines are not enabled,
 // as on a device. Threads: any.
 class MemoryLog final : public Log {
  public:
@@ -24,12 +24,10 @@ class MemoryLog final : public Log {
   void write(LogEntry entry) override;
   bool isEnabled(LogLevel level) const override;
 
+  // Oldest first.
   std::vector<LogEntry> entries() const;
-  // The entries since the last call, oldest first (as far as they are still kept).
-  std::vector<LogEntry> takeNewEntries();
   // Whether a kept entry has exactly this message.
   bool contains(std::string_view message) const;
-  void clear();
   // Called after each entry, on the thread that wrote it. The result is for removeObserver.
   std::uint64_t addObserver(Observer observer);
   void removeObserver(std::uint64_t observer);
@@ -38,7 +36,6 @@ class MemoryLog final : public Log {
   const std::size_t _capacity;
   mutable std::mutex _mutex;
   std::deque<LogEntry> _entries;
-  std::size_t _new = 0;
   std::map<std::uint64_t, Observer> _observers;
   std::uint64_t _lastObserver = 0;
 };

@@ -1,19 +1,19 @@
 #pragma once
 
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <type_traits>
 #include <utility>
 
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/Object.h"
 #include "platform/foundation/values/Collections.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/foundation/values/Value.h"
 
 // Carries arguments and results between C++ functions and operations sent by name.
@@ -31,9 +31,15 @@ inline constexpr bool isWeakPointer = false;
 template <class T>
 inline constexpr bool isWeakPointer<std::weak_ptr<T>> = true;
 
-// What an argument is kept in while an operation runs: a view needs a text to look at.
 template <class T>
-using Kept = std::conditional_t<std::is_same_v<T, std::string_view>, std::string, T>;
+inline constexpr bool isOptional = false;
+template <class T>
+inline constexpr bool isOptional<std::optional<T>> = true;
+
+// What an argument of type P is kept in while an operation runs: a view needs a text to look at.
+template <class P>
+using Kept = std::conditional_t<std::is_same_v<std::remove_cvref_t<P>, std::string_view>,
+                                std::string, std::remove_cvref_t<P>>;
 
 // A Value as an argument of type T. A value of another kind than a number, a text or an object
 // that T stands for becomes T's nothing: 0, no text, an empty pointer.
@@ -72,30 +78,33 @@ Value toValue(T&& result) {
     return Value::integer(static_cast<std::int64_t>(result));
   } else if constexpr (isWeakPointer<Plain>) {
     return Value(result.lock());
+  } else if constexpr (isOptional<Plain>) {
+    return result ? toValue(*std::forward<T>(result)) : Value();
   } else {
     return Value(std::forward<T>(result));
   }
 }
 
+// The argument at the index; none where the sender gave fewer.
+const Value& argumentAt(std::span<const Value> arguments, std::size_t index) noexcept;
+
 template <class R, class... P, class F, std::size_t... I>
-Value invokeWith(F&& function, std::span<const Value> arguments, std::index_sequence<I...>) {
-  [[maybe_unused]] const auto argument = [&](std::size_t index) -> Value {
-    return index < arguments.size() ? arguments[index] : Value();
-  };
-  std::tuple<Kept<std::remove_cvref_t<P>>...> values{
-      fromValue<Kept<std::remove_cvref_t<P>>>(argument(I))...};
+Value invokeWith(const F& function, [[maybe_unused]] std::span<const Value> arguments,
+                 std::index_sequence<I...>) {
   if constexpr (std::is_void_v<R>) {
-    function(std::get<I>(values)...);
+    function(fromValue<Kept<P>>(argumentAt(arguments, I))...);
     return {};
   } else {
-    return toValue(function(std::get<I>(values)...));
+    return toValue(function(fromValue<Kept<P>>(argumentAt(arguments, I))...));
   }
 }
 
+// Calls a function of parameters P. Too few arguments count as none, more raise
+// NSInvalidArgumentException.
 template <class R, class... P, class F>
-Value invoke(F&& function, std::span<const Value> arguments) {
+Value invoke(const F& function, std::span<const Value> arguments) {
   if (arguments.size() > sizeof...(P)) raiseInvalidArgument("too many arguments for the operation");
-  return invokeWith<R, P...>(std::forward<F>(function), arguments, std::index_sequence_for<P...>{});
+  return invokeWith<R, P...>(function, arguments, std::index_sequence_for<P...>{});
 }
 
 }  // namespace platform::bridge

@@ -3,22 +3,12 @@
 #include <algorithm>
 #include <mutex>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/ClassBuilder.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace platform {
 
 namespace {
-
-// The nearest entry of a name, in the tables of a class and of those above it.
-template <class Table>
-const typename Table::mapped_type* nearest(const Class* start, std::string_view name,
-                                           const Table& (*tableOf)(const Class&)) {
-  for (const Class* each = start; each != nullptr; each = each->base()) {
-    const Table& table = tableOf(*each);
-    if (const auto found = table.find(name); found != table.end()) return &found->second;
-  }
-  return nullptr;
-}
 
 std::size_t depthOf(const Class& type) {
   std::size_t depth = 0;
@@ -28,8 +18,7 @@ std::size_t depthOf(const Class& type) {
 
 Class rootClass() {
   ClassBuilder<Object> builder("");
-  builder.key("description", &Object::description)
-      .operation("description", &Object::description)
+  builder.property("description", &Object::description)
       .operation("respondsToSelector:", &Object::respondsToSelector)
       .operation("valueForKeyPath:", &Object::valueForKeyPath)
       .operation("setValue:forKeyPath:", &Object::setValueForKeyPath)
@@ -39,6 +28,32 @@ Class rootClass() {
 }
 
 }  // namespace
+
+Class::Class(std::string_view name, std::string_view baseName, bool (*isInstance)(const Object&))
+    : _name(name), _baseName(baseName), _isInstance(isInstance) {}
+
+Class::Class(Class&&) noexcept = default;
+
+Class::~Class() = default;
+
+void Class::addOperation(std::string_view selector, const Operation& operation) {
+  _operations.insert_or_assign(std::string(selector), operation);
+}
+
+void Class::addClassOperation(std::string_view selector, const Operation& operation) {
+  _classOperations.insert_or_assign(std::string(selector), operation);
+}
+
+void Class::addGetter(std::string_view key, const Operation& getter) {
+  _getters.insert_or_assign(std::string(key), getter);
+}
+
+void Class::addSetter(std::string_view key, const Operation& setter) {
+  _setters.insert_or_assign(std::string(key), setter);
+  std::string selector = "set" + std::string(key) + ":";
+  if (selector[3] >= 'a' && selector[3] <= 'z') selector[3] = static_cast<char>(selector[3] - 32);
+  addOperation(selector, setter);
+}
 
 bool Class::isSubclassOf(std::string_view className) const noexcept {
   for (const Class* each = this; each != nullptr; each = each->_base) {
@@ -61,32 +76,40 @@ std::shared_ptr<Object> Class::makeInstance() const {
   return object->init() ? object : nullptr;
 }
 
-const Class::Operation* Class::operation(std::string_view selector) const {
-  using Table = decltype(_operations);
-  return nearest<Table>(this, selector,
-                        [](const Class& each) -> const Table& { return each._operations; });
+std::shared_ptr<Object> Class::makeInstance(std::string_view initialiser,
+                                            std::initializer_list<Value> arguments) const {
+  std::shared_ptr<Object> object = allocate();
+  return object->perform(initialiser, arguments).boolValue() ? object : nullptr;
 }
 
-const Class::ClassOperation* Class::classOperation(std::string_view selector) const {
-  using Table = decltype(_classOperations);
-  return nearest<Table>(this, selector,
-                        [](const Class& each) -> const Table& { return each._classOperations; });
+const Operation* Class::nearest(Operations Class::*table, std::string_view name) const {
+  for (const Class* each = this; each != nullptr; each = each->_base) {
+    const Operations& operations = each->*table;
+    if (const auto found = operations.find(name); found != operations.end()) return &found->second;
+  }
+  return nullptr;
 }
 
-const Class::Getter* Class::getter(std::string_view key) const {
-  using Table = decltype(_getters);
-  return nearest<Table>(this, key, [](const Class& each) -> const Table& { return each._getters; });
+const Operation* Class::operation(std::string_view selector) const {
+  return nearest(&Class::_operations, selector);
 }
 
-const Class::Setter* Class::setter(std::string_view key) const {
-  using Table = decltype(_setters);
-  return nearest<Table>(this, key, [](const Class& each) -> const Table& { return each._setters; });
+const Operation* Class::classOperation(std::string_view selector) const {
+  return nearest(&Class::_classOperations, selector);
+}
+
+const Operation* Class::getter(std::string_view key) const {
+  return nearest(&Class::_getters, key);
+}
+
+const Operation* Class::setter(std::string_view key) const {
+  return nearest(&Class::_setters, key);
 }
 
 Value Class::perform(std::string_view selector, std::span<const Value> arguments) const {
-  const ClassOperation* operation = classOperation(selector);
+  const Operation* operation = classOperation(selector);
   if (operation == nullptr) raiseUnrecognizedClassSelector(_name, selector);
-  return (*operation)(*this, arguments);
+  return (*operation)(nullptr, arguments);
 }
 
 Value Class::perform(std::string_view selector, std::initializer_list<Value> arguments) const {

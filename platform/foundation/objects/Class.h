@@ -1,7 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
-#include <functional>
+#include <cstring>
 #include <initializer_list>
 #include <map>
 #include <memory>
@@ -9,23 +10,49 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <vector>
 
-#include "platform/foundation/objects/Bridge.h"
 #include "platform/foundation/objects/Object.h"
 #include "platform/foundation/values/Value.h"
 
 namespace platform {
 
+// A C++ function that is called by name. ClassBuilder makes them. Immutable. Threads: any.
+class Operation {
+ public:
+  using Arguments = std::span<const Value>;
+  // Calls the function that the operation holds. The object is null for an operation of a class.
+  using Call = Value (*)(const Operation& operation, Object* object, Arguments arguments);
+
+  template <class F>
+  Operation(F called, Call call) noexcept : _call(call) {
+    static_assert(sizeof called <= sizeof _function);
+    std::memcpy(_function.data(), &called, sizeof called);
+  }
+
+  // The object must be of the class that has the operation.
+  Value operator()(Object* object, Arguments arguments = {}) const {
+    return _call(*this, object, arguments);
+  }
+  // The function, which must be the F that the operation was made with.
+  template <class F>
+  F function() const noexcept {
+    F result;
+    std::memcpy(&result, _function.data(), sizeof result);
+    return result;
+  }
+
+ private:
+  Call _call;
+  std::array<std::byte, sizeof(void (Object::*)())> _function{};
+};
+
 // A class object: what is known of a class while the program runs. Made with ClassBuilder, kept
 // by the process's ClassRegistry. Immutable after registration, so safe from any thread.
 class Class {
  public:
-  using Operation = std::function<Value(Object&, std::span<const Value>)>;
-  using ClassOperation = std::function<Value(const Class&, std::span<const Value>)>;
-  using Getter = std::function<Value(Object&)>;
-  using Setter = std::function<void(Object&, const Value&)>;
+  Class(Class&&) noexcept;
+  ~Class();
 
   const std::string& name() const noexcept { return _name; }
   // Null for a root class.
@@ -38,6 +65,9 @@ class Class {
   std::shared_ptr<Object> allocate() const;
   // allocate() and init(): empty where init refuses.
   std::shared_ptr<Object> makeInstance() const;
+  // allocate() and the initialiser of that selector: empty where it refuses.
+  std::shared_ptr<Object> makeInstance(std::string_view initialiser,
+                                       std::initializer_list<Value> arguments) const;
   template <class T>
   std::shared_ptr<T> allocateAs() const {
     return std::dynamic_pointer_cast<T>(allocate());
@@ -45,9 +75,10 @@ class Class {
 
   // The nearest class, this one or a base, that offers the operation or the key; else null.
   const Operation* operation(std::string_view selector) const;
-  const ClassOperation* classOperation(std::string_view selector) const;
-  const Getter* getter(std::string_view key) const;
-  const Setter* setter(std::string_view key) const;
+  const Operation* classOperation(std::string_view selector) const;
+  const Operation* getter(std::string_view key) const;
+  // Takes one argument.
+  const Operation* setter(std::string_view key) const;
 
   bool respondsToSelector(std::string_view selector) const {
     return classOperation(selector) != nullptr;
@@ -62,15 +93,26 @@ class Class {
   friend class ClassBuilder;
   friend class ClassRegistry;
 
+  using Operations = std::map<std::string, Operation, std::less<>>;
+  using Factory = std::shared_ptr<Object> (*)();
+
+  Class(std::string_view name, std::string_view baseName, bool (*isInstance)(const Object&));
+  void addOperation(std::string_view selector, const Operation& operation);
+  void addClassOperation(std::string_view selector, const Operation& operation);
+  void addGetter(std::string_view key, const Operation& getter);
+  // The key can be written, and the operation "setKey:" does the same.
+  void addSetter(std::string_view key, const Operation& setter);
+  const Operation* nearest(Operations Class::*table, std::string_view name) const;
+
   std::string _name;
   std::string _baseName;
   const Class* _base = nullptr;
-  std::function<std::shared_ptr<Object>()> _factory;
-  bool (*_isInstance)(const Object&) = nullptr;  // of the C++ type behind the class
-  std::map<std::string, Operation, std::less<>> _operations;
-  std::map<std::string, ClassOperation, std::less<>> _classOperations;
-  std::map<std::string, Getter, std::less<>> _getters;
-  std::map<std::string, Setter, std::less<>> _setters;
+  Factory _factory = nullptr;          // null for an abstract class
+  bool (*_isInstance)(const Object&);  // of the C++ type behind the class
+  Operations _operations;
+  Operations _classOperations;
+  Operations _getters;
+  Operations _setters;
 };
 
 // The classes of one process, by name. A class object lives as long as the registry.
@@ -94,105 +136,6 @@ class ClassRegistry {
   mutable std::shared_mutex _mutex;
   std::map<std::string, std::unique_ptr<Class>, std::less<>> _classes;
   std::vector<std::unique_ptr<Class>> _removed;
-};
-
-// Describes the class of T, to be added to a registry:
-//
-//   registry.add(ClassBuilder<HBPreferences>("NSObject")
-//                    .operation("setObject:forKey:", &HBPreferences::setObject)
-//                    .property("identifier_rl", &HBPreferences::identifier_rl,
-//                              &HBPreferences::setIdentifier_rl)
-//                    .build());
-//
-// Arguments and results are carried over by Bridge.h; too few arguments count as none, more raise
-// NSInvalidArgumentException.
-template <class T>
-class ClassBuilder {
- public:
-  explicit ClassBuilder(std::string_view baseName) : ClassBuilder(T::staticClassName, baseName) {}
-  ClassBuilder(std::string_view name, std::string_view baseName) {
-    _class._name = name;
-    _class._baseName = baseName;
-    _class._isInstance = [](const Object& object) {
-      if constexpr (std::is_same_v<T, Object>) {
-        static_cast<void>(object);
-        return true;
-      } else {
-        return dynamic_cast<const T*>(&object) != nullptr;
-      }
-    };
-    if constexpr (!std::is_abstract_v<T> && std::is_default_constructible_v<T>) {
-      _class._factory = [] { return std::make_shared<T>(); };
-    }
-  }
-
-  template <class R, class C, class... P>
-  ClassBuilder& operation(std::string_view selector, R (C::*function)(P...)) {
-    _class._operations.insert_or_assign(
-        std::string(selector), [function](Object& object, std::span<const Value> arguments) {
-          return bridge::invoke<R, P...>(
-              [&](auto&&... values) -> R {
-                return (static_cast<T&>(object).*
-                        function)(std::forward<decltype(values)>(values)...);
-              },
-              arguments);
-        });
-    return *this;
-  }
-  template <class R, class C, class... P>
-  ClassBuilder& operation(std::string_view selector, R (C::*function)(P...) const) {
-    _class._operations.insert_or_assign(
-        std::string(selector), [function](Object& object, std::span<const Value> arguments) {
-          return bridge::invoke<R, P...>(
-              [&](auto&&... values) -> R {
-                return (static_cast<const T&>(object).*
-                        function)(std::forward<decltype(values)>(values)...);
-              },
-              arguments);
-        });
-    return *this;
-  }
-  // A static member, sent to the class.
-  template <class R, class... P>
-  ClassBuilder& classOperation(std::string_view selector, R (*function)(P...)) {
-    _class._classOperations.insert_or_assign(
-        std::string(selector), [function](const Class&, std::span<const Value> arguments) {
-          return bridge::invoke<R, P...>(function, arguments);
-        });
-    return *this;
-  }
-  // A value read by key.
-  template <class G>
-  ClassBuilder& key(std::string_view name, G getter) {
-    _class._getters.insert_or_assign(std::string(name), [getter](Object& object) {
-      return bridge::toValue(std::invoke(getter, static_cast<T&>(object)));
-    });
-    return *this;
-  }
-  // A value read and written by key, and the operations "name" and "setName:".
-  template <class G, class C, class R, class P>
-  ClassBuilder& property(std::string_view name, G getter, R (C::*setter)(P)) {
-    key(name, getter);
-    _class._setters.insert_or_assign(
-        std::string(name), [setter](Object& object, const Value& value) {
-          (static_cast<T&>(object).*
-           setter)(bridge::fromValue<bridge::Kept<std::remove_cvref_t<P>>>(value));
-        });
-    operation(setterSelector(name), setter);
-    operation(name, getter);
-    return *this;
-  }
-
-  Class build() { return std::move(_class); }
-
- private:
-  static std::string setterSelector(std::string_view name) {
-    std::string selector = "set" + std::string(name) + ":";
-    if (selector[3] >= 'a' && selector[3] <= 'z') selector[3] = static_cast<char>(selector[3] - 32);
-    return selector;
-  }
-
-  Class _class;
 };
 
 }  // namespace platform

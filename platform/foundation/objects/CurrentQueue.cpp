@@ -25,7 +25,8 @@ class LabelScope {
 
 std::string currentQueueLabel() {
   if (currentLabel != nullptr) return *currentLabel;
-  return Process::current().service<Scheduler>().isMainThread() ? "main" : "global";
+  const auto runLoop = Process::current().runLoopOrNull();
+  return runLoop && runLoop->isMainThread() ? "main" : "global";
 }
 
 Work workOfQueue(std::string label, Work work) {

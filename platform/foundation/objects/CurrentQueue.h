@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/foundation/scheduling/Scheduler.h"
+#include "platform/foundation/objects/RunLoop.h"
 
 namespace platform {
 

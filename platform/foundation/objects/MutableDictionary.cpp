@@ -2,8 +2,7 @@
 
 #include <utility>
 
-#include "platform/foundation/objects/Exception.h"
-#include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace platform {
 namespace {
@@ -88,9 +87,9 @@ bool MutableDictionary::storeInPlace(const Value& value, std::string_view key, V
   return true;
 }
 
-bool MutableDictionary::writeToFileAtomically(std::string_view path) const {
+bool MutableDictionary::writeEntries(const std::function<bool(const Dictionary&)>& write) const {
   const std::lock_guard writer(_writerMutex);
-  return platform::writeToFileAtomically(snapshot(), path);
+  return write(snapshot());
 }
 
 Value MutableDictionary::valueForKey(std::string_view key) {

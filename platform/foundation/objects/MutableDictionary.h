@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -30,11 +31,10 @@ class MutableDictionary : public Object {
   std::size_t count() const;
   Dictionary snapshot() const;  // all entries as they are now
   void replaceAll(Dictionary entries);
-  // NSDictionary's writeToFile:atomically:, of the entries at the moment of the writing. Writes of
-  // one dictionary follow one another, so that the file ends equal to the memory when several
-  // threads set and write; readers do not wait for them. True when the file has been replaced;
-  // else the old file is whole.
-  bool writeToFileAtomically(std::string_view path) const;
+  // Calls the function with the entries at that moment and returns its result. Calls on one
+  // dictionary follow one another, so that what they write ends equal to the memory when several
+  // threads set and write; readers do not wait for them.
+  bool writeEntries(const std::function<bool(const Dictionary&)>& write) const;
 
   Value valueForKey(std::string_view key) override;
   void setValueForKey(const Value& value, std::string_view key) override;

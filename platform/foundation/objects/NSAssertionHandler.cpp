@@ -1,8 +1,9 @@
 #include "platform/foundation/objects/NSAssertionHandler.h"
 
-#include "platform/foundation/log/Log.h"
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/log/LogFormat.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/foundation/objects/Process.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace platform {
 namespace {

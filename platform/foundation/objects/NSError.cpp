@@ -1,6 +1,6 @@
 #include "platform/foundation/objects/NSError.h"
 
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/log/LogFormat.h"
 
 namespace platform {
 

@@ -1,7 +1,7 @@
 #include "platform/foundation/objects/NSString.h"
 
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/text/Utf.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace platform {
 namespace {

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "platform/foundation/objects/Class.h"
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/values/Collections.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace platform {
 
@@ -75,9 +75,9 @@ bool Object::respondsToSelector(std::string_view selector) const {
 }
 
 Value Object::perform(std::string_view selector, std::span<const Value> arguments) {
-  const Class::Operation* operation = objectClass().operation(selector);
+  const Operation* operation = objectClass().operation(selector);
   if (operation == nullptr) raiseUnrecognizedSelector(className(), selector);
-  return (*operation)(*this, arguments);
+  return (*operation)(this, arguments);
 }
 
 Value Object::perform(std::string_view selector, std::initializer_list<Value> arguments) {
@@ -85,15 +85,15 @@ Value Object::perform(std::string_view selector, std::initializer_list<Value> ar
 }
 
 Value Object::valueForKey(std::string_view key) {
-  const Class::Getter* getter = objectClass().getter(key);
+  const Operation* getter = objectClass().getter(key);
   if (getter == nullptr) raiseUndefinedKey(classAndAddress(*this), key, false);
-  return (*getter)(*this);
+  return (*getter)(this);
 }
 
 void Object::setValueForKey(const Value& value, std::string_view key) {
-  const Class::Setter* setter = objectClass().setter(key);
+  const Operation* setter = objectClass().setter(key);
   if (setter == nullptr) raiseUndefinedKey(classAndAddress(*this), key, true);
-  (*setter)(*this, value);
+  (*setter)(this, {&value, 1});
 }
 
 Value Object::valueForKeyPath(std::string_view keyPath) {

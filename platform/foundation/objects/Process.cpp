@@ -2,8 +2,7 @@
 
 #include <utility>
 
-#include "platform/foundation/objects/Exception.h"
-#include "platform/foundation/scheduling/Scheduler.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace platform {
 
@@ -19,7 +18,8 @@ Process::Process() = default;
 // that waits, then what was made once, then the services, and last the classes.
 Process::~Process() {
   const ProcessScope scope(*this);
-  provideErased(typeid(Scheduler), nullptr);
+  setRunLoop(nullptr, _runLoopType);
+  provideErased(_runLoopType, nullptr);
   std::exchange(_once, {}).clear();
   std::exchange(_services, {}).clear();
 }
@@ -40,6 +40,17 @@ void Process::provideErased(std::type_index type, Erased service) {
   // Swapped, so that the earlier service goes after the lock is gone.
   const std::lock_guard lock(_mutex);
   _services[type].swap(service);
+}
+
+void Process::setRunLoop(std::shared_ptr<RunLoop> runLoop, std::type_index type) {
+  const std::lock_guard lock(_mutex);
+  _runLoop.swap(runLoop);
+  _runLoopType = type;
+}
+
+std::shared_ptr<RunLoop> Process::runLoopOrNull() const {
+  const std::lock_guard lock(_mutex);
+  return _runLoop;
 }
 
 Process::Erased Process::findErased(std::type_index type) const {
@@ -69,6 +80,10 @@ ProcessScope::ProcessScope(Process& process) noexcept
 
 ProcessScope::~ProcessScope() {
   currentProcess = _previous;
+}
+
+const Class* NSClassFromString(std::string_view name) {
+  return Process::current().classes().find(name);
 }
 
 }  // namespace platform

@@ -1,12 +1,15 @@
 #pragma once
 
+#include <concepts>
+#include <initializer_list>
 #include <memory>
 #include <mutex>
-#include <string>
+#include <string_view>
 #include <typeindex>
 #include <unordered_map>
 
 #include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/RunLoop.h"
 
 namespace platform {
 
@@ -19,7 +22,7 @@ namespace platform {
 class Process {
  public:
   Process();
-  // First the scheduler goes, with its threads and the work that waits, then what was made once,
+  // First the run loop goes, with its threads and the work that waits, then what was made once,
   // then the other services.
   ~Process();
   Process(const Process&) = delete;
@@ -35,6 +38,7 @@ class Process {
   // Gives the process its service of interface T, in place of an earlier one.
   template <class T>
   void provide(std::shared_ptr<T> service) {
+    if constexpr (std::derived_from<T, RunLoop>) setRunLoop(service, typeid(T));
     provideErased(typeid(T), std::move(service));
   }
   // The service of interface T. Raises NSInternalInconsistencyException where none was provided.
@@ -48,6 +52,9 @@ class Process {
     return std::static_pointer_cast<T>(findErased(typeid(T)));
   }
 
+  // The service that is a run loop; null where none was provided.
+  std::shared_ptr<RunLoop> runLoopOrNull() const;
+
   // The process's one T, made on the first call (which may come from any thread) and kept. Made
   // under a lock: the constructor must not wait for another thread.
   template <class T>
@@ -58,6 +65,7 @@ class Process {
 
  private:
   using Erased = std::shared_ptr<void>;
+  void setRunLoop(std::shared_ptr<RunLoop> runLoop, std::type_index type);
   void provideErased(std::type_index type, Erased service);
   void* serviceErased(std::type_index type, const char* name) const;
   Erased findErased(std::type_index type) const;
@@ -66,6 +74,8 @@ class Process {
   mutable std::recursive_mutex _mutex;
   ClassRegistry _classes;
   std::unordered_map<std::type_index, Erased> _services;
+  std::shared_ptr<RunLoop> _runLoop;
+  std::type_index _runLoopType = typeid(RunLoop);  // the interface that it was provided as
   std::unordered_map<std::type_index, Erased> _once;
 };
 
@@ -80,5 +90,24 @@ class ProcessScope {
  private:
   Process* _previous;
 };
+
+// The class of that name in the current process; null where there is none.
+const Class* NSClassFromString(std::string_view name);
+
+// A new object of the class of that name in the current process, initialised by init(). Empty if
+// there is no such class, if init() refuses, or if the object is not a T.
+template <std::derived_from<Object> T>
+std::shared_ptr<T> makeNamed(std::string_view className) {
+  const Class* found = NSClassFromString(className);
+  return found ? std::dynamic_pointer_cast<T>(found->makeInstance()) : nullptr;
+}
+// The same, with the initialiser of that selector.
+template <std::derived_from<Object> T>
+std::shared_ptr<T> makeNamed(std::string_view className, std::string_view initialiser,
+                             std::initializer_list<Value> arguments) {
+  const Class* found = NSClassFromString(className);
+  return found ? std::dynamic_pointer_cast<T>(found->makeInstance(initialiser, arguments))
+               : nullptr;
+}
 
 }  // namespace platform

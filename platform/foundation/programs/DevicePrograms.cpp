@@ -3,12 +3,15 @@
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
+#include <functional>
 #include <signal.h>
 #include <spawn.h>
 #include <unistd.h>
 #include <utility>
 
+#include "platform/foundation/objects/Process.h"
 #include "platform/foundation/programs/ChildProcess.h"
+#include "platform/foundation/scheduling/Scheduler.h"
 
 namespace platform {
 
@@ -83,6 +86,13 @@ int startChild(const std::string& hostPath, const ProgramRequest& request,
   return error;
 }
 
+// Wakes the main thread of the process that the calling thread works for, if there is one.
+std::function<void()> wakerOfCaller() {
+  const Process* process = Process::currentOrNull();
+  const auto scheduler = process != nullptr ? process->serviceOrNull<Scheduler>() : nullptr;
+  return scheduler ? scheduler->waker() : [] {};
+}
+
 }  // namespace
 
 DevicePrograms::DevicePrograms(std::shared_ptr<FileSystem> files, AtEnd atEnd)
@@ -109,7 +119,12 @@ std::shared_ptr<RunningProgram> DevicePrograms::start(const ProgramRequest& requ
   entry.record.request = request;
   entry.record.startError = hostPath ? startChild(*hostPath, request, entry.child) : ENOENT;
   const auto child = entry.child;
-  if (child) entry.waiter = std::thread([child] { child->waitForEnd(); });
+  if (child) {
+    entry.waiter = std::thread([child, wake = wakerOfCaller()] {
+      child->waitForEnd();
+      wake();
+    });
+  }
   const std::lock_guard lock(_mutex);
   entry.record.id = _entries.size() + 1;
   _entries.push_back(std::move(entry));

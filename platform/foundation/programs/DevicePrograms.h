@@ -17,7 +17,8 @@ class ChildProcess;
 enum class AtEnd { letRun, kill };
 
 // Starts the programs of a device tree with posix_spawn. Children get the standard descriptors and
-// no others, lead a group each, and are waited for, each by its own id, as soon as they end.
+// no others, lead a group each, and are waited for, each by its own id on a thread of its own. The
+// end of a child wakes the main thread of the process that started it.
 class DevicePrograms final : public Programs {
  public:
   // A program lives on by default, as on a device; tests and scripts kill what still runs.

@@ -2,9 +2,9 @@
 
 #include <limits>
 
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/scheduling/Scheduler.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace platform {
 

@@ -39,7 +39,9 @@ class RunningProgram {
   virtual std::string readAvailable() = 0;
   // File descriptor of the reading end, -1 without pipe; owned by this object.
   virtual int outputDescriptor() const = 0;
-  virtual std::optional<int> exitStatus() = 0;  // does not block
+  // Does not block. When it becomes known, the scheduler of the process that started the program
+  // looks at what it waits for.
+  virtual std::optional<int> exitStatus() = 0;
   virtual void terminate() = 0;
 };
 

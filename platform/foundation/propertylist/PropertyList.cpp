@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/foundation/files/FileSystem.h"
+#include "platform/foundation/objects/MutableDictionary.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/propertylist/PropertyListBinary.h"
 #include "platform/foundation/propertylist/PropertyListXmlReader.h"
@@ -161,6 +162,11 @@ bool writeToFileAtomically(const Dictionary& dictionary, std::string_view path,
   if (!error) return true;
   tell(problem, std::move(error.message));
   return false;
+}
+
+bool writeToFileAtomically(const MutableDictionary& dictionary, std::string_view path) {
+  return dictionary.writeEntries(
+      [path](const Dictionary& entries) { return writeToFileAtomically(entries, path); });
 }
 
 }  // namespace platform

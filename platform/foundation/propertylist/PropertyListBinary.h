@@ -5,7 +5,7 @@
 #include <memory>
 #include <string_view>
 
-#include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyListTypes.h"
 
 // The binary form: eight bytes of magic, objects, a table of their offsets, a trailer.
 namespace platform {
@@ -40,5 +40,9 @@ inline constexpr std::uint8_t sizeFollows = 0x0F;
 PropertyListResult readBinaryPropertyList(std::string_view bytes,
                                           std::shared_ptr<const void> keeper,
                                           const PropertyListLimits& limits);
+
+// The binary form, each equal scalar once. Refused are what no property list can hold, text with a
+// lone surrogate, a date that is no finite number, and what the reader would refuse by the limits.
+PropertyListText writeBinaryPropertyList(const Value& root);
 
 }  // namespace platform

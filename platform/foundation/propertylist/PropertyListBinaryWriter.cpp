@@ -7,11 +7,11 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/foundation/propertylist/PropertyList.h"
 #include "platform/foundation/propertylist/PropertyListBinary.h"
 #include "platform/foundation/propertylist/PropertyListChecks.h"
 #include "platform/foundation/text/TextWords.h"
 #include "platform/foundation/text/Utf.h"
+#include "platform/foundation/values/Collections.h"
 
 namespace platform {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "platform/foundation/objects/Object.h"
-#include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyListTypes.h"
 
 namespace platform::property_list {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyListTypes.h"
 
 namespace platform {
 

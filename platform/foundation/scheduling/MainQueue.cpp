@@ -1,13 +1,13 @@
 #include "platform/foundation/scheduling/MainQueue.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <ctime>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
-
-#include "platform/foundation/objects/Process.h"
+#include <utility>
 
 namespace platform {
 
@@ -15,6 +15,12 @@ namespace {
 
 constexpr double nanosecondsPerSecond = 1e9;
 constexpr double longestSeconds = 100.0 * 365 * 24 * 3600;
+
+timespec timeUntil(std::int64_t deadline) {
+  constexpr std::int64_t perSecond = 1'000'000'000;
+  const std::int64_t left = std::max<std::int64_t>(deadline - machineNanoseconds(), 0);
+  return {left / perSecond, left % perSecond};
+}
 
 }  // namespace
 
@@ -27,31 +33,20 @@ double secondsOfNanoseconds(std::int64_t nanoseconds) noexcept {
   return static_cast<double>(nanoseconds) / nanosecondsPerSecond;
 }
 
-void WorkRunner::setHandler(ExceptionHandler handler) {
-  const std::lock_guard lock(_mutex);
-  _handler.swap(handler);
+std::int64_t machineNanoseconds() noexcept {
+  return std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-ExceptionHandler WorkRunner::handler() {
-  const std::lock_guard lock(_mutex);
-  return _handler;
-}
+// What a thread sleeps on: the descriptor that wakes it, then one for each wait.
+struct MainQueue::Sleep {
+  std::vector<pollfd> polled;
+  std::vector<std::pair<MainQueue*, std::uint64_t>> waits;
+  bool hasReady = false;
+};
 
-void WorkRunner::run(Work work) {
-  std::optional<ProcessScope> scope;
-  if (_process != nullptr) scope.emplace(*_process);
-  // What the work holds may only go while the process is the current one.
-  const Work running = std::move(work);
-  try {
-    running();
-  } catch (const Exception& exception) {
-    const ExceptionHandler handle = handler();
-    if (!handle) throw;
-    handle(exception);
-  }
-}
-
-MainQueue::MainQueue() : _wakeDescriptor(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
+MainQueue::MainQueue(std::shared_ptr<MainQueue> outer)
+    : _outer(std::move(outer)),
+      _wakeDescriptor(_outer ? -1 : ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
 
 MainQueue::~MainQueue() {
   if (_wakeDescriptor >= 0) ::close(_wakeDescriptor);
@@ -60,12 +55,13 @@ MainQueue::~MainQueue() {
 void MainQueue::wake() {
   const std::uint64_t one = 1;
   // A counter that is full wakes as well.
-  [[maybe_unused]] const ssize_t written = ::write(_wakeDescriptor, &one, sizeof(one));
+  [[maybe_unused]] const ssize_t written = ::write(wakeDescriptor(), &one, sizeof(one));
 }
 
 void MainQueue::push(Work work) {
   {
     const std::lock_guard lock(_mutex);
+    if (_closed) return;
     _ready.push_back(std::move(work));
   }
   wake();
@@ -74,6 +70,7 @@ void MainQueue::push(Work work) {
 void MainQueue::pushAt(std::int64_t time, Work work) {
   {
     const std::lock_guard lock(_mutex);
+    if (_closed) return;
     _delayed.emplace(time, std::move(work));
   }
   wake();
@@ -83,6 +80,7 @@ std::uint64_t MainQueue::addWait(int descriptor, Work work) {
   std::uint64_t number = 0;
   {
     const std::lock_guard lock(_mutex);
+    if (_closed) return 0;
     number = ++_lastWait;
     _waits.emplace(number, Wait{descriptor, std::move(work)});
   }
@@ -97,6 +95,23 @@ void MainQueue::cancelWait(std::uint64_t wait) {
   if (found == _waits.end()) return;
   gone = std::move(found->second.work);
   _waits.erase(found);
+}
+
+void MainQueue::close() {
+  // What goes may come back here, and finds nothing locked.
+  std::deque<Work> ready;
+  std::multimap<std::int64_t, Work> delayed;
+  std::map<std::uint64_t, Wait> waits;
+  const std::lock_guard lock(_mutex);
+  _closed = true;
+  ready.swap(_ready);
+  delayed.swap(_delayed);
+  waits.swap(_waits);
+}
+
+std::size_t MainQueue::size() const {
+  const std::lock_guard lock(_mutex);
+  return _ready.size() + _delayed.size();
 }
 
 Work MainQueue::takeReady() {
@@ -121,51 +136,52 @@ std::optional<std::int64_t> MainQueue::nextTime() const {
   return _delayed.begin()->first;
 }
 
-void MainQueue::waitForDescriptors(std::int64_t nanoseconds) {
-  std::vector<pollfd> polled{{_wakeDescriptor, POLLIN, 0}};
-  std::vector<std::uint64_t> waits;
-  {
-    const std::lock_guard lock(_mutex);
-    if (!_ready.empty()) nanoseconds = 0;
-    for (const auto& [number, wait] : _waits) {
-      polled.push_back({wait.descriptor, POLLIN, 0});
-      waits.push_back(number);
-    }
-  }
-  constexpr std::int64_t perSecond = 1'000'000'000;
-  const timespec span{nanoseconds / perSecond, nanoseconds % perSecond};
-  if (::ppoll(polled.data(), polled.size(), &span, nullptr) <= 0) return;
-  if (polled.front().revents != 0) {
+void MainQueue::sleep(std::int64_t deadline) {
+  Sleep sleep;
+  sleep.polled.push_back({wakeDescriptor(), POLLIN, 0});
+  if (_outer) _outer->takePart(sleep);
+  takePart(sleep);
+  const timespec span = timeUntil(sleep.hasReady ? 0 : deadline);
+  const timespec* const atMost = sleep.hasReady || deadline != never ? &span : nullptr;
+  if (::ppoll(sleep.polled.data(), sleep.polled.size(), atMost, nullptr) <= 0) return;
+  if (sleep.polled.front().revents != 0) {
     std::uint64_t count = 0;
-    [[maybe_unused]] const ssize_t taken = ::read(_wakeDescriptor, &count, sizeof(count));
+    [[maybe_unused]] const ssize_t taken = ::read(wakeDescriptor(), &count, sizeof(count));
   }
-  std::vector<std::uint64_t> readable;
-  for (std::size_t index = 0; index < waits.size(); ++index) {
-    if (polled[index + 1].revents != 0) readable.push_back(waits[index]);
-  }
-  makeReadableReady(readable);
-}
-
-void MainQueue::makeReadableReady(const std::vector<std::uint64_t>& waits) {
-  const std::lock_guard lock(_mutex);
-  for (const std::uint64_t number : waits) {
-    const auto found = _waits.find(number);
-    if (found == _waits.end()) continue;
-    _ready.push_back(std::move(found->second.work));
-    _waits.erase(found);
+  for (std::size_t index = 0; index < sleep.waits.size(); ++index) {
+    const auto& [queue, wait] = sleep.waits[index];
+    if (sleep.polled[index + 1].revents != 0) queue->makeReadableReady(wait);
   }
 }
 
-std::vector<Work> MainQueue::takeAll() {
-  std::vector<Work> all;
+void MainQueue::takePart(Sleep& sleep) {
   const std::lock_guard lock(_mutex);
-  for (Work& work : _ready) all.push_back(std::move(work));
-  for (auto& [time, work] : _delayed) all.push_back(std::move(work));
-  for (auto& [number, wait] : _waits) all.push_back(std::move(wait.work));
-  _ready.clear();
-  _delayed.clear();
-  _waits.clear();
-  return all;
+  sleep.hasReady = sleep.hasReady || !_ready.empty();
+  for (const auto& [number, wait] : _waits) {
+    sleep.polled.push_back({wait.descriptor, POLLIN, 0});
+    sleep.waits.emplace_back(this, number);
+  }
+}
+
+void MainQueue::makeReadableReady(std::uint64_t wait) {
+  const std::lock_guard lock(_mutex);
+  const auto found = _waits.find(wait);
+  if (found == _waits.end()) return;
+  _ready.push_back(std::move(found->second.work));
+  _waits.erase(found);
+}
+
+void MainQueue::runReady() {
+  while (const Work work = takeReady()) work();
+}
+
+bool MainQueue::runUntil(const std::function<bool()>& condition, std::int64_t deadline) {
+  while (true) {
+    runReady();
+    if (condition()) return true;
+    if (machineNanoseconds() >= deadline) return false;
+    sleep(deadline);
+  }
 }
 
 }  // namespace platform

@@ -6,11 +6,11 @@
 #include <memory>
 #include <string>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/RunLoop.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace platform {
 
-using Work = std::function<void()>;
 using ExceptionHandler = std::function<void(const Exception&)>;
 
 // Work that runs one piece after another, in the order in which it came, off the main thread.
@@ -23,13 +23,8 @@ class SerialQueue {
 
 // The run loop of the main thread, the queues and the clock. All waiting goes through here.
 // Threads: every function from any thread unless it says otherwise.
-class Scheduler {
+class Scheduler : public RunLoop {
  public:
-  virtual ~Scheduler() = default;
-
-  // Seconds since the scheduler was made; never goes back.
-  virtual double now() const = 0;
-  virtual bool isMainThread() const = 0;
   // Runs the work on the main thread, after what was queued there before.
   virtual void asyncMain(Work work) = 0;
   // The same, no sooner than the given seconds from now. Equal times keep their order.
@@ -40,7 +35,13 @@ class Scheduler {
   // Main thread only: lets the main queue run until the condition holds; true when it holds,
   // false where the seconds (of the outside world, since what is waited for is a child process)
   // have passed before. Used by what blocks the main thread on a device while its run loop goes on.
+  // In between the thread sleeps: what makes the condition true must be work of this scheduler, or
+  // call the waker then.
   virtual bool runMainUntil(const std::function<bool()>& condition, double timeoutSeconds) = 0;
+
+  // Makes `runMainUntil` look at its condition. May be called from any thread, also when the
+  // scheduler is gone.
+  virtual std::function<void()> waker() const = 0;
 
   // Runs the work once, on the main thread, when the descriptor has something to read or is at
   // its end. The descriptor must stay open until then or until the wait is cancelled; the result

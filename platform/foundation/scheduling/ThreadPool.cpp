@@ -71,11 +71,13 @@ class ThreadPool::Queue final : public SerialQueue, public std::enable_shared_fr
 
 ThreadPool::ThreadPool(std::size_t threads, std::function<void(Work)> run) : _run(std::move(run)) {
   for (std::size_t index = 0; index < std::max<std::size_t>(threads, 1); ++index) {
-    _threads.emplace_back([this] { work(); });
+    _threads.emplace_back([this](const std::stop_token& stop) { work(stop); });
   }
 }
 
-ThreadPool::~ThreadPool() = default;
+ThreadPool::~ThreadPool() {
+  stop();
+}
 
 void ThreadPool::push(Work work) {
   {
@@ -89,22 +91,20 @@ void ThreadPool::push(Work work) {
 std::shared_ptr<SerialQueue> ThreadPool::makeSerialQueue(std::string label) {
   auto queue = std::make_shared<Queue>(std::move(label), weak_from_this());
   const std::lock_guard lock(_mutex);
+  if (_stopped) queue->close();
   std::erase_if(_queues, [](const auto& each) { return each.expired(); });
   _queues.push_back(queue);
   return queue;
 }
 
-void ThreadPool::work() {
-  while (true) {
-    Work next;
-    {
-      std::unique_lock lock(_mutex);
-      _changed.wait(lock, [this] { return _stopped || !_pending.empty(); });
-      if (_stopped) return;
-      next = std::move(_pending.front());
-      _pending.pop_front();
-    }
+void ThreadPool::work(const std::stop_token& stop) {
+  std::unique_lock lock(_mutex);
+  while (_changed.wait(lock, stop, [this] { return !_pending.empty(); })) {
+    Work next = std::move(_pending.front());
+    _pending.pop_front();
+    lock.unlock();
     _run(std::move(next));
+    lock.lock();
   }
 }
 
@@ -117,8 +117,8 @@ void ThreadPool::stop() {
     dropped.swap(_pending);
     queues.swap(_queues);
   }
-  _changed.notify_all();
-  for (std::thread& thread : _threads) thread.join();
+  for (std::jthread& thread : _threads) thread.request_stop();
+  _threads.clear();
   for (const auto& each : queues) {
     if (const auto queue = each.lock()) queue->close();
   }

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <stop_token>
 #include <string>
 #include <thread>
 #include <vector>
@@ -15,7 +16,8 @@
 namespace platform {
 
 // Threads that run work, and serial queues that take turns on them.
-// Threads: any; `stop` once, from a thread that is not one of the pool.
+// Threads: any; `stop` and the destructor, which does the same, on a thread that is not one of the
+// pool.
 class ThreadPool : public std::enable_shared_from_this<ThreadPool> {
  public:
   // `run` runs one piece of work on the thread that calls it; it must not raise.
@@ -26,22 +28,22 @@ class ThreadPool : public std::enable_shared_from_this<ThreadPool> {
 
   // Nothing after `stop`.
   void push(Work work);
-  // A queue lives on without its pool, but takes no more work.
+  // Of a pool that is shared. A queue lives on without its pool, but takes no more work.
   std::shared_ptr<SerialQueue> makeSerialQueue(std::string label);
   // Waits for the work that is running and drops the rest.
   void stop();
 
  private:
   class Queue;
-  void work();
+  void work(const std::stop_token& stop);
 
   const std::function<void(Work)> _run;
   std::mutex _mutex;
-  std::condition_variable _changed;
+  std::condition_variable_any _changed;
   std::deque<Work> _pending;
   bool _stopped = false;
   std::vector<std::weak_ptr<Queue>> _queues;
-  std::vector<std::thread> _threads;
+  std::vector<std::jthread> _threads;
 };
 
 }  // namespace platform

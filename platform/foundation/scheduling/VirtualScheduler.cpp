@@ -1,18 +1,14 @@
 #include "platform/foundation/scheduling/VirtualScheduler.h"
 
-#include <chrono>
+#include <deque>
+#include <mutex>
 #include <utility>
-#include <vector>
 
 #include "platform/foundation/objects/CurrentQueue.h"
-#include "platform/foundation/objects/Process.h"
 
 namespace platform {
 
 namespace {
-
-// How often a condition is asked again that a child process makes true.
-constexpr std::int64_t pollNanoseconds = 1'000'000;
 
 class FlagScope {
  public:
@@ -68,16 +64,11 @@ class VirtualScheduler::Queue final : public SerialQueue {
   const std::shared_ptr<Background> _background;
 };
 
-VirtualScheduler::VirtualScheduler(Process* process)
-    : _mainThread(std::this_thread::get_id()),
-      _runner(process),
-      _background(std::make_shared<Background>()) {}
+VirtualScheduler::VirtualScheduler(Process* process, std::shared_ptr<MainQueue> outer)
+    : QueueScheduler(process, std::move(outer)), _background(std::make_shared<Background>()) {}
 
 VirtualScheduler::~VirtualScheduler() {
-  std::optional<ProcessScope> scope;
-  if (_runner.process() != nullptr) scope.emplace(*_runner.process());
-  _background->close();
-  _main.takeAll();
+  shutDown();
 }
 
 double VirtualScheduler::now() const {
@@ -85,15 +76,7 @@ double VirtualScheduler::now() const {
 }
 
 bool VirtualScheduler::isMainThread() const {
-  return std::this_thread::get_id() == _mainThread && !_inBackground;
-}
-
-void VirtualScheduler::asyncMain(Work work) {
-  _main.push(std::move(work));
-}
-
-void VirtualScheduler::mainAfter(double seconds, Work work) {
-  _main.pushAt(_now + nanosecondsOfSeconds(seconds), std::move(work));
+  return QueueScheduler::isMainThread() && !_inBackground;
 }
 
 void VirtualScheduler::asyncGlobal(Work work) {
@@ -104,55 +87,23 @@ std::shared_ptr<SerialQueue> VirtualScheduler::makeSerialQueue(std::string label
   return std::make_shared<Queue>(std::move(label), _background);
 }
 
-std::uint64_t VirtualScheduler::whenReadable(int descriptor, Work work) {
-  return _main.addWait(descriptor, std::move(work));
-}
-
-void VirtualScheduler::cancelWait(std::uint64_t wait) {
-  _main.cancelWait(wait);
-}
-
-void VirtualScheduler::setExceptionHandler(ExceptionHandler handler) {
-  _runner.setHandler(std::move(handler));
-}
-
-void VirtualScheduler::drainMain() {
-  _main.makeDueReady(_now);
-  while (Work work = _main.takeReady()) {
-    _runner.run(std::move(work));
-    _main.makeDueReady(_now);
-  }
-}
-
-void VirtualScheduler::runMain() {
-  _main.waitForDescriptors(0);
-  drainMain();
-}
-
-bool VirtualScheduler::runMainUntil(const std::function<bool()>& condition, double timeoutSeconds) {
-  const auto end = std::chrono::steady_clock::now() +
-                   std::chrono::nanoseconds(nanosecondsOfSeconds(timeoutSeconds));
-  while (true) {
-    runMain();
-    if (condition()) {
-      // What became readable before the condition did is still delivered.
-      runMain();
-      return true;
-    }
-    if (std::chrono::steady_clock::now() >= end) return false;
-    _main.waitForDescriptors(pollNanoseconds);
-  }
+void VirtualScheduler::dropBackground() {
+  _background->close();
 }
 
 void VirtualScheduler::advance(double seconds) {
   const std::int64_t end = _now + nanosecondsOfSeconds(seconds);
   runMain();
-  for (auto next = _main.nextTime(); next && *next <= end; next = _main.nextTime()) {
+  for (auto next = queue().nextTime(); next && *next <= end; next = queue().nextTime()) {
     if (*next > _now) _now = *next;
-    drainMain();
+    runDue();
   }
   // Work that moved the clock itself may have gone further.
   if (end > _now) _now = end;
+}
+
+std::size_t VirtualScheduler::pendingMain() const {
+  return queue().size();
 }
 
 std::size_t VirtualScheduler::pendingBackground() const {
@@ -163,7 +114,7 @@ bool VirtualScheduler::runOnePieceOfBackground() {
   Work work = _background->take();
   if (!work) return false;
   const FlagScope scope(_inBackground);
-  _runner.run(std::move(work));
+  run(std::move(work));
   return true;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -118,29 +119,25 @@ std::string shortest(Real value) {
   }
 }
 
-constexpr std::int64_t secondsPerDay = 86'400;
+using Days = std::chrono::sys_days;
 
-bool isLeap(int year) noexcept {
-  return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+// The first day of the reference date.
+constexpr Days referenceDay = std::chrono::year(2001) / 1 / 1;
+
+// The years that four digits can write.
+constexpr std::chrono::year firstYear(1);
+constexpr std::chrono::year yearAbove(10'000);
+
+constexpr std::chrono::seconds sinceReference(Days day) noexcept {
+  return day - referenceDay;
 }
 
-int daysInMonth(int year, int month) noexcept {
-  constexpr std::array<int, 12> days{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return days[static_cast<std::size_t>(month - 1)] + (month == 2 && isLeap(year) ? 1 : 0);
-}
-
-// Days from 0001-01-01 to the first of January of that year.
-std::int64_t daysBeforeYear(std::int64_t year) noexcept {
-  const std::int64_t y = year - 1;
-  return y * 365 + y / 4 - y / 100 + y / 400;
-}
-
-// `count` digits at `offset`; -1 where there is anything else.
-int digitsAt(std::string_view text, std::size_t offset, std::size_t count) noexcept {
-  int value = 0;
+// `count` digits at `offset`; a number that is always too large if there is anything else.
+unsigned digitsAt(std::string_view text, std::size_t offset, std::size_t count) noexcept {
+  unsigned value = 0;
   for (std::size_t i = offset; i < offset + count; ++i) {
-    if (!isDigit(text[i])) return -1;
-    value = value * 10 + (text[i] - '0');
+    if (!isDigit(text[i])) return std::numeric_limits<unsigned>::max();
+    value = value * 10 + static_cast<unsigned>(text[i] - '0');
   }
   return value;
 }
@@ -264,40 +261,36 @@ std::optional<double> parseDate(std::string_view text) noexcept {
   for (std::size_t i = 0; i < form.size(); ++i) {
     if (form[i] != 'd' && form[i] != text[i]) return std::nullopt;
   }
-  const int year = digitsAt(text, 0, 4);
-  const int month = digitsAt(text, 5, 2);
-  const int day = digitsAt(text, 8, 2);
-  const int hour = digitsAt(text, 11, 2);
-  const int minute = digitsAt(text, 14, 2);
-  const int second = digitsAt(text, 17, 2);
-  if (year < 1 || month < 1 || month > 12 || day < 1 || day > daysInMonth(year, month) ||
-      hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59) {
+  const std::chrono::year_month_day date(std::chrono::year(static_cast<int>(digitsAt(text, 0, 4))),
+                                         std::chrono::month(digitsAt(text, 5, 2)),
+                                         std::chrono::day(digitsAt(text, 8, 2)));
+  const unsigned hour = digitsAt(text, 11, 2);
+  const unsigned minute = digitsAt(text, 14, 2);
+  const unsigned second = digitsAt(text, 17, 2);
+  if (!date.ok() || date.year() < firstYear || hour > 23 || minute > 59 || second > 59) {
     return std::nullopt;
   }
-  std::int64_t days = daysBeforeYear(year) - daysBeforeYear(2001) + day - 1;
-  for (int m = 1; m < month; ++m) days += daysInMonth(year, m);
-  return static_cast<double>(days * secondsPerDay + std::int64_t{hour} * 3600 +
-                             std::int64_t{minute} * 60 + second);
+  const std::chrono::seconds time = sinceReference(date) + std::chrono::hours(hour) +
+                                    std::chrono::minutes(minute) + std::chrono::seconds(second);
+  return static_cast<double>(time.count());
 }
 
 std::optional<std::string> formatDate(double secondsSinceReferenceDate) {
+  constexpr auto lowest = static_cast<double>(sinceReference(firstYear / 1 / 1).count());
+  constexpr auto above = static_cast<double>(sinceReference(yearAbove / 1 / 1).count());
   const double whole = std::floor(secondsSinceReferenceDate);
-  const auto lowest = static_cast<double>(-daysBeforeYear(2001) * secondsPerDay);
-  const auto above =
-      static_cast<double>((daysBeforeYear(10'000) - daysBeforeYear(2001)) * secondsPerDay);
   if (!(whole >= lowest && whole < above)) return std::nullopt;
-  const std::int64_t seconds =
-      static_cast<std::int64_t>(whole) + daysBeforeYear(2001) * secondsPerDay;
-  std::int64_t day = seconds / secondsPerDay;
-  const int time = static_cast<int>(seconds % secondsPerDay);
-  auto year = static_cast<int>(day / 366 + 1);
-  while (daysBeforeYear(year + 1) <= day) ++year;
-  day -= daysBeforeYear(year);
-  int month = 1;
-  while (day >= daysInMonth(year, month)) day -= daysInMonth(year, month++);
+  const std::chrono::sys_seconds time =
+      referenceDay + std::chrono::seconds(static_cast<std::int64_t>(whole));
+  const Days day = std::chrono::floor<std::chrono::days>(time);
+  const std::chrono::year_month_day date(day);
+  const std::chrono::hh_mm_ss clock(time - day);
   std::array<char, 80> buffer{};
-  std::snprintf(buffer.data(), buffer.size(), "%04d-%02d-%02dT%02d:%02d:%02dZ", year, month,
-                static_cast<int>(day) + 1, time / 3600, time / 60 % 60, time % 60);
+  std::snprintf(buffer.data(), buffer.size(), "%04d-%02u-%02uT%02d:%02d:%02dZ",
+                static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
+                static_cast<unsigned>(date.day()), static_cast<int>(clock.hours().count()),
+                static_cast<int>(clock.minutes().count()),
+                static_cast<int>(clock.seconds().count()));
   return buffer.data();
 }
 

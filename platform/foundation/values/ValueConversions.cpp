@@ -1,11 +1,11 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/Object.h"
 #include "platform/foundation/text/NumberText.h"
 #include "platform/foundation/text/Utf.h"
 #include "platform/foundation/values/Collections.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/foundation/values/Value.h"
 
 namespace platform {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace platform {
 

@@ -14,6 +14,7 @@ class UIWindow : public UIView {
 
  public:
   bool init() override;
+  std::shared_ptr<UIWindow> window() override { return self<UIWindow>(); }
 
   // Shows the controller's view in the whole window. The one before leaves.
   void setRootViewController(std::shared_ptr<UIViewController> controller);

@@ -59,8 +59,4 @@ class UIControl : public UIView {
   bool _highlighted = false;
 };
 
-// Sends an action as controls and gesture recognisers do: the sender goes along where the selector
-// has a colon, none for a second one.
-void sendAction(Object& target, std::string_view action, const std::shared_ptr<Object>& sender);
-
 }  // namespace platform

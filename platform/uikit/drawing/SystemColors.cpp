@@ -53,10 +53,6 @@ static_assert(std::ranges::is_sorted(colors, {}, &SystemColor::name));
 
 }  // namespace
 
-std::span<const SystemColor> systemColors() noexcept {
-  return colors;
-}
-
 const SystemColor* findSystemColor(std::string_view name) noexcept {
   const auto found = std::ranges::lower_bound(colors, name, {}, &SystemColor::name);
   return found != colors.end() && found->name == name ? &*found : nullptr;

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <span>
 #include <string_view>
 
-#include "platform/uikit/drawing/UIColor.h"
+#include "platform/uikit/drawing/ColorComponents.h"
 
 namespace platform {
 
@@ -14,8 +13,6 @@ struct SystemColor {
   ColorComponents dark;
 };
 
-// All of them, sorted by name.
-std::span<const SystemColor> systemColors() noexcept;
 // Null where there is none of that name.
 const SystemColor* findSystemColor(std::string_view name) noexcept;
 

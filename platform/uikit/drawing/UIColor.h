@@ -7,17 +7,9 @@
 
 #include "platform/foundation/objects/DeviceTraits.h"
 #include "platform/foundation/objects/Object.h"
+#include "platform/uikit/drawing/ColorComponents.h"
 
 namespace platform {
-
-// Red, green, blue and alpha, nominally from 0 to 1. Not clamped.
-struct ColorComponents {
-  double red = 0;
-  double green = 0;
-  double blue = 0;
-  double alpha = 1;
-  friend bool operator==(const ColorComponents&, const ColorComponents&) = default;
-};
 
 // A colour: components, or one of the system's names, which is resolved where it is shown.
 // Immutable. Threads: any, but components() of a named colour reads the device's traits, which

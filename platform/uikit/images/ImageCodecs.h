@@ -8,24 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/uikit/images/ImagePixels.h"
+#include "platform/uikit/images/PictureResults.h"
 
 namespace platform {
-
-// What came of reading a picture.
-struct DecodedPicture {
-  std::shared_ptr<const ImagePixels> pixels;  // empty where the picture was refused
-  std::string problem;                        // then why, as a sentence for people
-};
-
-enum class EncodingOutcome : std::uint8_t { done, aboveLimit, failed };
-
-// What came of writing a picture.
-struct EncodedPicture {
-  EncodingOutcome outcome = EncodingOutcome::failed;
-  std::vector<std::uint8_t> bytes;  // only where it was done
-  std::string problem;              // why it failed, as a sentence for people
-};
 
 // Turns files of pictures into pixels and pixels into files. A service of the process: a device
 // brings its own, a test one that fails. Threads: any, several at a time.

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <span>
 
-#include "platform/uikit/images/ImageCodecs.h"
 #include "platform/uikit/images/ImageHeader.h"
+#include "platform/uikit/images/PictureResults.h"
 
 // The two formats of LibraryImageCodecs. Threads: any, several at a time. May run out of memory
 // (std::bad_alloc), and leaves nothing behind then.

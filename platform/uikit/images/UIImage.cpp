@@ -1,7 +1,7 @@
 #include "platform/uikit/images/UIImage.h"
 
 #include "platform/foundation/files/FileSystem.h"
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/uikit/drawing/UIColor.h"
 #include "platform/uikit/images/CGContext.h"

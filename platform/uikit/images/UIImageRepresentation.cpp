@@ -1,6 +1,6 @@
 #include "platform/uikit/images/UIImageRepresentation.h"
 
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/objects/NSLog.h"
 #include "platform/uikit/images/UIImage.h"
 
 namespace platform {

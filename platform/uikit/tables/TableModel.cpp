@@ -85,12 +85,6 @@ std::optional<IndexPath> TableModel::pathOfToken(std::uint64_t token) const noex
   return std::nullopt;
 }
 
-std::optional<std::int64_t> TableModel::sectionOfToken(std::uint64_t token) const noexcept {
-  const auto found = std::ranges::find(_sections, token, &TableSection::token);
-  if (found == _sections.end()) return std::nullopt;
-  return found - _sections.begin();
-}
-
 void TableModel::replace(std::vector<TableSection> sections) {
   TokenStore tokens(_sections);
   for (std::size_t section = 0; section < sections.size(); ++section) {

@@ -66,7 +66,6 @@ class TableModel {
   TableRow* row(IndexPath path) noexcept;
   const TableRow* row(IndexPath path) const noexcept;
   std::optional<IndexPath> pathOfToken(std::uint64_t token) const noexcept;
-  std::optional<std::int64_t> sectionOfToken(std::uint64_t token) const noexcept;
 
   // Takes the place of the sections; rows and sections keep the tokens of those before them: a row
   // by what it stands for where it says so, else by its place; what is new gets new tokens.

@@ -87,11 +87,6 @@ std::optional<IndexPath> UITableView::indexPathForRowToken(std::uint64_t token) 
   return _model.pathOfToken(token);
 }
 
-std::optional<std::int64_t> UITableView::sectionForToken(std::uint64_t token) {
-  loadIfNeeded();
-  return _model.sectionOfToken(token);
-}
-
 std::optional<std::string> UITableView::headerTitle(std::int64_t section) {
   loadIfNeeded();
   const TableSection* found = _model.section(section);

@@ -78,7 +78,6 @@ class UITableView : public UIScrollView {
   std::optional<std::string> rowProblem(IndexPath indexPath);
   std::uint64_t sectionToken(std::int64_t section);
   std::optional<IndexPath> indexPathForRowToken(std::uint64_t token);
-  std::optional<std::int64_t> sectionForToken(std::uint64_t token);
   // The titles as they were asked for at the last reload or update, with their heights in points.
   std::optional<std::string> headerTitle(std::int64_t section);
   std::optional<std::string> footerTitle(std::int64_t section);
@@ -228,5 +227,18 @@ class UITableView : public UIScrollView {
   std::unordered_set<std::uint64_t> _waitingRows;  // in sight, and not asked for their cell yet
   std::vector<std::shared_ptr<UITableViewCell>> _retired;  // still subviews until layout ends
 };
+
+// The function gets each row with its index path and must not change which rows there are.
+template <class F>
+void UITableView::forEachRow(F function) {
+  auto& sections = _model.sections();
+  for (std::size_t section = 0; section < sections.size(); ++section) {
+    auto& rows = sections[section].rows;
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+      function(rows[row],
+               IndexPath{static_cast<std::int64_t>(section), static_cast<std::int64_t>(row)});
+    }
+  }
+}
 
 }  // namespace platform

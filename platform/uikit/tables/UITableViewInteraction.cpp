@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "platform/uikit/tables/TableRows.h"
+#include "platform/uikit/tables/UITableView.h"
 
 // Selection and editing.
 namespace platform {

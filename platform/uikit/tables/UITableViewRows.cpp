@@ -2,7 +2,7 @@
 
 #include "platform/uikit/drawing/TextMeasurer.h"
 #include "platform/uikit/drawing/UIFont.h"
-#include "platform/uikit/tables/TableRows.h"
+#include "platform/uikit/tables/FlagWhile.h"
 #include "platform/uikit/tables/UITableView.h"
 
 // What a table asks its data source and delegate for, and where the rows lie.

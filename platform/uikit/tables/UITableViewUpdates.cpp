@@ -1,7 +1,6 @@
 #include <algorithm>
 
-#include "platform/foundation/objects/Exception.h"
-#include "platform/uikit/tables/TableRows.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/tables/UITableView.h"
 
 // Rows and sections that come, go and move.

@@ -1,6 +1,6 @@
 #include "platform/uikit/views/UIGestureRecognizer.h"
 
-#include "platform/uikit/controls/UIControl.h"
+#include "platform/uikit/views/TargetAction.h"
 #include "platform/uikit/views/UIView.h"
 
 namespace platform {

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/uikit/controllers/UIViewController.h"
-#include "platform/uikit/controllers/UIWindow.h"
 #include "platform/uikit/views/UIGestureRecognizer.h"
 
 namespace platform {

@@ -130,7 +130,7 @@ class UIView : public Object {
   void bringSubviewToFront(const std::shared_ptr<UIView>& view);
   std::shared_ptr<UIView> superview() const { return _superview.lock(); }
   const std::vector<std::shared_ptr<UIView>>& subviews() const noexcept { return _subviews; }
-  std::shared_ptr<UIWindow> window() const;           // empty outside of one
+  virtual std::shared_ptr<UIWindow> window();         // empty outside of one
   bool isDescendantOfView(const UIView& view) const;  // itself included
   std::shared_ptr<UIView> viewWithTag(std::int64_t tag);
   virtual void willMoveToSuperview(const std::shared_ptr<UIView>& /*newSuperview*/) {}

@@ -1,6 +1,5 @@
 #include <algorithm>
 
-#include "platform/uikit/controllers/UIWindow.h"
 #include "platform/uikit/views/UIView.h"
 
 // Views joining and leaving each other.
@@ -74,11 +73,7 @@ bool UIView::isDescendantOfView(const UIView& view) const {
   return parent && parent->isDescendantOfView(view);
 }
 
-std::shared_ptr<UIWindow> UIView::window() const {
-  if (const auto* window = dynamic_cast<const UIWindow*>(this)) {
-    return std::static_pointer_cast<UIWindow>(
-        std::const_pointer_cast<Object>(window->shared_from_this()));
-  }
+std::shared_ptr<UIWindow> UIView::window() {
   const auto parent = superview();
   return parent ? parent->window() : nullptr;
 }

@@ -9,8 +9,8 @@
 
 #include "platform/foundation/files/DeviceFileSystem.h"
 #include "platform/foundation/objects/Class.h"
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/preferences/BundleInfo.h"
 #include "platform/preferences/PSCellType.h"
 #include "platform/preferences/PSItemRules.h"

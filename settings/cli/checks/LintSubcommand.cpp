@@ -5,10 +5,13 @@
 #include <ostream>
 #include <string>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/checks/BundleLint.h"
+#include "settings/cli/checks/CheckSubcommands.h"
 #include "settings/cli/common/PlistInput.h"
+#include "settings/device/BundleInstallation.h"
 #include "settings/device/DeviceTree.h"
+#include "settings/device/JsonText.h"
+#include "settings/device/Product.h"
 
 namespace settings {
 namespace {
@@ -48,7 +51,7 @@ void addLint(CLI::App& program, CommandContext& context) {
       program.add_subcommand("lint", "Check the resources of a bundle; one line for each finding");
   const auto bundle = std::make_shared<std::string>();
   command->add_option("BUNDLE", *bundle, "The bundle's folder; default: the program's own");
-  addCommonOptions(*command, context, "zentrova-settings lint build/release/ZentrovaPrefs.bundle");
+  addCommonOptions(*command, context, "lint build/release/" + std::string(bundleFolderName));
   command->callback([bundle, &context] { context.status = lintResources(*bundle, context); });
 }
 

@@ -12,12 +12,13 @@
 
 #include "platform/foundation/propertylist/PropertyList.h"
 #include "platform/uikit/images/ImageCodecs.h"
-#include "settings/cli/Subcommands.h"
+#include "settings/cli/checks/CheckSubcommands.h"
 #include "settings/cli/checks/SmokeWalk.h"
 #include "settings/cli/common/DeviceOptions.h"
-#include "settings/cli/common/PlistInput.h"
 #include "settings/cli/common/ScratchFolder.h"
 #include "settings/device/DeviceTree.h"
+#include "settings/device/JsonText.h"
+#include "settings/device/Product.h"
 #include "settings/panes/FilePane.h"
 
 namespace settings {
@@ -223,7 +224,7 @@ void addSmoke(CLI::App& program, CommandContext& context) {
             "Only on devices of this kind")
         ->check(CLI::IsMember(values));
   }
-  addCommonOptions(*command, context, "zentrova-settings smoke --system 15.0 --idiom phone");
+  addCommonOptions(*command, context, "smoke --system 15.0 --idiom phone");
   command->callback([options, &context] { smoke(*options, context); });
 }
 

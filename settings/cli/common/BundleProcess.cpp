@@ -4,7 +4,9 @@
 #include "platform/foundation/log/MemoryLog.h"
 #include "platform/foundation/programs/DevicePrograms.h"
 #include "platform/preferences/BundleInfo.h"
+#include "settings/device/BundleInstallation.h"
 #include "settings/device/DeviceTree.h"
+#include "settings/device/Product.h"
 
 namespace settings {
 namespace {
@@ -21,7 +23,7 @@ DeviceServices servicesIn(const std::filesystem::path& root) {
 }  // namespace
 
 BundleProcess::BundleProcess(const std::filesystem::path& root)
-    : _process(servicesIn(root), Time::virtualClock, [] {}), _scope(_process.process()) {}
+    : _process(servicesIn(root), Time::virtualClock), _scope(_process.process()) {}
 
 std::unique_ptr<BundleProcess> BundleProcess::open(const std::filesystem::path& root,
                                                    const std::string& path, std::string& problem) {
@@ -43,9 +45,8 @@ std::unique_ptr<BundleProcess> BundleProcess::openInstalled(const DeviceTree& tr
 std::unique_ptr<BundleProcess> BundleProcess::openBuilt(std::string& problem) {
   const std::filesystem::path bundle = findBuiltBundle();
   if (!bundle.empty()) return openFolder(bundle, problem);
-  problem =
-      "there is no complete ZentrovaPrefs.bundle beside the program. Build the project, or "
-      "name a device with --device.";
+  problem = "there is no complete " + std::string(bundleFolderName) +
+            " beside the program. Build the project, or name a device with --device.";
   return nullptr;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <string>
 #include <string_view>
 
 namespace CLI {  // NOLINT(readability-identifier-naming): the library's name
@@ -24,11 +25,18 @@ struct CommandContext {
   bool json = false;       // results as JSON
   ExitStatus status = ExitStatus::done;
 
-  // Writes "zentrova-settings: text" as a message, and gives ExitStatus::finding.
+  // Writes "PROGRAM: text" as a message, and gives ExitStatus::finding.
   ExitStatus fail(std::string_view text);
 };
 
-// Gives a subcommand the option --json, and an example under its help.
+// An example under a help: the program with these arguments, and what stands before it on the line.
+std::string exampleText(std::string_view arguments, std::string_view before = {});
+
+// Gives a subcommand the option --json, and an example (the program's arguments) under its help.
 void addCommonOptions(CLI::App& command, CommandContext& context, std::string_view example);
+
+// Adds a subcommand to its parent: its options, its help, and what it does, which sets the
+// context's status. Parent and context must outlive the parsing of the command line.
+using AddSubcommand = void(CLI::App& parent, CommandContext& context);
 
 }  // namespace settings

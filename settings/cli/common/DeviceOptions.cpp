@@ -1,48 +1,29 @@
 #include "settings/cli/common/DeviceOptions.h"
 
 #include <CLI/CLI.hpp>
-#include <array>
 #include <utility>
 
+#include "settings/device/Product.h"
 #include "settings/device/Traits.h"
 
 namespace settings {
-namespace {
-
-struct TraitOption {
-  const char* option;
-  const char* trait;  // as the script command `trait` names it
-  const char* help;
-};
-
-constexpr std::array<TraitOption, 6> traitOptions = {{
-    {"--idiom", "idiom", "phone or pad"},
-    {"--system", "system", "System version, as 15.4"},
-    {"--screen", "screen", "Points and scale, as 390x844@3"},
-    {"--appearance", "appearance", "light or dark"},
-    {"--text-scale", "text", "Text size, 1 is the standard one"},
-    {"--tint", "tint", "Tint colour, as 007AFFFF"},
-}};
-
-}  // namespace
-
 void addDeviceOption(CLI::App& command, DeviceOptions& options) {
   command.add_option("--device", options.folder, "Folder that stands for the device's \"/\"")
-      ->envname("ZENTROVA_DEVICE")
+      ->envname(std::string(deviceVariable))
       ->capture_default_str()
       ->type_name("DIR");
 }
 
 void addTraitOptions(CLI::App& command, DeviceOptions& options) {
-  for (const TraitOption& option : traitOptions) {
-    const auto take = [&options, name = std::string(option.trait)](const std::string& value) {
+  for (const Trait& trait : traitTable()) {
+    const auto take = [&options, name = trait.name](const std::string& value) {
       platform::DeviceTraits traits = traitsOf(options);
       if (const auto problem = changeTrait(traits, name, value)) {
         throw CLI::ValidationError(*problem);
       }
       options.traits.emplace_back(name, value);
     };
-    command.add_option_function<std::string>(option.option, take, option.help)->group("Device");
+    command.add_option_function<std::string>(trait.option, take, trait.help)->group("Device");
   }
 }
 

@@ -18,10 +18,10 @@ struct DeviceOptions {
   std::vector<std::pair<std::string, std::string>> traits;  // name and value, in their order
 };
 
-// Adds --device DIR, whose default is the environment's ZENTROVA_DEVICE, else "./device".
+// Adds --device DIR, whose default is the environment's (deviceVariable), else "./device".
 void addDeviceOption(CLI::App& command, DeviceOptions& options);
-// Adds --idiom, --system, --screen, --appearance, --text-scale and --tint. A value that is no such
-// trait is a usage error that says what is allowed.
+// Adds the options of the device's traits (Traits.h). A value that is no such trait is a usage
+// error that says what is allowed.
 void addTraitOptions(CLI::App& command, DeviceOptions& options);
 
 // The traits of a standard phone with those that were given. They have been checked before.

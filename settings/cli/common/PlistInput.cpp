@@ -4,12 +4,11 @@
 #include <utility>
 
 #include "settings/cli/common/HostFile.h"
+#include "settings/device/JsonText.h"
 #include "settings/device/PropertyListJson.h"
 
 namespace settings {
 namespace {
-
-using json = nlohmann::ordered_json;
 
 bool looksLikeJson(std::string_view bytes) {
   const std::size_t first = bytes.find_first_not_of(" \t\r\n");
@@ -100,11 +99,6 @@ std::optional<platform::Value> readPlistFile(const std::string& name, CommandCon
   return std::move(input.value);
 }
 
-std::string jsonText(const json& value, JsonStyle style) {
-  const int indent = style == JsonStyle::indented ? 2 : -1;
-  return value.dump(indent, ' ', false, json::error_handler_t::replace);
-}
-
 std::string outlineText(const platform::Value& value) {
   const std::string kind = kindName(value.kind());
   if (const platform::Array* array = value.asArray()) {
@@ -119,7 +113,7 @@ std::string outlineText(const platform::Value& value) {
   // What JSON has no form for is an object of one member there.
   const auto converted = jsonFromValue(value);
   if (converted.is_object()) return converted.begin()->get<std::string>() + " (" + kind + ")";
-  return jsonTextFromValue(value, -1) + " (" + kind + ")";
+  return jsonText(converted) + " (" + kind + ")";
 }
 
 void printOutline(std::ostream& output, const platform::Value& value) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -27,10 +27,6 @@ std::string refusalLine(const std::string& name, const platform::PropertyListErr
 // Reads the file of this machine, or standard input for "-". Empty where that fails, with a
 // message and the context's status set.
 std::optional<platform::Value> readPlistFile(const std::string& name, CommandContext& context);
-
-// JSON as a text of one line, or over several lines for people. Always valid UTF-8.
-enum class JsonStyle { oneLine, indented };
-std::string jsonText(const nlohmann::ordered_json& json, JsonStyle style);
 
 // Prints a value as an outline for people, one line for each value that is no container:
 //   presentationStyle: 1 (integer)

@@ -7,7 +7,8 @@
 
 #include "platform/foundation/propertylist/PropertyList.h"
 #include "settings/cli/common/PlistInput.h"
-#include "settings/device/DeviceTree.h"
+#include "settings/device/DevicePaths.h"
+#include "settings/device/JsonText.h"
 #include "settings/device/PropertyListJson.h"
 
 namespace settings {
@@ -78,7 +79,7 @@ void printChange(std::ostream& output, const PreferenceChange& change) {
     if (value.isNone()) return;
     const bool isContainer = value.asArray() != nullptr || value.asDictionary() != nullptr;
     output << sign << ' ' << change.key << ": "
-           << (isContainer ? jsonTextFromValue(value, -1) : outlineText(value)) << '\n';
+           << (isContainer ? jsonText(jsonFromValue(value)) : outlineText(value)) << '\n';
   };
   if (isWrittenAlike(change.before, change.after)) return print(' ', change.after);
   print('-', change.before);

@@ -13,10 +13,7 @@
 
 namespace settings {
 
-// The product's preferences domain.
-inline constexpr std::string_view defaultDomain = "com.hollowmere.zentrovaprefs";
-
-// "com.hollowmere.zentrovaprefs.plist"
+// "com.example.prefs.plist" of the domain "com.example.prefs".
 std::string preferenceFileName(std::string_view domain);
 // Its path on the device.
 std::string preferenceFilePath(std::string_view domain);

@@ -9,7 +9,7 @@ namespace settings {
 ScratchFolder::ScratchFolder() {
   std::error_code error;
   std::string pattern =
-      (std::filesystem::temp_directory_path(error) / "zentrova-settings-XXXXXX").string();
+      (std::filesystem::temp_directory_path(error) / "settings-command-XXXXXX").string();
   if (!error && ::mkdtemp(pattern.data()) != nullptr) _path = pattern;
 }
 

@@ -4,9 +4,11 @@
 #include <optional>
 #include <string>
 
-#include "settings/cli/Subcommands.h"
+#include "platform/foundation/propertylist/PropertyListBinary.h"
 #include "settings/cli/common/HostFile.h"
 #include "settings/cli/common/PlistInput.h"
+#include "settings/cli/plist/PlistSubcommands.h"
+#include "settings/device/JsonText.h"
 #include "settings/device/PropertyListJson.h"
 
 namespace settings {
@@ -21,7 +23,7 @@ struct ConvertOptions {
 platform::PropertyListText converted(const platform::Value& value, const std::string& form) {
   if (form == "xml1") return platform::writeXmlPropertyList(value);
   if (form == "binary1") return platform::writeBinaryPropertyList(value);
-  return {jsonTextFromValue(value) + "\n", std::nullopt};
+  return {jsonText(jsonFromValue(value), JsonStyle::indented) + "\n", std::nullopt};
 }
 
 ExitStatus convert(const ConvertOptions& options, CommandContext& context) {
@@ -35,7 +37,7 @@ ExitStatus convert(const ConvertOptions& options, CommandContext& context) {
   if (context.json && options.output != "-") {
     const nlohmann::ordered_json report = {
         {"file", options.output}, {"form", options.form}, {"bytes", text.bytes.size()}};
-    context.output << jsonText(report, JsonStyle::oneLine) << '\n';
+    context.output << jsonText(report) << '\n';
   }
   return ExitStatus::done;
 }
@@ -54,7 +56,7 @@ void addPlistConvert(CLI::App& plist, CommandContext& context) {
   command->add_option("-o,--output", options->output, "Where to; - is standard output")
       ->capture_default_str()
       ->type_name("OUT");
-  addCommonOptions(*command, context, "zentrova-settings plist convert xml1 in.plist -o out.plist");
+  addCommonOptions(*command, context, "plist convert xml1 in.plist -o out.plist");
   command->callback([options, &context] { context.status = convert(*options, context); });
 }
 

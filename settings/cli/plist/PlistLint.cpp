@@ -6,9 +6,10 @@
 #include <utility>
 #include <vector>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/common/HostFile.h"
 #include "settings/cli/common/PlistInput.h"
+#include "settings/cli/plist/PlistSubcommands.h"
+#include "settings/device/JsonText.h"
 
 namespace settings {
 namespace {
@@ -66,7 +67,7 @@ void addPlistLint(CLI::App& plist, CommandContext& context) {
   const auto files = std::make_shared<std::vector<std::string>>();
   command->add_option("FILE", *files, "XML or binary property lists; - is standard input")
       ->required();
-  addCommonOptions(*command, context, "zentrova-settings plist lint resources/*.plist");
+  addCommonOptions(*command, context, "plist lint resources/*.plist");
   command->callback([files, &context] { context.status = lint(*files, context); });
 }
 

@@ -2,8 +2,9 @@
 #include <memory>
 #include <string>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/common/PlistInput.h"
+#include "settings/cli/plist/PlistSubcommands.h"
+#include "settings/device/JsonText.h"
 #include "settings/device/PropertyListJson.h"
 
 namespace settings {
@@ -13,7 +14,7 @@ ExitStatus show(const std::string& file, CommandContext& context) {
   const auto value = readPlistFile(file, context);
   if (!value) return context.status;
   if (context.json) {
-    context.output << jsonTextFromValue(*value) << '\n';
+    context.output << jsonText(jsonFromValue(*value), JsonStyle::indented) << '\n';
   } else {
     printOutline(context.output, *value);
   }
@@ -26,7 +27,7 @@ void addPlistShow(CLI::App& plist, CommandContext& context) {
   CLI::App* command = plist.add_subcommand("show", "Print a property list for people");
   const auto file = std::make_shared<std::string>();
   command->add_option("FILE", *file, "XML, binary or JSON; - is standard input")->required();
-  addCommonOptions(*command, context, "zentrova-settings plist show settings.plist");
+  addCommonOptions(*command, context, "plist show settings.plist");
   command->callback([file, &context] { context.status = show(*file, context); });
 }
 

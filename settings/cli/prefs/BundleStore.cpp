@@ -4,6 +4,7 @@
 
 #include "settings/cli/common/BundleProcess.h"
 #include "settings/device/DeviceTree.h"
+#include "settings/device/Product.h"
 
 namespace settings {
 
@@ -17,14 +18,14 @@ std::unique_ptr<BundleStore> BundleStore::open(const DeviceTree& tree, std::stri
   auto state = std::make_unique<State>();
   state->process = BundleProcess::openInstalled(tree, problem);
   if (!state->process) return nullptr;
-  const platform::Class* storeClass = state->process->find("HBPreferences");
+  const platform::Class* storeClass = state->process->find(storeClassName);
   if (storeClass == nullptr || !storeClass->respondsToSelector("preferencesForIdentifier:")) {
-    problem = "the bundle on the device has no class HBPreferences";
+    problem = "the bundle on the device has no class " + std::string(storeClassName);
     return nullptr;
   }
   state->store = storeClass->perform("preferencesForIdentifier:", {domain}).asObject();
   if (!state->store) {
-    problem = "HBPreferences refused the domain " + std::string(domain);
+    problem = std::string(storeClassName) + " refused the domain " + std::string(domain);
     return nullptr;
   }
   return std::unique_ptr<BundleStore>(new BundleStore(std::move(state)));

@@ -5,11 +5,12 @@
 #include <ostream>
 #include <string>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/common/PlistInput.h"
 #include "settings/cli/prefs/BundleStore.h"
 #include "settings/cli/prefs/PrefsOptions.h"
+#include "settings/cli/prefs/PrefsSubcommands.h"
 #include "settings/cli/prefs/ValueText.h"
+#include "settings/device/JsonText.h"
 
 namespace settings {
 namespace {
@@ -23,7 +24,7 @@ struct ChangeChoice {
 
 void printChanged(const PreferenceChange& change, CommandContext& context) {
   if (context.json) {
-    context.output << jsonText(jsonOfChange(change), JsonStyle::oneLine) << '\n';
+    context.output << jsonText(jsonOfChange(change)) << '\n';
   } else {
     printChange(context.output, change);
   }
@@ -85,8 +86,7 @@ void addPrefsSet(CLI::App& prefs, CommandContext& context) {
       ->check(CLI::IsMember(valueTypeNames()))
       ->type_name("T");
   addPrefsOptions(*command, choice->prefs);
-  addCommonOptions(*command, context,
-                   "zentrova-settings prefs set presentationStyle 1 --type integer");
+  addCommonOptions(*command, context, "prefs set presentationStyle 1 --type integer");
   command->callback([choice, &context] { context.status = set(*choice, context); });
 }
 
@@ -95,7 +95,7 @@ void addPrefsRemove(CLI::App& prefs, CommandContext& context) {
   const auto choice = std::make_shared<ChangeChoice>();
   command->add_option("KEY", choice->key, "The key")->required();
   addPrefsOptions(*command, choice->prefs);
-  addCommonOptions(*command, context, "zentrova-settings prefs remove presentationStyle");
+  addCommonOptions(*command, context, "prefs remove presentationStyle");
   command->callback(
       [choice, &context] { context.status = change(*choice, platform::Value(), context); });
 }

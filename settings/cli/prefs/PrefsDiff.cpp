@@ -5,10 +5,11 @@
 #include <ostream>
 #include <string>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/common/HostFile.h"
 #include "settings/cli/common/PlistInput.h"
 #include "settings/cli/prefs/PrefsOptions.h"
+#include "settings/cli/prefs/PrefsSubcommands.h"
+#include "settings/device/JsonText.h"
 
 namespace settings {
 namespace {
@@ -56,7 +57,7 @@ void addPrefsDiff(CLI::App& prefs, CommandContext& context) {
       ->required();
   command->add_option("B", choice->after, "Another one; default: the device's preference file");
   addPrefsOptions(*command, choice->prefs);
-  addCommonOptions(*command, context, "zentrova-settings prefs diff before.plist");
+  addCommonOptions(*command, context, "prefs diff before.plist");
   command->callback([choice, &context] { context.status = diff(*choice, context); });
 }
 

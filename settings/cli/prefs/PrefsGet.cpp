@@ -3,9 +3,10 @@
 #include <ostream>
 #include <string>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/common/PlistInput.h"
 #include "settings/cli/prefs/PrefsOptions.h"
+#include "settings/cli/prefs/PrefsSubcommands.h"
+#include "settings/device/JsonText.h"
 #include "settings/device/PropertyListJson.h"
 
 namespace settings {
@@ -23,7 +24,7 @@ ExitStatus get(const GetChoice& choice, CommandContext& context) {
   if (value == nullptr) return context.fail("there is no key \"" + choice.key + "\"");
   const bool isContainer = value->asArray() != nullptr || value->asDictionary() != nullptr;
   if (context.json || isContainer) {
-    context.output << jsonTextFromValue(*value) << '\n';
+    context.output << jsonText(jsonFromValue(*value), JsonStyle::indented) << '\n';
   } else if (const auto text = value->asString()) {
     context.output << *text << '\n';
   } else {
@@ -39,7 +40,7 @@ void addPrefsGet(CLI::App& prefs, CommandContext& context) {
   const auto choice = std::make_shared<GetChoice>();
   command->add_option("KEY", choice->key, "The key")->required();
   addPrefsOptions(*command, choice->prefs);
-  addCommonOptions(*command, context, "zentrova-settings prefs get presentationStyle --json");
+  addCommonOptions(*command, context, "prefs get presentationStyle --json");
   command->callback([choice, &context] { context.status = get(*choice, context); });
 }
 

@@ -7,13 +7,14 @@
 #include "platform/foundation/files/DeviceFileSystem.h"
 #include "settings/cli/common/DeviceOptions.h"
 #include "settings/cli/common/PreferenceFile.h"
+#include "settings/device/Product.h"
 
 namespace settings {
 
 // What every `prefs` subcommand takes.
 struct PrefsOptions {
   DeviceOptions device;
-  std::string domain{defaultDomain};
+  std::string domain{productDomain};
 };
 
 // Adds --device and --domain.

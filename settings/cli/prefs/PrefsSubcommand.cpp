@@ -1,8 +1,8 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/prefs/PrefsOptions.h"
+#include "settings/cli/prefs/PrefsSubcommands.h"
 
 namespace settings {
 namespace {
@@ -44,13 +44,8 @@ std::optional<platform::Dictionary> readEntries(const PrefsOptions& options,
 void addPrefs(CLI::App& program, CommandContext& context) {
   CLI::App* prefs = program.add_subcommand("prefs", "The preference file: read, change, watch");
   prefs->require_subcommand(1);
-  prefs->footer("Example:\n  zentrova-settings prefs set presentationStyle 1");
-  addPrefsGet(*prefs, context);
-  addPrefsSet(*prefs, context);
-  addPrefsRemove(*prefs, context);
-  addPrefsShow(*prefs, context);
-  addPrefsDiff(*prefs, context);
-  addPrefsWatch(*prefs, context);
+  prefs->footer(exampleText("prefs set presentationStyle 1"));
+  for (AddSubcommand* add : prefsSubcommands) add(*prefs, context);
 }
 
 }  // namespace settings

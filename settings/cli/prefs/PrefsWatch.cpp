@@ -5,12 +5,13 @@
 #include <string>
 #include <utility>
 
-#include "settings/cli/Subcommands.h"
 #include "settings/cli/common/FolderWatch.h"
-#include "settings/cli/common/PlistInput.h"
 #include "settings/cli/common/StopSignal.h"
 #include "settings/cli/prefs/PrefsOptions.h"
+#include "settings/cli/prefs/PrefsSubcommands.h"
+#include "settings/device/DevicePaths.h"
 #include "settings/device/DeviceTree.h"
+#include "settings/device/JsonText.h"
 
 namespace settings {
 namespace {
@@ -44,7 +45,7 @@ class ChangePrinter {
 
   void print(const PreferenceChange& change) {
     if (_context.json) {
-      _context.output << jsonText(jsonOfChange(change), JsonStyle::oneLine) << '\n';
+      _context.output << jsonText(jsonOfChange(change)) << '\n';
     } else {
       printChange(_context.output, change);
     }
@@ -60,20 +61,18 @@ class ChangePrinter {
 ExitStatus watch(const PrefsOptions& options, CommandContext& context) {
   const auto files = openDeviceFiles(options, context);
   if (!files) return context.status;
-  StopSignal signal;
+  const StopSignal signal;
+  platform::MainQueue queue;
   std::string problem = "the device has no folder " + std::string(preferencesPath);
   const auto folder = files->hostPath(preferencesPath);
-  const auto changes = folder ? FolderWatch::open(*folder, problem) : nullptr;
+  const auto changes = folder ? FolderWatch::open(queue, *folder, problem) : nullptr;
   if (!changes) return context.fail(problem);
-  const std::string name = preferenceFileName(options.domain);
   ChangePrinter printer(*files, preferenceFilePath(options.domain), context);
   context.messages << "watching " << preferenceFilePath(options.domain) << '\n' << std::flush;
   bool stopped = false;
-  while (!stopped && !changes->isGone() && context.output) {
-    bool changed = false;
-    if (!waitReadable(signal.descriptor(), changes->descriptor(), stopped, changed)) break;
-    if (changed && changes->takeChanges(name)) printer.readAgain();
-  }
+  queue.addWait(signal.descriptor(), [&] { stopped = true; });
+  changes->notify(preferenceFileName(options.domain), [&] { printer.readAgain(); });
+  queue.runUntil([&] { return stopped || changes->isGone() || !context.output; });
   return changes->isGone() ? context.fail("the watched folder is gone") : ExitStatus::done;
 }
 
@@ -84,7 +83,7 @@ void addPrefsWatch(CLI::App& prefs, CommandContext& context) {
       prefs.add_subcommand("watch", "Print changes of the preference file until interrupted");
   const auto options = std::make_shared<PrefsOptions>();
   addPrefsOptions(*command, *options);
-  addCommonOptions(*command, context, "zentrova-settings prefs watch --json");
+  addCommonOptions(*command, context, "prefs watch --json");
   command->callback([options, &context] { context.status = watch(*options, context); });
 }
 

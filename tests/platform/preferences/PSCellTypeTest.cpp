@@ -6,7 +6,7 @@
 
 namespace platform {
 
-// The numbers are the platform's: pages that build rows themselves use them.
+// The platform's numbers, used by pages that build rows themselves.
 TEST(PSCellType, NamesAndNumbersBelongTogether) {
   const std::vector<std::pair<int, std::string_view>> table{
       {0, "PSGroupCell"},        {1, "PSLinkCell"},

@@ -62,7 +62,7 @@ TEST_F(PSControlCellsTest, SwitchShowsItsDefaultUntilItIsSet) {
   EXPECT_THAT(page->written, IsEmpty());
 }
 
-// The getter hands a value of another type on unchanged; the switch shows its boolean value.
+// The getter returns a value of another type unchanged; the switch shows its boolean value.
 TEST_F(PSControlCellsTest, SwitchShowsValuesOfOtherTypesByTheirTruth) {
   showRow("PSSwitchCell");
   const std::vector<std::pair<Value, bool>> table{{"YES", true},
@@ -103,7 +103,7 @@ TEST_F(PSControlCellsTest, ValueIsReadAndWrittenByTheRowsOwnOperations) {
   EXPECT_THAT(page->written, ElementsAre(std::pair<std::string, Value>("fixed", "other")));
 }
 
-// A setter that raises leaves the row showing what is stored once it is shown anew.
+// After a setter raises, a reload shows the stored value.
 TEST_F(PSControlCellsTest, RefusedValueSnapsBackWhenTheRowIsShownAnew) {
   showRow("PSSwitchCell");
   specifier("row")->setSetter("noSuchSetter:");
@@ -163,7 +163,7 @@ TEST_F(PSControlCellsTest, OtherChoicesShowWithTheValueAmongThem) {
   EXPECT_EQ(control<UISegmentedControl>("row")->selectedSegmentIndex(), 0);
 }
 
-// Pages look for the control among each direct subview's own subviews.
+// Pages look for the control among the subviews of each direct subview.
 TEST_F(PSControlCellsTest, SegmentedControlIsASubviewOfADirectSubview) {
   showRow("PSSegmentCell", twoChoices);
   std::vector<std::shared_ptr<UIView>> found;

@@ -134,7 +134,7 @@ TEST_F(PSListControllerLinkTest, AddressThatDoesNotParseIsARowThatSaysSo) {
   EXPECT_TRUE(tap("A"));
   EXPECT_THAT(opener->opened, IsEmpty());
   ASSERT_TRUE(specifier("A")->problem());
-  EXPECT_THAT(*specifier("A")->problem(), ::testing::EndsWith(": its \"url\" is no address"));
+  EXPECT_THAT(*specifier("A")->problem(), ::testing::EndsWith(": \"url\" is not an address"));
   EXPECT_FALSE(tap("A"));
 }
 
@@ -172,7 +172,6 @@ TEST_F(PSListControllerTapTest, AddressGoesNowhereWhereTheApplicationTakesNone) 
 TEST_F(PSListControllerTapTest, LinkOpensThePageOfItsDetailClass) {
   show(
       {row("PSLinkCell", "Sub", textEntry("detail", "TestPage") + textEntry("action", "restart"))});
-  page->setBundlePath(bundle);
   EXPECT_TRUE(tap("Sub"));
   const auto sub = std::dynamic_pointer_cast<TestPage>(navigation->topViewController());
   ASSERT_NE(sub, nullptr);
@@ -197,12 +196,12 @@ TEST_F(PSListControllerTapTest, PageThatRefusesOrIsGoneIsARowThatSaysSo) {
         row("PSLinkCell", "B", textEntry("detail", "TestPage"))});
   EXPECT_TRUE(tap("A"));
   EXPECT_EQ(specifier("A")->problem(),
-            "Main.plist, row 1 (\"A\"): the class \"RefusingPage\" refused to make the page");
+            "Main.plist, row 1 (\"A\"): the page class \"RefusingPage\" could not be initialized");
   EXPECT_EQ(cell("A")->detailTextLabel()->text(), specifier("A")->problem());
   EXPECT_TRUE(test.log().contains("[Preferences] " + *specifier("A")->problem()));
   test.classes().remove("TestPage");
   page->pushDetailForSpecifier(specifier("B"));
-  EXPECT_THAT(specifier("B")->problem().value_or(""), testing::HasSubstr("is not there"));
+  EXPECT_THAT(specifier("B")->problem().value_or(""), testing::HasSubstr("does not exist"));
   EXPECT_EQ(navigation->viewControllers().size(), 1U);
 }
 

@@ -85,15 +85,9 @@ TEST_F(PSListControllerTest, MissingListIsAPageThatSaysSo) {
   EXPECT_EQ(rowsShown(), (Rows{{"A"}}));
 }
 
-TEST_F(PSListControllerTest, BundleIsThePagesOwnElseTheOpenersElseTheProcesss) {
+TEST_F(PSListControllerTest, BundleIsTheProcesss) {
   page = make<TestPage>();
   EXPECT_EQ(page->bundlePath(), bundle);
-  const auto opener = make<TestPage>();
-  opener->setBundlePath("/var/jb/Library/PreferenceBundles/Other.bundle");
-  page->setParentController(opener);
-  EXPECT_EQ(page->bundlePath(), opener->bundlePath());
-  page->setBundlePath("/var/own");
-  EXPECT_EQ(page->bundlePath(), "/var/own");
 }
 
 TEST_F(PSListControllerTest, TableStyleFollowsTheSystemVersion) {
@@ -162,7 +156,7 @@ TEST_F(PSListControllerTest, CellIsMadeWhenItsRowComesIntoSight) {
   EXPECT_EQ(page->table()->cellForRowAtIndexPath({0, 0}), first);
 }
 
-// What a page has set on a cell stays, since the same cell is handed out again.
+// Changes of a page to a cell are kept, since the row keeps its cell.
 TEST_F(PSListControllerTest, CellKeepsWhatAPageHasSet) {
   showTwoGroups();
   cell("a")->setUserInteractionEnabled(false);
@@ -375,7 +369,7 @@ TEST_F(PSListControllerTest, ReadersOfAnotherThreadMeetRowsThatChange) {
 }
 
 TEST_F(PSListControllerTest, PageAndItsCellsGoWithIt) {
-  showTwoGroups();  // what a process makes once is there afterwards
+  showTwoGroups();  // creates the objects that live as long as the process
   page.reset();
   navigation.reset();
   const auto before = Object::liveCount();

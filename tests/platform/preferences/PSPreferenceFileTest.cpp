@@ -19,7 +19,7 @@ class RecordingNotifications : public DarwinNotifications {
 
 }  // namespace
 
-// The base's own handling of values: a page that keeps none elsewhere.
+// A page that uses the base's handling of values.
 class PSPreferenceFileTest : public PreferencesTest {
  protected:
   static constexpr const char* path = "/var/jb/var/mobile/Library/Preferences/com.sample.plist";
@@ -96,7 +96,7 @@ TEST_F(PSPreferenceFileTest, WithoutDomainOrKeyNothingIsWritten) {
   EXPECT_THAT(test.files().takeWrites(), IsEmpty());
 }
 
-// A domain is one name of a file, never a way to another folder.
+// A domain is a file name; it never leads to another folder.
 TEST_F(PSPreferenceFileTest, DomainLeadsToNoOtherFolder) {
   EXPECT_TRUE(setValueInDomain("../Other/com.sample", "size", 1));
   EXPECT_TRUE(setValueInDomain("", "size", 1));

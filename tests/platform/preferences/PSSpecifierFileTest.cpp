@@ -1,4 +1,5 @@
 #include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyListBinary.h"
 #include "platform/preferences/PSSpecifierFile.h"
 #include "platform/uikit/images/UIImage.h"
 #include "tests/platform/preferences/PreferencesTest.h"
@@ -16,7 +17,7 @@ class PSSpecifierFileTest : public PreferencesTest {
     writeList("Main", text);
     return readSpecifierFile("Main", bundle, target);
   }
-  // The only row of a list with only this item.
+  // The row of a list with only this item.
   std::shared_ptr<PSSpecifier> only(const std::string& item) {
     const auto file = read(listOf({item}));
     EXPECT_EQ(file.problem, std::nullopt);
@@ -68,7 +69,7 @@ TEST_F(PSSpecifierFileTest, TitleOfAnotherTypeIsARowThatSaysSo) {
   const auto file =
       read(listOf({row("PSButtonCell", "A")}, "<key>title</key><integer>3</integer>"));
   ASSERT_EQ(file.specifiers.size(), 2U);
-  EXPECT_EQ(file.specifiers[0]->problem(), "Main.plist: \"title\" must be a text and is a number");
+  EXPECT_EQ(file.specifiers[0]->problem(), "Main.plist: \"title\" must be a string, not a number");
   EXPECT_EQ(file.specifiers[1]->problem(), std::nullopt);
 }
 
@@ -96,9 +97,9 @@ TEST_F(PSSpecifierFileTest, DamagedListIsAProblemOfThePage) {
 
 TEST_F(PSSpecifierFileTest, ItemsThatAreNoListAreAProblemOfThePage) {
   EXPECT_EQ(read("<plist version=\"1.0\"><dict/></plist>").problem,
-            "Main.plist: \"items\" must be a list and is nothing");
+            "Main.plist: \"items\" is missing (expected an array)");
   EXPECT_EQ(read("<plist version=\"1.0\"><dict><key>items</key><true/></dict></plist>").problem,
-            "Main.plist: \"items\" must be a list and is true or false");
+            "Main.plist: \"items\" must be an array, not a boolean");
 }
 
 TEST_F(PSSpecifierFileTest, ItemThatIsNoDictionaryIsARowThatSaysSo) {
@@ -106,7 +107,7 @@ TEST_F(PSSpecifierFileTest, ItemThatIsNoDictionaryIsARowThatSaysSo) {
       "<plist version=\"1.0\"><dict><key>items</key><array><string>row</string>"
       "<dict><key>cell</key><string>PSButtonCell</string></dict></array></dict></plist>");
   ASSERT_EQ(file.specifiers.size(), 2U);
-  EXPECT_EQ(file.specifiers[0]->problem(), "Main.plist, row 1: must be a dictionary and is a text");
+  EXPECT_EQ(file.specifiers[0]->problem(), "Main.plist, row 1: must be a dictionary, not a string");
   EXPECT_EQ(file.specifiers[0]->cellType(), PSStaticTextCell);
   EXPECT_FALSE(file.specifiers[0]->isEnabled());
   EXPECT_EQ(file.specifiers[1]->problem(), std::nullopt);
@@ -134,10 +135,10 @@ TEST_F(PSSpecifierFileTest, GroupWithAProblemStillStartsItsSection) {
   EXPECT_EQ(file.specifiers[0]->cellType(), PSGroupCell);
   EXPECT_EQ(file.specifiers[0]->identifier(), "look");
   EXPECT_THAT(file.specifiers[1]->problem().value_or(""),
-              HasSubstr("\"footerText\" must be a text and is true or false"));
+              HasSubstr("\"footerText\" must be a string, not a boolean"));
 }
 
-// Each key with a value of a type that it does not take.
+// Each key with a value of the wrong type.
 TEST_F(PSSpecifierFileTest, ValueOfAnotherTypeIsARowThatSaysWhich) {
   const std::string number = "<integer>1</integer>";
   const std::string text = "<string>1</string>";
@@ -145,27 +146,27 @@ TEST_F(PSSpecifierFileTest, ValueOfAnotherTypeIsARowThatSaysWhich) {
        {"label", "title", "id", "key", "defaults", "action", "get", "set", "detail", "cellClass",
         "icon", "footerText", "keyboard", "placeholder", "PostNotification"}) {
     EXPECT_THAT(problemOf(textEntry("cell", "PSButtonCell") + "<key>" + key + "</key>" + number),
-                HasSubstr("\"" + key + "\" must be a text and is a number"));
+                HasSubstr("\"" + key + "\" must be a string, not a number"));
   }
   for (const std::string key : {"min", "max", "height", "segmentCount"}) {
     EXPECT_THAT(problemOf(row("PSButtonCell", "A", "<key>" + key + "</key>" + text)),
-                HasSubstr("\"" + key + "\" must be a number and is a text"));
+                HasSubstr("\"" + key + "\" must be a number, not a string"));
     EXPECT_THAT(problemOf(row("PSButtonCell", "A", "<key>" + key + "</key><true/>")),
-                HasSubstr("\"" + key + "\" must be a number and is true or false"));
+                HasSubstr("\"" + key + "\" must be a number, not a boolean"));
   }
   for (const std::string key : {"showValue", "isSegmented", "isContinuous", "enabled"}) {
     EXPECT_THAT(problemOf(row("PSButtonCell", "A", "<key>" + key + "</key>" + text)),
-                HasSubstr("\"" + key + "\" must be true or false and is a text"));
+                HasSubstr("\"" + key + "\" must be a boolean, not a string"));
   }
   for (const std::string key : {"validValues", "validTitles"}) {
     EXPECT_THAT(problemOf(row("PSSegmentCell", "A", "<key>" + key + "</key><dict/>")),
-                HasSubstr("\"" + key + "\" must be a list and is a dictionary"));
+                HasSubstr("\"" + key + "\" must be an array, not a dictionary"));
   }
   EXPECT_THAT(problemOf(row("PSButtonCell", "A", "<key>confirmation</key>" + text)),
-              HasSubstr("\"confirmation\" must be a dictionary and is a text"));
+              HasSubstr("\"confirmation\" must be a dictionary, not a string"));
   EXPECT_THAT(problemOf(row("PSButtonCell", "A",
                             "<key>confirmation</key><dict><key>prompt</key><array/></dict>")),
-              HasSubstr("in \"confirmation\", \"prompt\" must be a text and is a list"));
+              HasSubstr("in \"confirmation\", \"prompt\" must be a string, not an array"));
 }
 
 TEST_F(PSSpecifierFileTest, ChoicesThatDoNotFitAreARowThatSaysSo) {
@@ -173,14 +174,14 @@ TEST_F(PSSpecifierFileTest, ChoicesThatDoNotFitAreARowThatSaysSo) {
       "<key>validValues</key><array><integer>0</integer><integer>1</integer></array>";
   const std::string one = "<key>validTitles</key><array><string>A</string></array>";
   EXPECT_THAT(problemOf(row("PSSegmentCell", "A", two + one)),
-              HasSubstr("\"validTitles\" has 1 elements and \"validValues\" 2"));
+              HasSubstr("\"validTitles\" has 1 elements, \"validValues\" has 2"));
   EXPECT_THAT(problemOf(row("PSSegmentCell", "A")), HasSubstr("\"validValues\" is missing"));
   EXPECT_THAT(problemOf(row("PSLinkListCell", "A", "<key>validValues</key><array/>")),
               HasSubstr("\"validValues\" is missing or empty"));
   EXPECT_THAT(problemOf(row("PSSegmentCell", "A",
                             two + "<key>validTitles</key><array><true/>"
                                   "<string>B</string></array>")),
-              HasSubstr("\"validTitles\" must hold texts and holds true or false"));
+              HasSubstr("\"validTitles\" must contain only strings, not a boolean"));
   EXPECT_EQ(problemOf(row("PSSegmentCell", "A", two)), "no problem");
 }
 
@@ -199,7 +200,7 @@ TEST_F(PSSpecifierFileTest, NumbersOutOfRangeAreARowThatSaysSo) {
   EXPECT_THAT(problemOf(row("PSButtonCell", "A", number("height", "nan"))),
               HasSubstr("\"height\""));
   EXPECT_THAT(problemOf(row("PSEditTextCell", "A", textEntry("keyboard", "piano"))),
-              HasSubstr("unknown keyboard \"piano\"; known are default, number"));
+              HasSubstr("unknown keyboard \"piano\" (expected one of default, number"));
 }
 
 TEST_F(PSSpecifierFileTest, OperationThatTheTargetLacksIsARowThatSaysSo) {
@@ -213,16 +214,16 @@ TEST_F(PSSpecifierFileTest, OperationThatTheTargetLacksIsARowThatSaysSo) {
 
 TEST_F(PSSpecifierFileTest, ClassThatIsNotThereIsARowThatSaysSo) {
   EXPECT_THAT(problemOf(row("PSLinkCell", "A", textEntry("detail", "NoSuchPage"))),
-              HasSubstr("the class \"NoSuchPage\" of the page is not there"));
+              HasSubstr("the page class \"NoSuchPage\" does not exist"));
   EXPECT_THAT(problemOf(row("PSLinkCell", "A", textEntry("detail", "PSTableCell"))),
-              HasSubstr("the class \"PSTableCell\" makes no pages"));
+              HasSubstr("the class \"PSTableCell\" is not a page"));
   EXPECT_THAT(problemOf(row("PSLinkCell", "A", textEntry("cellClass", "NoSuchCell"))),
-              HasSubstr("the class \"NoSuchCell\" of the cell is not there"));
+              HasSubstr("the cell class \"NoSuchCell\" does not exist"));
   EXPECT_THAT(problemOf(row("PSLinkCell", "A", textEntry("cellClass", "UITableViewCell"))),
-              HasSubstr("the class \"UITableViewCell\" makes no cells of a settings list"));
+              HasSubstr("the class \"UITableViewCell\" is not a settings cell"));
 }
 
-// A disabled row reaches neither its action nor its classes: a page may announce what comes later.
+// A disabled row uses neither its action nor its classes, so that a page can announce features.
 TEST_F(PSSpecifierFileTest, DisabledRowMayNameWhatIsNotThere) {
   EXPECT_EQ(problemOf(row("PSButtonCell", "A",
                           textEntry("action", "later") + textEntry("cellClass", "LaterCell") +

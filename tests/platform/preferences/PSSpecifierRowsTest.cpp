@@ -97,7 +97,7 @@ TEST_F(PSSpecifierRowsTest, ReplacesRowsThatStandTogether) {
   EXPECT_THAT(now(), ElementsAre());
 }
 
-// A reader sees the rows before or after an operation, never between.
+// A reader sees the rows before or after an operation.
 TEST_F(PSSpecifierRowsTest, ReadersOfAnotherThreadSeeWholeOperations) {
   constexpr int rounds = 2000;
   const PSSpecifierList pair{named("one"), named("two")};
@@ -131,7 +131,7 @@ TEST_F(PSSpecifierRowsTest, TwoThreadsThatInsertLoseNothing) {
   EXPECT_EQ(rows.snapshot()->size(), 3U + 2U * rounds);
 }
 
-// A background write sets a row's name and properties while the main thread reads them.
+// A background thread sets a row's name and properties while the main thread reads them.
 TEST(PSSpecifierThreads, NameAndPropertiesMeetTwoThreads) {
   const auto specifier = named("row");
   constexpr int rounds = 2000;

@@ -66,7 +66,7 @@ TEST_F(PSSpecifierTest, TargetIsHeldWeakly) {
   target.reset();
   EXPECT_EQ(specifier->target(), nullptr);
   EXPECT_TRUE(specifier->performGetter().isNone());
-  specifier->performSetterWithValue(true);  // nobody there to be told
+  specifier->performSetterWithValue(true);  // no target
 }
 
 TEST_F(PSSpecifierTest, GetterAndSetterGoToTheTargetWithTheSpecifier) {

@@ -80,7 +80,7 @@ TEST_F(PSTableCellTest, TitleAndValueShowsTheTitleOfTheValue) {
   EXPECT_EQ(cell("titled")->detailTextLabel()->text(), "neither");
 }
 
-// A cell's own class is what the row says; it is asked for target and action of a tap.
+// The row names the cell's class, and the cell provides target and action of a tap.
 TEST_F(PSTableCellTest, CellOfItsOwnClassTakesTheTap) {
   show(
       {row("PSLinkCell", "A", textEntry("cellClass", "TapCell") + textEntry("action", "restart"))});
@@ -119,7 +119,7 @@ TEST_F(PSTableCellTest, ButtonActionAndTargetOfTheSpecifierMayBeSetLater) {
 TEST_F(PSTableCellTest, CellThatRefusesIsARowThatSaysSo) {
   show({row("PSLinkCell", "A", textEntry("cellClass", "RefusingCell"))});
   EXPECT_EQ(specifier("A")->problem(),
-            "Main.plist, row 1 (\"A\"): the class \"RefusingCell\" refused to make the cell");
+            "Main.plist, row 1 (\"A\"): the cell class \"RefusingCell\" could not be initialized");
   EXPECT_EQ(cell("A")->detailTextLabel()->text(), specifier("A")->problem());
   EXPECT_FALSE(tap("A"));
 }

@@ -17,12 +17,12 @@
 
 namespace preferences_test {
 
-// A list page whose values are kept in memory, and which remembers what it was asked to do.
+// A list page that keeps its values in memory and records its actions.
 class TestPage : public platform::PSListController {
   PLATFORM_CLASS(TestPage)
 
  public:
-  // The list that is loaded; without one the page has no list.
+  // The name of the list; the page has no list without it.
   std::optional<std::string> listName;
   std::map<std::string, platform::Value> values;
   std::vector<std::pair<std::string, platform::Value>> written;
@@ -41,7 +41,7 @@ class TestPage : public platform::PSListController {
                  const std::shared_ptr<platform::PSSpecifier>& specifier);
 };
 
-// A page that is opened by a row, and refuses to be made.
+// A page behind a row whose initialiser fails.
 class RefusingPage : public platform::UIViewController {
   PLATFORM_CLASS(RefusingPage)
 
@@ -49,7 +49,7 @@ class RefusingPage : public platform::UIViewController {
   bool init() override { return false; }
 };
 
-// A cell that takes its row's taps itself.
+// A cell that handles the taps on its row.
 class TapCell : public platform::PSTableCell {
   PLATFORM_CLASS(TapCell)
 
@@ -71,27 +71,27 @@ class RefusingCell : public platform::PSTableCell {
   }
 };
 
-// A property list's text of the given items, each the inside of a dictionary.
+// The text of a property list with these items, each the content of a dictionary.
 std::string listOf(const std::vector<std::string>& items, const std::string& more = "");
 std::string textEntry(const std::string& key, const std::string& value);
 // The entries "cell" and "label", and more.
 std::string row(const std::string& cell, const std::string& label, const std::string& more = "");
 
-// A process with a bundle, in which lists are written, and one page of it.
+// A process with a bundle whose lists the test writes, and one of its pages.
 class PreferencesTest : public ::testing::Test {
  protected:
   static constexpr const char* bundle = "/var/jb/Library/PreferenceBundles/Sample.bundle";
 
   PreferencesTest();
   void writeList(const std::string& name, const std::string& text);
-  // Makes the page of a list of these items and shows it in a navigation controller.
+  // Makes a page from a list of these items and shows it in a navigation controller.
   void show(const std::vector<std::string>& items, const std::string& more = "");
   void layOut();
   std::shared_ptr<platform::PSSpecifier> specifier(const std::string& identifier);
   std::shared_ptr<platform::PSTableCell> cell(const std::string& identifier);
   platform::IndexPath pathOf(const std::string& identifier);
   bool tap(const std::string& identifier);
-  // Each row's identifier, section by section.
+  // The identifier of each row, by section.
   std::vector<std::vector<std::string>> rowsShown();
   template <class T>
   std::shared_ptr<T> control(const std::string& identifier) {

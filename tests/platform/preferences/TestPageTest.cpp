@@ -1,7 +1,8 @@
-// What the tests of this folder share, see PreferencesTest.h.
+// Shared by the tests of this folder; see PreferencesTest.h.
 
 #include <algorithm>
 
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "tests/platform/preferences/PreferencesTest.h"
 
 namespace preferences_test {
@@ -115,7 +116,7 @@ std::vector<std::vector<std::string>> PreferencesTest::rowsShown() {
   return sections;
 }
 
-// The list texts of these tests are themselves property lists.
+// The lists in these tests are property lists.
 TEST_F(PreferencesTest, TestPageShowsTheRowsOfItsList) {
   show({row("PSGroupCell", "First"), row("PSSwitchCell", "A"), row("PSButtonCell", "B")});
   EXPECT_EQ(rowsShown(), (std::vector<std::vector<std::string>>{{"A", "B"}}));

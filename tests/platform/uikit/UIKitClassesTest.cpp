@@ -1,4 +1,4 @@
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/UIKitClasses.h"
 #include "platform/uikit/controllers/UINavigationBar.h"
 #include "platform/uikit/controllers/UIWindow.h"

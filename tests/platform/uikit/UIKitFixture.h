@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/uikit/UIKitClasses.h"
 #include "platform/uikit/tables/UITableView.h"
 #include "platform/uikit/views/UIView.h"

@@ -8,11 +8,15 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/foundation/propertylist/PropertyList.h"
 #include "settings/application/Application.h"
+#include "settings/device/BundleInstallation.h"
+#include "settings/device/DevicePaths.h"
 #include "settings/device/DeviceTree.h"
+#include "settings/device/Product.h"
+#include "settings/device/PropertyListJson.h"
 #include "settings/device/TreeWriter.h"
 #include "settings/scripting/ScriptRunner.h"
-#include "settings/scripting/ScriptValues.h"
 #include "settings/scripting/TreeQuery.h"
 #include "tests/settings/web/TemporaryPage.h"
 
@@ -34,7 +38,7 @@ class ApplicationTest : public testing::Test {
     writer.folder("/private/jb");
     writer.link("/var/jb", "../private/jb");
     writer.folder(preferencesPath);
-    writer.copyFolder(bundlePath, findBuiltBundle());
+    writer.copy(bundlePath, findBuiltBundle());
     EXPECT_EQ(writer.problem(), "");
   }
 
@@ -134,9 +138,12 @@ class ApplicationTest : public testing::Test {
   std::string contents(std::string_view path) { return application().device().read(path).bytes; }
   // The root page shows these rows in place of the product's. Before the page is opened.
   void useRows(const nlohmann::json& items) {
-    const PropertyListBytes list = propertyListBytes({{"title", "Rows"}, {"items", items}});
-    EXPECT_EQ(list.problem, "");
-    put(inBundle("Root.plist"), list.bytes);
+    const PropertyListFromJson list =
+        valueFromJson(nlohmann::json{{"title", "Rows"}, {"items", items}});
+    EXPECT_EQ(list.error, std::nullopt);
+    const platform::PropertyListText xml = platform::writeXmlPropertyList(list.value);
+    EXPECT_EQ(xml.error, std::nullopt);
+    put(inBundle("Root.plist"), xml.bytes);
   }
   static std::string inBundle(std::string_view name) {
     return std::string(bundlePath) + "/" + std::string(name);

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "settings/application/ApplicationObserver.h"
+#include "settings/device/Product.h"
 #include "tests/settings/application/ApplicationFixture.h"
 
 namespace settings::test {

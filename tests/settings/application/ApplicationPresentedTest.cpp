@@ -9,6 +9,7 @@
 #include "platform/uikit/controllers/UIImagePickerController.h"
 #include "platform/uikit/views/UIActivityIndicatorView.h"
 #include "settings/application/SettingsProcess.h"
+#include "settings/device/DevicePaths.h"
 #include "settings/device/PhotoLibrary.h"
 #include "tests/settings/application/ApplicationFixture.h"
 

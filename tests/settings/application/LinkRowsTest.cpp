@@ -23,11 +23,11 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 // An entry of a property list in XML.
-std::string entry(const std::string& key, const std::string& value) {
+std::string textEntry(const std::string& key, const std::string& value) {
   return "<key>" + key + "</key>" + value;
 }
 std::string text(const std::string& key, const std::string& value) {
-  return entry(key, "<string>" + value + "</string>");
+  return textEntry(key, "<string>" + value + "</string>");
 }
 std::string linkRow(const std::string& id, const std::string& more) {
   return "<dict>" + text("cell", "PSLinkCell") + text("id", id) + text("label", "Row " + id) +
@@ -60,7 +60,7 @@ class LinkRows : public testing::Test, private ApplicationObserver {
     const auto error = application->device().writeAtomically(
         options.bundlePath + "/Root.plist",
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>" +
-            entry("items", "<array>" + rows + "</array>") + "</dict></plist>\n");
+            textEntry("items", "<array>" + rows + "</array>") + "</dict></plist>\n");
     ASSERT_FALSE(error) << error.message;
     application->open();
   }
@@ -183,7 +183,7 @@ TEST_F(LinkRows, AnAddressThatDoesNotParseIsToldInItsRow) {
   EXPECT_TRUE(tap("a"));
   EXPECT_TRUE(presented().empty());
   EXPECT_EQ((*row("a").node)["problem"],
-            "Root.plist, row 1 (\"Row a\"): its \"url\" is no address");
+            "Root.plist, row 1 (\"Row a\"): \"url\" is not an address");
   EXPECT_FALSE(tap("b")) << "a link row without an address";
 }
 
@@ -237,8 +237,8 @@ TEST_F(LinkRows, TitlesFollowTheTintOfTheDevice) {
 }
 
 TEST_F(LinkRows, ARadiusThatIsNoLengthIsShownAsNone) {
-  openRows(linkRow("a", text("initials", "x") + entry("iconCornerRadius", "<real>nan</real>")) +
-           linkRow("b", text("initials", "x") + entry("iconCornerRadius", "<real>inf</real>")));
+  openRows(linkRow("a", text("initials", "x") + textEntry("iconCornerRadius", "<real>nan</real>")) +
+           linkRow("b", text("initials", "x") + textEntry("iconCornerRadius", "<real>inf</real>")));
   for (const char* id : {"a", "b"}) {
     const FoundNode picture =
         query().children(query().children(query().firstOfKind(row(id), {"cell"})).at(0)).at(0);
@@ -266,7 +266,7 @@ TEST_F(LinkRows, NoValueOfAnyKindKeepsAPageFromOpening) {
   for (const char* key : {"big", "iconURL", "subtitle", "initials", "iconCircular",
                           "iconCornerRadius", "showIcon", "showAvatar", "iconImage", "url"}) {
     for (const std::string& value : values) {
-      rows += linkRow(std::to_string(count++), entry(key, value));
+      rows += linkRow(std::to_string(count++), textEntry(key, value));
     }
   }
   openRows(rows);

@@ -12,8 +12,8 @@
 
 #include "platform/foundation/propertylist/PropertyList.h"
 #include "settings/application/ApplicationObserver.h"
-#include "settings/device/DeviceTree.h"
-#include "settings/device/InstalledModules.h"
+#include "settings/device/DevicePaths.h"
+#include "settings/device/TreeContents.h"
 #include "settings/device/TreeWriter.h"
 #include "settings/scripting/TreeQuery.h"
 #include "settings/web/PagePublisher.h"
@@ -32,7 +32,7 @@ class ModulePages : public ApplicationTest, private ApplicationObserver {
  protected:
   ModulePages() {
     TreeWriter writer(root());
-    addInstalledModules(writer);
+    addSample(writer);
     EXPECT_EQ(writer.problem(), "");
     application().addObserver(this);
   }

@@ -1,9 +1,9 @@
 // A bundle whose pages go wrong, each in its own way. Its Info.plist says which one is opened.
 
-#include "platform/foundation/objects/Class.h"
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/scheduling/Scheduler.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/preferences/BundleInterface.h"
 #include "platform/preferences/PSListController.h"
 #include "platform/uikit/controllers/UIViewController.h"

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "settings/device/DeviceTree.h"
+#include "settings/device/BundleInstallation.h"
 #include "tests/settings/cli/ProgramRunner.h"
 
 namespace settings::test {
@@ -102,7 +102,7 @@ TEST_F(CliLint, ValuesAndTitlesOfDifferentLengthAreFound) {
       text("cell", "PSSegmentCell") + text("label", "L") + text("key", "k") +
       "<key>validValues</key><array><integer>0</integer></array><key>validTitles</key><array/>";
   EXPECT_THAT(lintItems(item(row)),
-              HasSubstr("\"validTitles\" has 0 elements and \"validValues\" 1"));
+              HasSubstr("\"validTitles\" has 0 elements, \"validValues\" has 1"));
 }
 
 TEST_F(CliLint, ChoicesWithoutTitlesOrValuesAreFound) {
@@ -116,7 +116,7 @@ TEST_F(CliLint, ValueOfAnotherTypeIsFoundOnce) {
   for (const char* const key : {"cellClass", "detail", "action"}) {
     const std::string number = std::string("<key>") + key + "</key><integer>7</integer>";
     EXPECT_EQ(lintItems(button(number)),
-              std::string("Mine.plist, row 1: \"") + key + "\" must be a text and is a number\n");
+              std::string("Mine.plist, row 1: \"") + key + "\" must be a string, not a number\n");
   }
   EXPECT_THAT(lintItems(item("<key>cell</key><integer>7</integer>")),
               HasSubstr("Mine.plist, row 1: \"cell\" is no text; there are PSGroupCell"));

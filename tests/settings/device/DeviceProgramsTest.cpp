@@ -6,7 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "settings/device/DeviceTree.h"
+#include "settings/device/Product.h"
 #include "tests/settings/device/DeviceTreeFixture.h"
 
 namespace settings::tests {

@@ -6,7 +6,10 @@
 
 #include "platform/foundation/propertylist/PropertyList.h"
 #include "platform/foundation/values/Collections.h"
+#include "settings/device/BundleInstallation.h"
+#include "settings/device/DevicePaths.h"
 #include "settings/device/DeviceTree.h"
+#include "settings/device/Product.h"
 #include "tests/settings/device/DeviceTreeFixture.h"
 
 namespace settings::tests {
@@ -78,11 +81,14 @@ TEST_F(DeviceTreeCreate, PhotosAreJpegAndPng) {
 TEST_F(DeviceTreeCreate, AFewDozenModulesHaveNamesAndIcons) {
   ASSERT_TRUE(create());
   std::set<std::string> identifiers;
+  std::set<std::string> titles;
   for (const auto path : {systemModulesPath, addedModulesPath}) {
     for (const auto& name : namesIn(host(path))) {
       const std::string module = std::string(path) + "/" + name;
       const auto info = propertyList(module + "/Info.plist");
-      EXPECT_TRUE(info.valueForKey("CFBundleDisplayName").isString()) << module;
+      const auto title = info.valueForKey("CFBundleDisplayName").text();
+      ASSERT_TRUE(title) << module;
+      EXPECT_TRUE(titles.insert(*title).second) << *title;
       const auto identifier = info.valueForKey("CFBundleIdentifier").text();
       ASSERT_TRUE(identifier) << module;
       EXPECT_TRUE(identifiers.insert(*identifier).second) << *identifier;

@@ -12,7 +12,7 @@
 #include "platform/uikit/images/ImageCodecs.h"
 #include "platform/uikit/images/ImageHeader.h"
 #include "platform/uikit/images/UIImage.h"
-#include "settings/device/DeviceTree.h"
+#include "settings/device/DevicePaths.h"
 #include "settings/device/PhotoLibrary.h"
 #include "settings/device/TreeWriter.h"
 #include "tests/root/Pictures.h"

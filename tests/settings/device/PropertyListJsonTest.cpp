@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "platform/foundation/values/Collections.h"
+#include "settings/device/JsonText.h"
 #include "settings/device/PropertyListJson.h"
 
 namespace settings {
@@ -19,7 +20,7 @@ using platform::ValueKind;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 std::string jsonOf(const Value& value) {
-  return jsonTextFromValue(value, -1);
+  return jsonText(jsonFromValue(value));
 }
 
 Value parsed(std::string_view text) {
@@ -101,7 +102,7 @@ TEST(PropertyListJson, EverythingComesBack) {
                                {"looks like a date", Dictionary{{"date", "now"}}},
                                {"looks like a real", Dictionary{{"real", "nan"}}},
                                {"twice", Dictionary{{"dictionary", Dictionary{{"data", "x"}}}}}});
-  EXPECT_EQ(parsed(jsonTextFromValue(value)), value);
+  EXPECT_EQ(parsed(jsonText(jsonFromValue(value), JsonStyle::indented)), value);
   const PropertyListFromJson back = valueFromJson(jsonFromValue(value));
   EXPECT_EQ(back.value, value) << back.error.value_or("");
   EXPECT_EQ(parsed("{\"a\": 1, \"a\": 2}"), Value(Dictionary{{"a", 2}}));

@@ -7,9 +7,10 @@
 
 #include "platform/foundation/propertylist/PropertyList.h"
 #include "platform/uikit/UIKitClasses.h"
-#include "settings/device/DeviceTree.h"
-#include "settings/device/Painting.h"
-#include "settings/neighbours/ModuleNeighbours.h"
+#include "settings/device/DevicePaths.h"
+#include "settings/neighbours/ModuleIndex.h"
+#include "settings/neighbours/Neighbours.h"
+#include "tests/root/Pictures.h"
 #include "tests/support/TestProcess.h"
 
 namespace settings::tests {
@@ -77,7 +78,7 @@ class ModuleNeighbours : public testing::Test {
   }
 
   test_support::TestProcess process;
-  NeighbourRegistry registry{moduleNeighbours()};
+  NeighbourRegistry registry{allNeighbours};
 };
 
 TEST_F(ModuleNeighbours, RepositoryListsTheFoldersByName) {
@@ -85,8 +86,8 @@ TEST_F(ModuleNeighbours, RepositoryListsTheFoldersByName) {
 }
 
 TEST_F(ModuleNeighbours, DescriptionsAnswerNameAndIcon) {
-  const Canvas picture(58, 58, {255, 0, 0});
-  process.tree().write(folderOf(systemModulesPath, "A") + "/icon.png", encodePng(picture));
+  process.tree().write(folderOf(systemModulesPath, "A") + "/icon.png",
+                       zentrova::tests::pngOf(58, 58));
   EXPECT_EQ(descriptions().size(), 3U);
   EXPECT_EQ(description("a")->perform("displayName"), Value("A"));
   ASSERT_TRUE(iconOf("a"));
@@ -166,7 +167,7 @@ TEST_F(ModuleNeighbours, FileThatIsNoImageIsNoIcon) {
 // However large the picture is, it takes the room of an icon.
 TEST_F(ModuleNeighbours, IconFitsItsPlace) {
   process.tree().write(folderOf(systemModulesPath, "A") + "/icon.png",
-                       encodePng(Canvas(290, 1450, {0, 0, 0})));
+                       zentrova::tests::pngOf(290, 1450));
   ASSERT_TRUE(iconOf("a"));
   EXPECT_NEAR(iconOf("a")->size().height, 29, 1e-9);
   EXPECT_NEAR(iconOf("a")->size().width, 5.8, 1e-9);
@@ -184,7 +185,7 @@ TEST_F(ModuleNeighbours, ForbiddenModulesAreAListOnTheDevice) {
 
 TEST_F(ModuleNeighbours, EachClassCanBeSwitchedOff) {
   for (const auto& name : registry.names()) {
-    NeighbourRegistry without{moduleNeighbours()};
+    NeighbourRegistry without{allNeighbours};
     ASSERT_TRUE(without.switchOff(name));
     const test_support::TestProcess another;
     auto& classes = platform::Process::current().classes();
@@ -196,7 +197,7 @@ TEST_F(ModuleNeighbours, EachClassCanBeSwitchedOff) {
 }
 
 TEST_F(ModuleNeighbours, SwitchedOffClassesCanBeSwitchedOnAgain) {
-  NeighbourRegistry switched{moduleNeighbours()};
+  NeighbourRegistry switched{allNeighbours};
   EXPECT_TRUE(switched.isOn("CCSModuleRepository"));
   ASSERT_TRUE(switched.switchOff("CCSModuleRepository"));
   EXPECT_FALSE(switched.isOn("CCSModuleRepository"));

@@ -6,6 +6,7 @@
 
 #include "platform/foundation/files/DeviceFileSystem.h"
 #include "platform/foundation/files/WriterIdentity.h"
+#include "settings/device/Product.h"
 #include "settings/panes/FilePane.h"
 #include "tests/settings/application/ApplicationFixture.h"
 #include "tests/support/FaultySystemCalls.h"

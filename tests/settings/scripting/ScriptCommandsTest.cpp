@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "settings/device/Product.h"
 #include "tests/settings/application/ApplicationFixture.h"
 
 namespace settings::test {

@@ -1,52 +1,15 @@
-#include <future>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <set>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
 #include "settings/device/PhotoLibrary.h"
 #include "settings/web/SentPhotos.h"
-#include "settings/web/WorkerThread.h"
 #include "tests/root/Pictures.h"
 
 namespace settings {
 namespace {
-
-TEST(WorkerThreadTest, WorkIsDoneInItsOrderOnAnotherThread) {
-  std::vector<int> done;
-  std::set<std::thread::id> threads;
-  std::promise<void> last;
-  WorkerThread worker;
-  for (int count = 0; count < 5; ++count) {
-    worker.post([&, count] {
-      done.push_back(count);
-      threads.insert(std::this_thread::get_id());
-    });
-  }
-  worker.post([&] { last.set_value(); });
-  last.get_future().wait();
-  EXPECT_THAT(done, testing::ElementsAre(0, 1, 2, 3, 4));
-  EXPECT_EQ(threads.size(), 1U);
-  EXPECT_FALSE(threads.contains(std::this_thread::get_id()));
-}
-
-TEST(WorkerThreadTest, ItEndsAfterTheWorkInHand) {
-  bool isDone = false;
-  std::promise<void> begun;
-  {
-    WorkerThread worker;
-    worker.post([&] {
-      begun.set_value();
-      for (int count = 0; count < 1000; ++count) std::this_thread::yield();
-      isDone = true;
-    });
-    begun.get_future().wait();
-  }
-  EXPECT_TRUE(isDone);
-}
 
 PhotoResult photo(const std::string& bytes) {
   return readPhoto(platform::Data(bytes));

@@ -34,6 +34,16 @@ const standard = {
   waiting: { program: '' },
 };
 
+const trait = (name, label, value, ...choices) => ({ name, label, value, choices });
+const traits = [
+  trait('idiom', 'Device', 'phone', ['phone', 'Phone'], ['pad', 'Tablet']),
+  trait('screen', 'Screen', '390x844@3', ['390x844@3', 'Phone'], ['820x1180@2', 'Tablet']),
+  trait('system', 'System', '15.4', ['14.0', '14.0'], ['15.4', '15.4']),
+  trait('appearance', 'Appearance', 'light', ['light', 'Light'], ['dark', 'Dark']),
+  trait('text', 'Text size', '1', ['1', 'Standard'], ['1.24', 'Large']),
+  trait('tint', 'Tint', '007AFFFF'),
+];
+
 /** @typedef {import('../../../settings/web/ui/src/protocol/tree.js').Color} Color */
 
 /** @type {Color} */
@@ -149,7 +159,7 @@ export class TreeBuilder {
   tree({ page, bar }, presented = []) {
     const navigation = this.add({ kind: 'navigation', bar }, [page]);
     const root = this.add({ kind: 'window' }, [navigation, ...presented]);
-    return { revision: 1, root, nodes: this.nodes, device: this.device };
+    return { revision: 1, root, nodes: this.nodes, device: this.device, traits };
   }
 }
 

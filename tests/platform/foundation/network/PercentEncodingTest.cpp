@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/NSString.h"
+#include "platform/foundation/values/Exception.h"
 #include "tests/support/TestProcess.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/foundation/FoundationClasses.h"
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Process.h"
 
 namespace {
@@ -22,6 +22,7 @@ class Animal : public Object {
   virtual std::string sound() const { return "..."; }
   std::string kind() const { return "animal"; }
   static std::int64_t height() { return 44; }
+  bool initWithLegs(std::int64_t legs) { return legs == 4; }
 };
 
 class Cat : public Animal {
@@ -51,6 +52,7 @@ Class animalClass() {
   return ClassBuilder<Animal>("NSObject")
       .operation("sound", &Animal::sound)
       .operation("kind", &Animal::kind)
+      .operation("initWithLegs:", &Animal::initWithLegs)
       .classOperation("height", &Animal::height)
       .build();
 }
@@ -175,6 +177,29 @@ TEST(Class, OneTypeCanStandForSeveralNames) {
   const auto instance = dog.allocateAs<Animal>();
   ASSERT_TRUE(instance);
   EXPECT_EQ(&instance->objectClass(), &dog);
+}
+
+TEST(MakeNamed, MakesAnObjectOfTheCurrentProcesssClass) {
+  platform::Process process;
+  const platform::ProcessScope scope(process);
+  process.classes().add(animalClass());
+  EXPECT_EQ(platform::NSClassFromString("Animal"), process.classes().find("Animal"));
+  const auto animal = platform::makeNamed<Animal>("Animal");
+  ASSERT_TRUE(animal);
+  EXPECT_EQ(animal->objectClass().name(), "Animal");
+  EXPECT_TRUE(platform::makeNamed<Animal>("Animal", "initWithLegs:", {4}));
+}
+
+TEST(MakeNamed, GivesNothingWithoutAClassOrAnInitialisedObjectOfTheType) {
+  platform::Process process;
+  const platform::ProcessScope scope(process);
+  process.classes().add(animalClass());
+  process.classes().add(ClassBuilder<Shy>("NSObject").build());
+  EXPECT_FALSE(platform::makeNamed<Animal>("Nobody"));
+  EXPECT_FALSE(platform::makeNamed<Animal>("Nobody", "initWithLegs:", {4}));
+  EXPECT_FALSE(platform::makeNamed<Shy>("Shy"));
+  EXPECT_FALSE(platform::makeNamed<Cat>("Animal"));
+  EXPECT_FALSE(platform::makeNamed<Animal>("Animal", "initWithLegs:", {5}));
 }
 
 TEST(FoundationClasses, AreFoundByName) {

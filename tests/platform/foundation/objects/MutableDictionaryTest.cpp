@@ -4,9 +4,9 @@
 #include <iterator>
 #include <thread>
 
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/MutableDictionary.h"
 #include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/values/Exception.h"
 #include "tests/support/TestProcess.h"
 
 namespace platform {
@@ -151,7 +151,7 @@ TEST(MutableDictionary, TheFileEndsEqualToTheMemoryWhenTwoThreadsSetAndWrite) {
     const ProcessScope scope(process.process());
     for (int i = first; i < 60; i += 2) {
       dictionary.setValueForKey(Value(i), Value("key" + std::to_string(i)));
-      ASSERT_TRUE(dictionary.writeToFileAtomically(path));
+      ASSERT_TRUE(writeToFileAtomically(dictionary, path));
     }
   };
   std::thread other(work, 1);

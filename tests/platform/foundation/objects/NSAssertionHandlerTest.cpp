@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "platform/foundation/log/Log.h"
+#include "platform/foundation/log/LogFormat.h"
 #include "platform/foundation/network/NSURL.h"
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/NSAssertionHandler.h"
+#include "platform/foundation/values/Exception.h"
 #include "tests/support/TestProcess.h"
 
 namespace {

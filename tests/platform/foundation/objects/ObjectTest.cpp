@@ -1,8 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <optional>
 #include <string>
 
-#include "platform/foundation/objects/Class.h"
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/MutableDictionary.h"
 #include "platform/foundation/objects/Object.h"
 #include "platform/foundation/objects/Process.h"
@@ -41,6 +42,7 @@ class Lamp : public Object {
   std::shared_ptr<Lamp> neighbour() const { return _neighbour.lock(); }
   void setNeighbour(const std::shared_ptr<Lamp>& neighbour) { _neighbour = neighbour; }
   int serial() const { return 7; }
+  std::optional<int> watts() const { return _name.empty() ? std::nullopt : std::optional(40); }
   void hold(std::shared_ptr<Object> object) { _held = std::move(object); }
 
   bool initialised = false;
@@ -65,6 +67,7 @@ class ObjectTest : public testing::Test {
                                .property("lens", &Lamp::lens, &Lamp::setLens)
                                .property("neighbour", &Lamp::neighbour, &Lamp::setNeighbour)
                                .key("serial", &Lamp::serial)
+                               .property("watts", &Lamp::watts)
                                .build());
   }
 
@@ -129,6 +132,15 @@ TEST_F(ObjectTest, RespondsToItsOwnAndInheritedSelectors) {
   EXPECT_TRUE(lamp->respondsToSelector("add:to:"));
   EXPECT_TRUE(lamp->respondsToSelector("description"));
   EXPECT_FALSE(lamp->respondsToSelector("subtract:"));
+}
+
+TEST_F(ObjectTest, AReadOnlyPropertyIsAKeyAndAnOperation) {
+  const auto lamp = platform::make(&Lamp::initWithName, "desk");
+  EXPECT_EQ(lamp->valueForKey("watts"), Value(40));
+  EXPECT_EQ(lamp->perform("watts"), Value(40));
+  EXPECT_FALSE(lamp->respondsToSelector("setWatts:"));
+  EXPECT_EQ(raisedBy([&] { lamp->setValueForKey(60, "watts"); }).name(), "NSUnknownKeyException");
+  EXPECT_TRUE(platform::make<Lamp>()->valueForKey("watts").isNone());
 }
 
 TEST_F(ObjectTest, AnObjectOfAnUnregisteredClassAnswersAsItsNearestRegisteredBase) {

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "platform/foundation/objects/DeviceTraits.h"
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/Process.h"
 #include "platform/foundation/scheduling/VirtualScheduler.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace {
 

@@ -5,10 +5,10 @@
 #include <unistd.h>
 #include <vector>
 
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/NSNotificationCenter.h"
 #include "platform/foundation/programs/NSTask.h"
 #include "platform/foundation/values/Collections.h"
+#include "platform/foundation/values/Exception.h"
 #include "tests/support/TestProcess.h"
 
 namespace {
@@ -138,6 +138,20 @@ TEST_F(NSTaskTest, MainWorkGoesOnWhileTheTaskIsWaitedFor) {
   _task->launch();
   _task->waitUntilExit();
   EXPECT_TRUE(ran);
+}
+
+TEST_F(NSTaskTest, WaitingTakesNoTurnBeforeTheProgramEnds) {
+  _test.tree().writeProgram("/wait", "exec /bin/sleep 0.2");
+  _task->setLaunchPath("/wait");
+  int turns = 0;
+  _test.scheduler().setWaitHandler([&](double) {
+    ++turns;
+    return 1000.0;
+  });
+  _task->launch();
+  _task->waitUntilExit();
+  EXPECT_FALSE(_task->isRunning());
+  EXPECT_LE(turns, 3);
 }
 
 TEST_F(NSTaskTest, ATaskWithoutALaunchPathRaises) {

@@ -2,6 +2,7 @@
 
 #include "platform/foundation/objects/Object.h"
 #include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyListBinary.h"
 #include "tests/support/TestProcess.h"
 
 namespace platform {

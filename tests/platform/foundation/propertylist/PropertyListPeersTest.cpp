@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 
 #include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyListBinary.h"
 #include "tests/support/TemporaryDeviceTree.h"
 
 // What others read in the files that are written here.

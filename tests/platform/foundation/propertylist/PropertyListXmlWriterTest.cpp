@@ -6,6 +6,7 @@
 
 #include "platform/foundation/objects/Object.h"
 #include "platform/foundation/propertylist/PropertyList.h"
+#include "platform/foundation/propertylist/PropertyListBinary.h"
 
 namespace platform {
 namespace {

@@ -166,6 +166,70 @@ TYPED_TEST(SchedulerTest, RunMainUntilWorksInsideMainWork) {
   EXPECT_THAT(order, testing::ElementsAre("inner", "outer"));
 }
 
+TYPED_TEST(SchedulerTest, RunMainUntilSleepsUntilThereIsSomethingToLookAt) {
+  int turns = 0;
+  const auto counted = [&] {
+    ++turns;
+    return false;
+  };
+  EXPECT_FALSE(this->_scheduler.runMainUntil(counted, 0.05));
+  EXPECT_LE(turns, 3) << "before the sleep and after it, and where it ended a moment too early";
+}
+
+TYPED_TEST(SchedulerTest, TheWakerMakesRunMainUntilLookAgain) {
+  std::atomic<bool> holds{false};
+  const auto wake = this->_scheduler.waker();
+  std::thread other([&] {
+    holds = true;
+    wake();
+  });
+  EXPECT_TRUE(this->_scheduler.runMainUntil([&] { return holds.load(); }, patience));
+  other.join();
+}
+
+TYPED_TEST(SchedulerTest, AWakerMayOutliveItsScheduler) {
+  std::function<void()> wake;
+  {
+    TypeParam scheduler(&this->_process);
+    wake = scheduler.waker();
+  }
+  EXPECT_NO_THROW(wake());
+}
+
+TYPED_TEST(SchedulerTest, TheWaitHandlerIsCalledAtTheTimesThatItAsksFor) {
+  std::vector<double> times;
+  this->_scheduler.setWaitHandler([&](double seconds) {
+    times.push_back(seconds);
+    return seconds < 0.02 ? 0.02 : 1000;
+  });
+  EXPECT_FALSE(this->_scheduler.runMainUntil([] { return false; }, 0.04));
+  ASSERT_GE(times.size(), 3U);
+  EXPECT_LT(times.front(), 0.02);
+  EXPECT_GE(times.back(), 0.04);
+  EXPECT_LE(times.size(), 6U);
+}
+
+TYPED_TEST(SchedulerTest, TheOuterQueueGoesOnWhileTheMainThreadWaits) {
+  const auto outer = std::make_shared<platform::MainQueue>();
+  TypeParam scheduler(&this->_process, outer);
+  bool ran = false;
+  outer->push([&] { ran = true; });
+  scheduler.runMain();
+  EXPECT_FALSE(ran);
+  EXPECT_TRUE(scheduler.runMainUntil([&] { return ran; }, patience));
+}
+
+TYPED_TEST(SchedulerTest, WhatIsShutDownDropsItsWorkAndWaitsForNothing) {
+  const auto held = std::make_shared<int>(1);
+  this->_scheduler.asyncMain([held] {});
+  this->_scheduler.shutDown();
+  this->_scheduler.mainAfter(0.001, [held] {});
+  this->_scheduler.asyncGlobal([held] {});
+  this->_scheduler.makeSerialQueue("late")->async([held] {});
+  EXPECT_EQ(held.use_count(), 1);
+  EXPECT_FALSE(this->_scheduler.runMainUntil([] { return false; }, 1000));
+}
+
 class Pipe {
  public:
   Pipe() { EXPECT_EQ(::pipe(_ends.data()), 0); }

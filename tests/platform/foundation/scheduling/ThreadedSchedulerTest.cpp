@@ -1,7 +1,6 @@
 #include <atomic>
 #include <future>
 #include <gtest/gtest.h>
-#include <set>
 #include <thread>
 
 #include "platform/foundation/scheduling/ThreadedScheduler.h"
@@ -12,50 +11,16 @@ using platform::ThreadedScheduler;
 
 constexpr double threadedPatience = 20.0;
 
-TEST(ThreadedScheduler, RunGoesOnUntilItIsStopped) {
-  ThreadedScheduler scheduler;
-  int count = 0;
-  scheduler.asyncMain([&] {
-    ++count;
-    scheduler.asyncGlobal([&] {
-      scheduler.asyncMain([&] {
-        ++count;
-        scheduler.stop();
-      });
-    });
-  });
-  scheduler.run();
-  EXPECT_EQ(count, 2);
-}
-
-TEST(ThreadedScheduler, StopFromAnotherThreadWakesTheRunLoop) {
-  ThreadedScheduler scheduler;
-  std::thread stopper([&] { scheduler.stop(); });
-  scheduler.run();
-  stopper.join();
-  SUCCEED() << "run returned";
-}
-
-TEST(ThreadedScheduler, RunOnceTellsWhetherThereWasWork) {
-  ThreadedScheduler scheduler;
-  EXPECT_FALSE(scheduler.runOnce(0.001));
-  int count = 0;
-  scheduler.mainAfter(0.002, [&] { ++count; });
-  EXPECT_TRUE(scheduler.runOnce(threadedPatience));
-  EXPECT_EQ(count, 1);
-}
-
 TEST(ThreadedScheduler, DelayedWorkWakesARunLoopThatWaitsAlready) {
   ThreadedScheduler scheduler;
   scheduler.mainAfter(1000, [] { FAIL() << "far too early"; });
   bool ran = false;
   scheduler.asyncGlobal([&] { scheduler.mainAfter(0.001, [&] { ran = true; }); });
-  EXPECT_TRUE(scheduler.runOnce(threadedPatience));
-  EXPECT_TRUE(ran);
+  EXPECT_TRUE(scheduler.runMainUntil([&] { return ran; }, threadedPatience));
 }
 
 TEST(ThreadedScheduler, GlobalWorkRunsSideBySide) {
-  ThreadedScheduler scheduler(nullptr, 2);
+  ThreadedScheduler scheduler;
   std::promise<void> first;
   std::promise<void> second;
   std::atomic<int> met{0};
@@ -77,7 +42,7 @@ TEST(ThreadedScheduler, DestructionWaitsForRunningWork) {
   std::atomic<bool> started{false};
   std::atomic<bool> finished{false};
   {
-    ThreadedScheduler scheduler(nullptr, 1);
+    ThreadedScheduler scheduler;
     scheduler.asyncGlobal([&] {
       started = true;
       while (scheduler.now() < 0.02) std::this_thread::yield();

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/scheduling/VirtualScheduler.h"
+#include "platform/foundation/values/Exception.h"
 
 namespace {
 

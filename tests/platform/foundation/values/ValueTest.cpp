@@ -5,9 +5,9 @@
 #include <limits>
 #include <type_traits>
 
-#include "platform/foundation/objects/Exception.h"
 #include "platform/foundation/objects/Object.h"
 #include "platform/foundation/values/Collections.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/foundation/values/Value.h"
 
 namespace platform {

@@ -1,4 +1,4 @@
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/controllers/UIAlertController.h"
 #include "platform/uikit/controllers/UINavigationController.h"
 #include "platform/uikit/controllers/UIViewController.h"

@@ -1,4 +1,4 @@
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/controls/UIButton.h"
 #include "platform/uikit/controls/UIControl.h"
 #include "platform/uikit/controls/UISegmentedControl.h"

@@ -1,4 +1,4 @@
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/tables/UITableView.h"
 #include "tests/platform/uikit/UIKitFixture.h"
 

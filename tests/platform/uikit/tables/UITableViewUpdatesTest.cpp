@@ -1,4 +1,4 @@
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "tests/platform/uikit/UIKitFixture.h"
 
 namespace uikit_test {
@@ -128,7 +128,7 @@ TEST_F(UITableViewUpdatesTest, SectionsComeWithTheirRowsAndGo) {
   const std::uint64_t second = table->sectionToken(1);
   source->sections.insert(source->sections.begin() + 1, {"p", "q"});
   table->insertSections({1}, animation);
-  EXPECT_EQ(table->sectionForToken(second), 2);
+  EXPECT_EQ(table->sectionToken(2), second);
   EXPECT_EQ(table->numberOfRowsInSection(1), 2);
   source->sections.erase(source->sections.begin());
   table->deleteSections({0}, animation);

@@ -1,3 +1,4 @@
+#include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/uikit/views/UILongPressGestureRecognizer.h"
 #include "tests/platform/uikit/UIKitFixture.h"
 

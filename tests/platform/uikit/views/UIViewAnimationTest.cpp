@@ -1,4 +1,4 @@
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/controllers/UINavigationBar.h"
 #include "tests/platform/uikit/UIKitFixture.h"
 

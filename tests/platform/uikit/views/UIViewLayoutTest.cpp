@@ -1,4 +1,4 @@
-#include "platform/foundation/objects/Exception.h"
+#include "platform/foundation/values/Exception.h"
 #include "platform/uikit/views/UIImageView.h"
 #include "platform/uikit/views/UILabel.h"
 #include "tests/platform/uikit/UIKitFixture.h"

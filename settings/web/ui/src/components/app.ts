@@ -90,6 +90,7 @@ export class ZvApp extends LightElement {
   private _contextChanged(): void {
     const { tree } = this._state;
     if (!tree) return;
+    document.title = ['Settings', tree.application?.bundle].filter(Boolean).join(' – ');
     this._context = {
       tree,
       act: (action) => this._act(action),
@@ -197,7 +198,7 @@ export class ZvApp extends LightElement {
   protected override render(): TemplateResult {
     const context = this._context;
     return html`
-      ${linkBanner(this._link, () => this._connection.open())}
+      ${linkBanner(this._link, this._state.tree?.application?.program, () => this._connection.open())}
       ${context ? this._layout(context) : html`<p class="opening" role="status">${this._link.state === 'lost' ? '' : 'Opening Settings…'}</p>`}
       <div class="visually-hidden" role="status" aria-live="polite" data-live>${this._spoken}</div>`;
   }

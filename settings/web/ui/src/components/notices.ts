@@ -32,13 +32,14 @@ export function noticeList(notices: Notice[], dismiss: (id: number) => void): Te
 
 const attemptsUntilAdvice = 4;
 
-export function linkBanner(link: Link, retry: () => void): TemplateResult | typeof nothing {
+/** `program` is what is started to serve the page, where it is known. */
+export function linkBanner(link: Link, program: string | undefined, retry: () => void): TemplateResult | typeof nothing {
   if (link.state !== 'lost') return nothing;
   return html`<div class="link-banner" role="alert">
     ${warning()}
     <p><strong>The connection is lost.</strong> What you see is as it was; it is tried again by itself.
       ${link.attempts >= attemptsUntilAdvice
-        ? html`If the server has ended, start <code>zentrova-settings serve</code> and open the address that it prints.`
+        ? html`If the server has ended, start ${program === undefined ? 'it again' : html`<code>${program} serve</code>`} and open the address that it prints.`
         : nothing}</p>
     <button type="button" @click=${retry}>Try now</button>
   </div>`;

@@ -186,11 +186,22 @@ export interface Device {
   neighbours?: Record<string, boolean>;
 }
 
+/** A trait of the device as people set it, with the values that are offered; none for a colour. */
+export interface Trait {
+  name: string;
+  label: string;
+  value: string;
+  choices: [value: string, title: string][];
+}
+
 export interface Tree {
   revision: number;
   root: string;
   nodes: Record<string, TreeNode>;
   device: Device;
+  traits?: Trait[];
+  /** The program that serves the page, and the title of the bundle that it shows. */
+  application?: { program: string; bundle: string };
 }
 
 /** The node of this name and kind, or nothing where the tree has no such node. */

@@ -1,0 +1,17 @@
+#pragma once
+
+namespace platform {
+
+// True as long as the scope lives.
+class FlagWhile {
+ public:
+  explicit FlagWhile(bool& flag) noexcept : _flag(flag) { _flag = true; }
+  ~FlagWhile() { _flag = false; }
+  FlagWhile(const FlagWhile&) = delete;
+  FlagWhile& operator=(const FlagWhile&) = delete;
+
+ private:
+  bool& _flag;
+};
+
+}  // namespace platform

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "settings/cli/common/CommandContext.h"
+
+// The subcommands that look for mistakes.
+namespace settings {
+
+AddSubcommand addSmoke;
+AddSubcommand addLint;
+
+}  // namespace settings
