@@ -8,11 +8,6 @@ target_compile_options(zentrova_options INTERFACE
 # (GCC bug 105651). Every other build keeps the warning.
 target_compile_options(zentrova_options INTERFACE
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
-# Under ThreadSanitizer it takes fields of strings for uninitialized that are not.
-if(ZENTROVA_SANITIZE MATCHES "thread")
-  target_compile_options(zentrova_options INTERFACE
-    $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
-endif()
 # Several sources in one translation unit look to it like headers, where a type of an unnamed
 # namespace would be a mistake.
 if(CMAKE_UNITY_BUILD)
