@@ -80,7 +80,7 @@ bool PropertyListXmlCursor::readAnyTag(Tag& tag, std::string_view accepted) {
   return readAttributes(tag);
 }
 
-// Passes attributes, which mean nothing here, and the end of the tag.
+// Skips attributes, which have no meaning here, and the end of the tag.
 bool PropertyListXmlCursor::readAttributes(Tag& tag) {
   tag.empty = false;
   for (;;) {
@@ -180,7 +180,7 @@ bool PropertyListXmlCursor::skipInstruction() {
   return true;
 }
 
-// `text` lies in what is read.
+// `text` is part of the input.
 bool PropertyListXmlCursor::checkCharacters(std::string_view text) {
   const auto bad = utf::firstNonXml(text);
   if (!bad) return true;
@@ -227,7 +227,7 @@ bool PropertyListXmlCursor::readDeclaration() {
               "UTF-8, or UTF-16 with a byte order mark");
 }
 
-// Passes <!DOCTYPE ...>. What it points to is never fetched, what it declares never used.
+// Skips <!DOCTYPE ...>. Never fetches external files and never uses declarations.
 bool PropertyListXmlCursor::readDocumentType() {
   const std::size_t start = offset();
   _at += 9;
@@ -274,7 +274,7 @@ bool PropertyListXmlCursor::readSubset() {
   return true;
 }
 
-// Passes text in quotes.
+// Skips quoted text.
 bool PropertyListXmlCursor::skipLiteral(std::string_view inside) {
   const char* const literal = _at + 1;
   _at = std::find(literal, _end, *_at);
@@ -284,7 +284,7 @@ bool PropertyListXmlCursor::skipLiteral(std::string_view inside) {
   return true;
 }
 
-// Passes one character, whatever it is.
+// Skips one character of any kind.
 bool PropertyListXmlCursor::passOtherCharacter() {
   const auto byte = static_cast<unsigned char>(*_at);
   if (byte >= 0x20 && byte < 0x80) {

@@ -67,7 +67,7 @@ class XmlReader {
     return _cursor.fail(offset, std::move(reason), std::string(accepted));
   }
   std::string_view acceptedHere() const;
-  // How many bytes may be read from the start of a piece of the text, or of text put together.
+  // Returns how many bytes may be read from the start of a piece of the input or of joined text.
   std::size_t readable(std::string_view piece) const noexcept {
     const std::string_view rest = _cursor.rest();
     const bool inside = piece.data() + piece.size() == rest.data();
@@ -100,9 +100,9 @@ bool XmlReader::readDocument() {
   return readTrailer();
 }
 
-// Everything before the root's content.
+// Reads everything before the root's content.
 bool XmlReader::readStart() {
-  // Nearly every file begins with the very same lines.
+  // Fast path: nearly every file begins with the same lines.
   if (!_cursor.rest().starts_with(property_list::xmlHead)) {
     return _cursor.readProlog() && readRoot();
   }
@@ -110,7 +110,7 @@ bool XmlReader::readStart() {
   return readWrapped();
 }
 
-// <plist> and the root's start tag; <plist> may be missing.
+// Reads <plist>, which is optional, and the root's start tag.
 bool XmlReader::readRoot() {
   Tag tag;
   if (_cursor.atEnd()) return fail(_cursor.offset(), "there is no property list", "<plist>");
@@ -120,7 +120,7 @@ bool XmlReader::readRoot() {
   return readWrapped();
 }
 
-// The root's start tag in <plist>.
+// Reads the root's start tag inside <plist>.
 bool XmlReader::readWrapped() {
   Tag tag;
   _wrapped = true;
@@ -331,7 +331,7 @@ bool XmlReader::readData(const Tag& tag) {
 }
 
 Value XmlReader::dataOf(std::string_view text, const base64::Scan& scan) const {
-  // Short data is decoded as fast as its text is put aside.
+  // Decoding short data is as fast as storing its text.
   constexpr std::size_t shortText = 256;
   if (text.size() < shortText) {
     std::vector<std::uint8_t> bytes(scan.size + base64::decodeSlack);
@@ -339,7 +339,7 @@ Value XmlReader::dataOf(std::string_view text, const base64::Scan& scan) const {
     bytes.resize(scan.size);
     return Data(std::move(bytes));
   }
-  // A share of the whole text is worth its memory only where the data is much of it.
+  // Sharing the whole text saves memory only if the data is a large part of it.
   if (_keeper && text.size() >= _textSize / 4) {
     return Data::fromBase64({_keeper, text, scan.indent}, scan.size);
   }

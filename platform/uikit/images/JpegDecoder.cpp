@@ -1,4 +1,4 @@
-// The reader of JPEG files.
+// The JPEG decoder.
 
 #include <string>
 
@@ -9,7 +9,7 @@
 namespace platform {
 namespace {
 
-// A progressive file may go over the whole picture as often as it likes; no encoder needs more.
+// A progressive file may contain any number of scans, but no encoder needs more.
 constexpr int maximumScans = 64;
 
 void stopAfterManyScans(j_common_ptr common) {
@@ -18,8 +18,8 @@ void stopAfterManyScans(j_common_ptr common) {
   }
 }
 
-// Ink that is told as in print, to light; programs that leave Adobe's mark tell it the other way
-// round.
+// Converts ink values to light. Values are stored as in print, but files with Adobe's marker store
+// them inverted.
 void lightenRow(std::uint8_t* pixel, std::uint32_t width, bool inverted) {
   for (std::uint32_t x = 0; x < width; ++x, pixel += bytesPerPixel) {
     const int flip = inverted ? 0 : 0xFF;
@@ -38,7 +38,7 @@ class JpegReading {
   JpegReading(const JpegReading&) = delete;
   JpegReading& operator=(const JpegReading&) = delete;
 
-  // Each is false where the file is refused; problem() says why.
+  // Each function returns false if the file is refused; problem() has the reason.
   bool readHeader(std::span<const std::uint8_t> file);
   bool readRows(OrientedRows& rows);
 
