@@ -87,7 +87,7 @@ struct JpegSegment {
 // Removes the next segment (marker, length, content) of a JPEG and returns it; empty if there is no
 // marker.
 std::optional<JpegSegment> takeSegment(Bytes& rest) {
-  // fill bytes
+  // Skip fill bytes.
   while (rest.size() > 1 && rest[0] == 0xFF && rest[1] == 0xFF) rest = rest.subspan(1);
   if (rest.size() < 4 || rest[0] != 0xFF) return std::nullopt;
   const std::size_t length = std::max(bigEndian(rest, 2, 2), 2U);

@@ -13,8 +13,8 @@ namespace {
 
 using namespace std::string_literals;
 
-// A file in the binary form from its objects' bytes. One-byte offsets and references unless the
-// test says otherwise.
+// A binary property list made from the bytes of its objects. By default, offsets and references
+// have one byte.
 struct BinaryFile {
   std::vector<std::string> objects;
   std::uint64_t top = 0;
@@ -146,7 +146,7 @@ TEST(PropertyListBinary, RefusesKeysThatAreNoStrings) {
   EXPECT_NE(refusalOf({{"\xD1\1\1"s, "\x10\1"s}}).find(what), std::string::npos);
   EXPECT_NE(refusalOf({{"\xD1\1\1"s, "\xA0"s}}).find(what), std::string::npos);
   EXPECT_NE(refusalOf({{"\xD1\0\1"s, "\x09"s}}).find("contains itself"), std::string::npos);
-  // A container that is known already is no key either.
+  // A container that was already read is not a valid key either.
   EXPECT_NE(refusalOf({{"\xA2\1\2"s, "\xA0"s, "\xD1\1\1"s}}).find(what), std::string::npos);
 }
 
@@ -206,7 +206,8 @@ TEST(PropertyListBinary, RefusesCycles) {
 }
 
 TEST(PropertyListBinary, ABillionSharedLeavesInAFewBytesCostNothing) {
-  // Nine arrays of ten references, each to the next, and a leaf: a billion leaves in 153 bytes.
+  // Nine arrays of ten references, each to the next array, and a leaf: a billion leaves in 153
+  // bytes.
   BinaryFile file;
   for (char i = 1; i <= 9; ++i) file.objects.push_back("\xAA"s + std::string(10, i));
   file.objects.emplace_back("\x50");
@@ -229,7 +230,8 @@ TEST(PropertyListBinary, SharedObjectsAreReadOnceAndCountedEachTime) {
   EXPECT_NE(refusalOf(file, limits).find("more than 3 values"), std::string::npos);
 }
 
-// With that limit of bytes the file is accepted; gives the refusal with one byte less.
+// Checks that the file is accepted with that limit of bytes, and returns the error for one byte
+// less.
 std::string refusalBelow(const BinaryFile& file, std::size_t bytes) {
   PropertyListLimits limits;
   limits.bytes = bytes;
@@ -249,7 +251,7 @@ TEST(PropertyListBinary, SharedTextAndDataCountTheirBytesEachTime) {
 }
 
 TEST(PropertyListBinary, SharedContainersAndKeysCountTheBytesThatTheyHold) {
-  // Ten times a dictionary with a key of 100 bytes and a text of 10.
+  // Ten references to a dictionary with a key of 100 bytes and a text of 10.
   const BinaryFile file{{"\xAA"s + std::string(10, '\1'), "\xD1\2\3"s,
                          "\x5F\x10\x64"s + std::string(100, 'k'), "\x5A"s + "0123456789"}};
   EXPECT_NE(refusalBelow(file, 1100).find("byte 18: more than 1099 bytes"), std::string::npos);
@@ -262,7 +264,7 @@ TEST(PropertyListBinary, SharedUtf16TextCountsItsBytesInTheFile) {
   EXPECT_NE(refusalBelow(file, 1200).find("more than 1199 bytes"), std::string::npos);
 }
 
-// 60 KB with 1.1 million values and texts of 60 GB together.
+// 60 KB with 1.1 million values and 60 GB of text in total.
 TEST(PropertyListBinary, AMillionSharedLongTextsAreRefused) {
   BinaryFile file;
   file.offsetWidth = 2;
@@ -305,7 +307,7 @@ TEST(PropertyListBinary, TheLimitOfDepthHoldsForSharedContainersToo) {
   };
   EXPECT_EQ(refusalOf(nested(512)), "accepted");
   EXPECT_NE(refusalOf(nested(513)).find("more than 512 deep"), std::string::npos);
-  // Object 0 holds the chain from 1 on twice: once at its own depth, once one level further down.
+  // Object 0 holds the chain from object 1 twice: directly, and one level deeper.
   nested(512);
   const int last = static_cast<int>(chain.objects.size());
   chain.objects[0] = "\xA2\0\1"s + static_cast<char>(last >> 8) + static_cast<char>(last);
@@ -357,7 +359,7 @@ TEST(PropertyListBinary, RefusesWidthsTooSmallForTheFile) {
 }
 
 TEST(PropertyListBinary, RefusesOffsetsThatCannotReachTheTable) {
-  // The table of offsets begins at byte 256, behind the highest offset of an object.
+  // The offset table begins at byte 256, after the highest offset of an object.
   EXPECT_EQ(refusalOf({{"\x4F\x11\x00\xF4"s + std::string(244, 'd')}}), "accepted");
   EXPECT_EQ(refusalOf({{"\x4F\x11\x00\xF5"s + std::string(245, 'd')}}),
             "byte 264: the width of offsets is too small for the file");

@@ -29,7 +29,7 @@ Value content(std::string_view text) {
   return read(document(text));
 }
 
-// What is said of a text that is refused.
+// Returns the error for a text that is refused.
 std::string xmlRefusal(std::string_view text, const PropertyListLimits& limits = {}) {
   const PropertyListResult result = readPropertyList(text, limits);
   EXPECT_EQ(result.value.isNone(), result.error.has_value());

@@ -15,12 +15,12 @@ using platform::MainQueue;
 
 constexpr std::int64_t millisecond = 1'000'000;
 
-// The deadline of a test that waits for something that comes.
+// A deadline for waits that are expected to succeed.
 std::int64_t farAway() {
   return machineNanoseconds() + 20'000 * millisecond;
 }
 
-// Runs the queue until the condition holds; gives how often it was looked at.
+// Runs the queue until the condition is true. Returns how often the condition was checked.
 int turnsUntil(MainQueue& queue, const std::function<bool()>& condition) {
   int turns = 0;
   const auto counted = [&] {

@@ -13,7 +13,7 @@ using namespace platform;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-// A page that presents pickers and writes down what they tell.
+// A page that presents pickers and records their events.
 class PickerPage : public UIViewController,
                    public UIColorPickerViewControllerDelegate,
                    public UIImagePickerControllerDelegate {

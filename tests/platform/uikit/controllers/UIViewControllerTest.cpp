@@ -12,7 +12,7 @@ using namespace platform;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-// A page that writes its life into a common list.
+// A page that records its life cycle in a shared list.
 class Page : public UIViewController {
  public:
   Page(std::string name, std::vector<std::string>& calls) : _name(std::move(name)), _calls(calls) {}

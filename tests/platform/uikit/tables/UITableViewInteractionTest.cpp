@@ -11,7 +11,7 @@ std::string text(IndexPath path) {
   return std::to_string(path.section) + "." + std::to_string(path.row);
 }
 
-// A page with an editing table, that writes down what it is told.
+// The data source and delegate of an editing table. Records its calls.
 class EditingSource : public TextSource {
  public:
   bool canEditRowAtIndexPath(const Table&, IndexPath path) override { return path.row != 2; }

@@ -61,7 +61,7 @@ TEST_F(UITableViewTest, ReloadingRecyclesToo) {
   EXPECT_EQ(table->subviews().size(), 1U) << "the cells of the other rows have left";
 }
 
-// So that a presenter sees the same cells in the same places.
+// A presenter then sees the same cells in the same places.
 TEST_F(UITableViewTest, ARowGetsItsCellBackWhenTheTableIsLoadedAgain) {
   source->sections = {{"a", "b", "c"}};
   table->reloadData();
@@ -206,7 +206,7 @@ TEST_F(UITableViewTest, ADataSourceThatGivesNoCellRaises) {
     EXPECT_EQ(exception.reason(),
               "UITableView failed to obtain a cell from its dataSource for row 1 of section 0");
   }
-  // One can go on with the other rows; the one without a cell says what is wrong.
+  // The other rows remain usable; the row without a cell has the reason.
   table->layoutIfNeeded();
   EXPECT_THAT(visibleTexts(), ElementsAre("a", "c"));
   EXPECT_TRUE(table->rowProblem({0, 1}).has_value());
