@@ -25,10 +25,10 @@ class SerialQueue {
 // Threads: any, unless a function says otherwise.
 class Scheduler : public RunLoop {
  public:
-  // Queues work for the main thread.
+  // Queues work for the main thread. Work runs in the order of the calls.
   virtual void asyncMain(Work work) = 0;
-  // Queues work for the main thread, to run after the given seconds. Work with equal times keeps
-  // its order.
+  // Queues work for the main thread, to run no sooner than the given seconds from now. Work with
+  // equal times keeps its order.
   virtual void mainAfter(double seconds, Work work) = 0;
   // Queues work for a global background queue with default priority. The order is not defined.
   virtual void asyncGlobal(Work work) = 0;
