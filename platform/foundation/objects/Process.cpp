@@ -27,7 +27,7 @@ Process::~Process() {
 Process& Process::current() {
   if (currentProcess == nullptr) {
     throw Exception(std::string(internalInconsistencyException),
-                    "this thread works for no process; a ProcessScope gives it one");
+                    "this thread has no current process (create a ProcessScope)");
   }
   return *currentProcess;
 }

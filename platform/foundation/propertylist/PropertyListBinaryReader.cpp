@@ -166,7 +166,7 @@ bool BinaryReader::checkTrailer(std::size_t at) {
   }
   if (_trailer.count == 0) return fail(at + 8, "the trailer counts no objects", "1 or more");
   if (_trailer.top >= _trailer.count) {
-    return fail(at + 16, "the trailer's top object is none of those that it counts",
+    return fail(at + 16, "the trailer's top object is out of range",
                 "0 to " + std::to_string(_trailer.count - 1));
   }
   if (_trailer.table <= magic.size() || _trailer.table >= at) {
@@ -262,7 +262,7 @@ bool BinaryReader::readObject(const Reference& reference, bool asKey) {
   const std::size_t object = reference.object;
   if (object >= _trailer.count) {
     return fail(reference.offset,
-                "a reference to object " + std::to_string(object) + ", which there is not",
+                "a reference to object " + std::to_string(object) + ", which does not exist",
                 "0 to " + std::to_string(_trailer.count - 1));
   }
   const std::uint32_t known = _knownIndex[object];
@@ -337,7 +337,7 @@ bool BinaryReader::readSize(Head& head) {
   const std::size_t width = std::size_t{1} << (byte & 0x0FU);
   if (byte >> 4U != static_cast<unsigned>(Marker::integer) || width > 8 ||
       _trailer.table - at <= width) {
-    return fail(at, "the size of an object is no integer that can be read",
+    return fail(at, "the size of an object is not a valid integer",
                 "an integer of 1, 2, 4 or 8 bytes");
   }
   head.count = number(_bytes, at + 1, width);
@@ -349,7 +349,7 @@ bool BinaryReader::checkExtent(const Head& head, std::size_t unit) {
   if (head.content <= _trailer.table && head.count <= (_trailer.table - head.content) / unit) {
     return true;
   }
-  return fail(head.offset, "an object reaches beyond the objects' end",
+  return fail(head.offset, "an object extends beyond the end of the objects",
               "an end at byte " + std::to_string(_trailer.table) + " at the latest");
 }
 

@@ -149,7 +149,7 @@ bool XmlReader::readOpening(const Tag& tag) {
   if (tag.closing) return readClosing(tag);
   if (tag.element == PlistElement::key) return readKey(tag);
   if (tag.element == PlistElement::plist) {
-    return fail(tag.offset, "<plist> stands only around the whole", acceptedHere());
+    return fail(tag.offset, "<plist> is allowed only around the root", acceptedHere());
   }
   if (_builder.expectsKey()) {
     return fail(tag.offset, "a value without a key: <" + std::string(nameOf(tag.element)) + ">",
@@ -164,7 +164,7 @@ bool XmlReader::readKey(const Tag& tag) {
   if (!_builder.expectsKey()) {
     return fail(tag.offset,
                 _builder.inDictionary() ? "a key without a value is followed by another"
-                                        : "<key> stands only in <dict>",
+                                        : "<key> is allowed only in <dict>",
                 acceptedHere());
   }
   if (tag.empty) {
@@ -183,7 +183,7 @@ bool XmlReader::readClosing(const Tag& tag) {
   if (_builder.depth() == 0 || tag.element != open) {
     const std::string found = "</" + std::string(nameOf(tag.element)) + ">";
     if (_builder.depth() == 0) {
-      return fail(tag.offset, found + " closes nothing", acceptedHere());
+      return fail(tag.offset, found + " has no start tag", acceptedHere());
     }
     const std::string expected = "</" + std::string(nameOf(open)) + ">";
     return fail(tag.offset, "expected " + expected + ", found " + found, acceptedHere());
@@ -201,7 +201,7 @@ bool XmlReader::readTrailer() {
   }
   if (!_cursor.skipMisc()) return false;
   if (_cursor.atEnd()) return true;
-  return fail(_cursor.offset(), "something follows the end of the property list",
+  return fail(_cursor.offset(), "unexpected content after the end of the property list",
               "the end of the text");
 }
 
@@ -275,7 +275,7 @@ bool XmlReader::readInteger() {
   constexpr std::string_view accepted =
       "decimal or 0x and hexadecimal digits with an optional sign, from -2^63 to 2^64-1";
   if (problem == number_text::IntegerProblem::malformed) {
-    return fail(start, "<integer> holds no integer", accepted);
+    return fail(start, "<integer> does not contain an integer", accepted);
   }
   if (problem == number_text::IntegerProblem::outOfRange) {
     return fail(start, "the integer is outside -2^63 to 2^64-1", accepted);
@@ -294,7 +294,7 @@ bool XmlReader::readReal() {
   if (!readContent(PlistElement::real, text)) return false;
   const auto number = number_text::parseReal(text);
   if (!number) {
-    return fail(start, "<real> holds no number",
+    return fail(start, "<real> does not contain a number",
                 "a decimal number, nan, inf or infinity with an optional sign");
   }
   _builder.push(*number);
@@ -306,7 +306,7 @@ bool XmlReader::readDate() {
   std::string_view text;
   if (!readContent(PlistElement::date, text)) return false;
   const auto seconds = number_text::parseDate(text);
-  if (!seconds) return fail(start, "<date> holds no date", "YYYY-MM-DDTHH:MM:SSZ");
+  if (!seconds) return fail(start, "<date> does not contain a date", "YYYY-MM-DDTHH:MM:SSZ");
   _builder.push(Date{*seconds});
   return _cursor.readEndTag<PlistElement::date>();
 }

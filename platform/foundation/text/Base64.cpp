@@ -152,7 +152,7 @@ class Scanner {
     const std::size_t length = alphabetRun(_text.substr(_offset), _path);
     if (length > 0) return passRun(length);
     if (_text[_offset] == '=') return passPad();
-    if (!isSpace(_text[_offset])) return refuse("only base64 text may stand in <data>");
+    if (!isSpace(_text[_offset])) return refuse("only base64 text is allowed in <data>");
     if (_gap.size() != 0 && _gap.matches(_text, _offset) && _lastGap == 0) {
       _lastGap = _offset;
       _offset += _gap.size();
@@ -164,7 +164,7 @@ class Scanner {
   }
 
   bool passRun(std::size_t length) noexcept {
-    if (_padding > 0) return refuse("base64 text goes on after its padding");
+    if (_padding > 0) return refuse("base64 text continues after its padding");
     _regular = _regular && _lastRun == 0 && _lastGap == 0;
     _lastRun = length;
     _last = _text[_offset + length - 1];
@@ -175,7 +175,7 @@ class Scanner {
 
   bool passPad() noexcept {
     if (_padding == 2 || (_characters + _padding) % 4 < 2) {
-      return refuse("'=' stands only at the end of base64 text, for what a group of four lacks");
+      return refuse("'=' is allowed only as padding at the end of base64 text");
     }
     _regular = _regular && _lastGap == 0;
     ++_padding;

@@ -14,7 +14,7 @@ constexpr int maximumScans = 64;
 
 void stopAfterManyScans(j_common_ptr common) {
   if (reinterpret_cast<j_decompress_ptr>(common)->input_scan_number > maximumScans) {
-    JpegErrors::leaveBecause(common, "it goes over the picture too often");
+    JpegErrors::leaveBecause(common, "it has too many scans");
   }
 }
 
@@ -89,7 +89,7 @@ DecodedPicture decodeJpegFile(std::span<const std::uint8_t> file, const ImageHea
   const bool swaps = header.orientation.swapsSides();
   if (reading.width() != (swaps ? header.height : header.width) ||
       reading.height() != (swaps ? header.width : header.height)) {
-    return {nullptr, "The JPEG cannot be read: its size is told twice."};
+    return {nullptr, "The JPEG cannot be read: it declares its size twice."};
   }
   OrientedRows rows(reading.width(), reading.height(), header.orientation,
                     OrientedRows::Order::oneAfterAnother);

@@ -124,11 +124,13 @@ class Batch {
 
 std::optional<std::string> TableModel::apply(const TableUpdates& updates) {
   for (const IndexPath path : updates.reloadedRows) {
-    if (row(path) == nullptr) return "attempt to reload " + describe(path) + ", which is not there";
+    if (row(path) == nullptr) {
+      return "attempt to reload " + describe(path) + ", which does not exist";
+    }
   }
   for (const std::int64_t index : updates.reloadedSections) {
     if (section(index) == nullptr) {
-      return "attempt to reload section " + std::to_string(index) + ", which is not there";
+      return "attempt to reload section " + std::to_string(index) + ", which does not exist";
     }
   }
   Batch batch(_sections, updates);

@@ -156,7 +156,7 @@ TEST(PropertyListBinary, OfDuplicateKeysTheLastWins) {
 }
 
 TEST(PropertyListBinary, RefusesLengthsBeyondTheObjects) {
-  const std::string what = "reaches beyond the objects' end";
+  const std::string what = "extends beyond the end of the objects";
   EXPECT_NE(refusalOf({{"\x53"s + "ab"}}).find(what), std::string::npos);
   EXPECT_NE(refusalOf({{"\x4F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s}}).find(what),
             std::string::npos);
@@ -183,18 +183,18 @@ TEST(PropertyListBinary, RefusesReferencesToNothing) {
 
 TEST(PropertyListBinary, ARefusalNamesTheByteOfTheCulprit) {
   EXPECT_EQ(refusalOf({{"\xA2\1\5"s, "\x09"s}}),
-            "byte 10: a reference to object 5, which there is not");
+            "byte 10: a reference to object 5, which does not exist");
   EXPECT_EQ(refusalOf({{"\xD1\1\7"s, "\x50"s}}),
-            "byte 10: a reference to object 7, which there is not");
+            "byte 10: a reference to object 7, which does not exist");
   EXPECT_EQ(refusalOf({{"\xA2\1\2"s, "\xA0"s, "\xD1\1\1"s}}),
             "byte 13: a key that is not a string");
   EXPECT_EQ(refusalOf({{"\xA1\1"s, "\xA1\0"s}}), "byte 8: a container that contains itself");
   EXPECT_EQ(refusalOf({{"\x33\x7F\xF8\0\0\0\0\0\0"s}}),
             "byte 8: a date that is not a finite number of seconds");
   EXPECT_EQ(refusalOf({{"\xA1\1"s, "\x53"s + "ab"}}),
-            "byte 10: an object reaches beyond the objects' end");
+            "byte 10: an object extends beyond the end of the objects");
   EXPECT_EQ(refusalOf({{"\xA1\1"s, "\x5F\x09"s}}),
-            "byte 11: the size of an object is no integer that can be read");
+            "byte 11: the size of an object is not a valid integer");
   EXPECT_EQ(refusalOf({{"\x61\xD8\x3D"s}}), "byte 9: an unpaired surrogate");
   EXPECT_EQ(refusalOf({{"\xA1\1"s, "\x71"s + "a"}}), "byte 10: an object of unknown type 113");
 }

@@ -156,7 +156,7 @@ TEST(PropertyListXmlWriter, RefusesWithTheKeyPathOfTheCulprit) {
   EXPECT_EQ(errorOf(Dictionary{{"a", "\xED\xB0\x80"}}),
             "a: text with the lone surrogate U+DC00, which a property list cannot hold");
   EXPECT_EQ(errorOf(Array{"\x01"}), "[0]: text with U+0001, which a property list cannot hold");
-  EXPECT_EQ(errorOf(Array{"\xFF"}), "[0]: bytes that are no UTF-8");
+  EXPECT_EQ(errorOf(Array{"\xFF"}), "[0]: bytes that are not UTF-8");
   EXPECT_EQ(errorOf(Dictionary{{"k\x02", 1}}),
             "k\x02: the key: text with U+0002, which a property list cannot hold");
   EXPECT_EQ(errorOf(Array{Date{std::nan("")}}), "[0]: a date that is not a number");
