@@ -149,7 +149,7 @@ TEST_F(DeviceProgramsTest, ASignalReachesWhatTheProgramHasStarted) {
     ASSERT_EQ(program->readAvailable(), "started\n");
     _programs.sendSignal(_programs.records().back().id, number);
     EXPECT_EQ(exitOf(*program), 128 + number);
-    EXPECT_TRUE(outputEnds(*program)) << "what it has started goes on";
+    EXPECT_TRUE(outputEnds(*program)) << "its own children keep running";
   }
 }
 
@@ -162,7 +162,7 @@ TEST_F(DeviceProgramsTest, KillAtEndReachesWhatTheProgramHasStarted) {
     ASSERT_TRUE(program);
     ASSERT_EQ(program->readAvailable(), "started\n");
   }
-  EXPECT_TRUE(outputEnds(*program)) << "what it has started goes on";
+  EXPECT_TRUE(outputEnds(*program)) << "its own children keep running";
 }
 
 TEST_F(DeviceProgramsTest, ChildrenGetTheStandardDescriptorsOnly) {

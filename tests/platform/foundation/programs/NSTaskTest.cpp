@@ -122,7 +122,7 @@ TEST_F(NSTaskTest, WhatArrivesAfterTheObserverIsGoneIsIgnored) {
   }
   ASSERT_EQ(::write(pipe->fileHandleForWriting()->fileDescriptor(), "x", 1), 1);
   EXPECT_NO_THROW(_test.scheduler().runMain());
-  EXPECT_EQ(textOf(pipe->fileHandleForReading()->availableData()), "x") << "nobody has read it";
+  EXPECT_EQ(textOf(pipe->fileHandleForReading()->availableData()), "x") << "it has not been read";
 }
 
 TEST_F(NSTaskTest, MainWorkGoesOnWhileTheTaskIsWaitedFor) {

@@ -66,7 +66,7 @@ TEST(MainQueue, RunUntilGivesUpAtItsDeadlineAfterASingleSleep) {
     return false;
   };
   EXPECT_FALSE(queue.runUntil(never, machineNanoseconds() + 50 * millisecond));
-  EXPECT_LE(turns, 3) << "before the sleep and after it, and where it ended a moment too early";
+  EXPECT_LE(turns, 3) << "before and after the sleep, and after an early wake-up";
 }
 
 TEST(MainQueue, ADescriptorEndsTheSleep) {

@@ -173,7 +173,7 @@ TYPED_TEST(SchedulerTest, RunMainUntilSleepsUntilThereIsSomethingToLookAt) {
     return false;
   };
   EXPECT_FALSE(this->_scheduler.runMainUntil(counted, 0.05));
-  EXPECT_LE(turns, 3) << "before the sleep and after it, and where it ended a moment too early";
+  EXPECT_LE(turns, 3) << "before and after the sleep, and after an early wake-up";
 }
 
 TYPED_TEST(SchedulerTest, TheWakerMakesRunMainUntilLookAgain) {

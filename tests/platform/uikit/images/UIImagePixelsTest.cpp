@@ -154,7 +154,7 @@ TEST_F(UIImagePixelsTest, ABoundedRepresentationTellsThatTheLimitIsPassed) {
   EXPECT_EQ(above.data, Data());
   EXPECT_EQ(UIImageJPEGRepresentation(image, 0.8, 100).outcome, EncodingOutcome::aboveLimit);
   EXPECT_EQ(UIImageJPEGRepresentation(image, 0.8, size).outcome, EncodingOutcome::done);
-  EXPECT_EQ(log(), "") << "that is no fault";
+  EXPECT_EQ(log(), "") << "this is not an error";
 }
 
 TEST_F(UIImagePixelsTest, TheCodecsAreAServiceOfTheProcess) {
@@ -264,7 +264,7 @@ TEST_F(ApplicationIconTest, TheCornerBeginsWithoutAJumpInCurvature) {
     const double round = radius - std::sqrt(radius * radius - reach * reach);
     EXPECT_LT(sag(rows), round / 2) << rows;
   }
-  EXPECT_GT(sag(120) / sag(60), 4.5) << "a round corner's edge goes with the square";
+  EXPECT_GT(sag(120) / sag(60), 4.5) << "a round corner has a ratio of 4";
 }
 
 // On the diagonal, the corner is as deep as a round corner of 0.225 sides.

@@ -47,7 +47,7 @@ TEST_F(UITableViewTest, ARecycledCellKeepsWhatNobodySetAnew) {
   const auto recycled = table->cellForRowAtIndexPath({0, 4});
   EXPECT_EQ(recycled->editingAccessoryView(), chevron);
   EXPECT_EQ(recycled->textLabel()->textColor()->systemName(), "systemRedColor");
-  EXPECT_EQ(recycled->textLabel()->text(), "e") << "what the page sets is set";
+  EXPECT_EQ(recycled->textLabel()->text(), "e") << "the setters take effect";
 }
 
 TEST_F(UITableViewTest, ReloadingRecyclesToo) {
@@ -122,7 +122,7 @@ TEST_F(UITableViewTest, ARowScrollsIntoSight) {
   table->layoutIfNeeded();
   EXPECT_THAT(visibleTexts(), ElementsAre("e", "f", "g", "h"));
   table->scrollToRowAtIndexPath({0, 5});
-  EXPECT_EQ(table->contentOffset(), (Point{0, 200})) << "it is in sight already";
+  EXPECT_EQ(table->contentOffset(), (Point{0, 200})) << "it is already visible";
   table->scrollToRowAtIndexPath({4, 4});
   EXPECT_EQ(table->contentOffset(), (Point{0, 200}));
 }
@@ -155,7 +155,7 @@ TEST_F(UITableViewTest, RowsAreFortyFourPointsHighUnlessTold) {
   EXPECT_EQ(table->heightOfRow({0, 0}), 60);
   source->rowHeight = 0;
   table->reloadData();
-  EXPECT_EQ(table->heightOfRow({0, 0}), 0) << "a row may be told to have no height";
+  EXPECT_EQ(table->heightOfRow({0, 0}), 0) << "a row may have a height of zero";
 }
 
 TEST_F(UITableViewTest, AnAutomaticRowGrowsWithItsText) {
@@ -267,7 +267,7 @@ TEST_F(UITableViewTest, ScrollingTellsTheDelegate) {
   table->setContentOffset({0, -0.5});
   table->setContentOffset({0, 0});
   EXPECT_THAT(delegate->offsets, ElementsAre(-0.5, 0));
-  EXPECT_EQ(table->heightOfRow({0, 0}), 44) << "a delegate of scroll views has no heights";
+  EXPECT_EQ(table->heightOfRow({0, 0}), 44) << "a scroll view delegate has no heights";
 }
 
 TEST_F(UITableViewTest, HeadersAndFootersTakeTheirTextsHeight) {

@@ -128,7 +128,7 @@ TEST_F(UIViewTest, AChangeIsCountedOnTheViewThatChanged) {
   EXPECT_LE(parent->lastChange(), seen);
   const std::uint64_t after = UIKitState::current().changeCount();
   child->setAlpha(0.5);
-  EXPECT_EQ(UIKitState::current().changeCount(), after) << "the same value is no change";
+  EXPECT_EQ(UIKitState::current().changeCount(), after) << "the same value is not a change";
 }
 
 TEST_F(UIViewTest, AChangeOfTheLayerIsAChangeOfTheView) {
