@@ -1,10 +1,10 @@
-// Measures what the user waits for on the appearance pages: a list of 24 colours that opens while
-// an image of 4 MiB is stored (each swatch reads the preference file anew), and the way of a photo
-// from the choice to the thumbnail, with the memory that it takes.
+// Measures the waiting times on the appearance pages: opening a list of 24 colours while an image
+// of 4 MiB is stored (each swatch reads the preference file again), and processing a photo from the
+// choice to the thumbnail, including its memory use.
 //
-//   zentrova-appearance-benchmark [FOLDER]   files are made in FOLDER (default: the current one)
+//   zentrova-appearance-benchmark [FOLDER]   writes its files to FOLDER (default: current)
 //
-// Exit status 1 where the list does not open within one frame (processor time, the middle one).
+// Exits with 1 if the list does not open within one frame (median processor time).
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -60,7 +60,7 @@ void check(bool holds, const char* what) {
   std::exit(1);
 }
 
-// A device with the product's lists and a window with an empty page, in a process of its own.
+// A device with the product's lists and a window with an empty page, in a separate process.
 class Device {
  public:
   explicit Device(const fs::path& folder)
@@ -92,7 +92,7 @@ class Device {
     _window->layoutIfNeeded();
     _scheduler->advance(1);
   }
-  // So high that all rows of a list are in sight, or as high as a phone.
+  // Large enough to show all rows of a list, or the size of a phone.
   void setScreenHeight(double points) const {
     _traits->screenHeight = points;
     _window->traitsDidChange();
@@ -144,7 +144,8 @@ class Device {
   std::shared_ptr<platform::UIWindow> _window;
 };
 
-// Seconds on the clock, and of a processor: what else the machine does is in the first only.
+// Elapsed time and processor time in seconds. Only the elapsed time includes other work of the
+// machine.
 struct Taken {
   double clock = 0;
   double processor = 0;
@@ -160,7 +161,7 @@ Taken operator-(const Taken& end, const Taken& start) {
   return {end.clock - start.clock, end.processor - start.processor};
 }
 
-// From the tap on "Colors for Both" to the page with its rows.
+// Measures from the tap on "Colors for Both" to the page with its rows.
 Taken openColors(const Device& device, std::size_t rowsInSight) {
   const Taken start = instant();
   const auto page = platform::make(&ZVRCustomizeColorListViewController::initWithStyle, 0);
@@ -197,7 +198,7 @@ void measureColors(const Device& device, const char* name, double screenHeight,
 
 // --- The background image ---
 
-// A photo as a camera makes it, as far as its encoding goes: soft shapes with noise on them.
+// Makes a photo that is as hard to encode as a camera's: soft shapes with noise.
 std::shared_ptr<UIImage> makePhoto(std::uint32_t width, std::uint32_t height) {
   platform::ImagePixels pixels{width, height, {}};
   pixels.rgba.resize(std::size_t{width} * height * 4, 255);
@@ -219,7 +220,7 @@ std::shared_ptr<UIImage> makePhoto(std::uint32_t width, std::uint32_t height) {
   return UIImage::imageWithData(*file);
 }
 
-// Resident memory in KB: what it is now, or the most it has been since it was last reset.
+// Returns the resident memory in KB: the current value, or the maximum since the last reset.
 long residentKilobytes(std::string_view name) {
   std::ifstream status("/proc/self/status");
   std::string line;
@@ -261,7 +262,7 @@ void measurePhoto(const fs::path& folder, std::uint32_t width, std::uint32_t hei
               static_cast<double>(residentKilobytes("VmHWM:") - before) / 1024.0);
 }
 
-// A child for each, so that the memory of one does not count for the other.
+// Uses a child process for each photo, so that their memory is measured separately.
 void measurePhotos(const fs::path& folder) {
   std::printf("\na photo from the choice to the thumbnail, and the peak memory beyond the photo\n");
   std::fflush(stdout);

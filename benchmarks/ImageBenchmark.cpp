@@ -1,6 +1,5 @@
-// Measures the picture codecs on photos of 12 and of 48 megapixels: what it takes to decode one, to
-// turn one upright, to find out that its PNG is larger than 4 MiB beside writing the whole file,
-// and to write a JPEG.
+// Measures the picture codecs on photos of 12 and 48 megapixels: decoding, rotating, detecting that
+// the PNG is larger than 4 MiB (compared with writing the whole file), and writing a JPEG.
 //
 //   zentrova-image-benchmark
 #include <algorithm>
@@ -34,7 +33,7 @@ struct Photo {
   std::uint32_t height;
 };
 
-// Soft forms with the grain of a sensor, the same at every run.
+// Makes soft shapes with the noise of a sensor, the same in every run.
 ImagePixels paint(const Photo& photo) {
   ImagePixels pixels{photo.width, photo.height, {}};
   pixels.rgba.resize(platform::bytesPerPixel * photo.width * photo.height);
@@ -56,8 +55,8 @@ ImagePixels paint(const Photo& photo) {
   return pixels;
 }
 
-// The same file as a camera that was held upright stores it: Exif data say that it lies on its
-// side.
+// Returns the file as stored by a camera that was held upright: its Exif data say that the picture
+// is rotated.
 File heldUpright(File file) {
   constexpr std::string_view exif(
       "\xFF\xE1\0\x1E"

@@ -1,8 +1,7 @@
-// Measures the page that chooses favourites with 10, 100, 1,000 and 10,000 installed modules: one
-// query of the available modules, and what the user does, each from the action to the new tree of
-// nodes that presenters get.
+// Measures the page of favourites with 10, 100, 1,000 and 10,000 installed modules: a query of the
+// available modules, and each user action until presenters have the new tree of nodes.
 //
-//   zentrova-modules-benchmark [FOLDER]   devices are made in FOLDER (default: the current one)
+//   zentrova-modules-benchmark [FOLDER]   writes devices to FOLDER (default: current)
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -46,7 +45,7 @@ std::string identifierOf(int number) {
   return "org.example.modules.number" + std::to_string(number);
 }
 
-// A new device with so many installed modules in place of its own.
+// A new device on which the given number of modules replaces the installed ones.
 class Device {
  public:
   Device(const fs::path& folder, int modules)
@@ -81,7 +80,7 @@ class Device {
   fs::path _root;
 };
 
-// The application, and the user in front of it.
+// The application and its user.
 class User {
  public:
   explicit User(const Device& device) {
@@ -105,7 +104,7 @@ class User {
     return row.id;
   }
   std::string table() { return TreeQuery(_application->tree()).table().id; }
-  // Ends with the tree that presenters get.
+  // Runs the action until presenters have the new tree.
   void act(const char* action, const std::string& node, json members = json::object()) {
     members["action"] = action;
     members["node"] = node;
@@ -118,7 +117,7 @@ class User {
   std::unique_ptr<Application> _application;
 };
 
-// Prepares, untimed, and runs, timed.
+// An action, with a preparation that is not measured.
 struct Act {
   std::string name;
   std::function<void()> prepare;
@@ -145,7 +144,7 @@ void measureQueries(User& user, int modules, int repetitions) {
       keep(user.application().process()->topPage()->valueForKey("nonGroupedIdentifiers"));
     });
   };
-  // A query in the same turn meets the answer that the stand-in of the repository still has.
+  // A query in the same turn of the main queue gets the cached answer of the repository's stand-in.
   const auto secondQuery = [&user](double& seconds) {
     user.application().runAtEdge("two queries", [&] {
       const auto page = user.application().process()->topPage();

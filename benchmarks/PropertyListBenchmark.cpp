@@ -1,5 +1,5 @@
-// Measures the reader and the writer of property lists beside their peers and beside what the
-// machine can do at all, on the same bytes in the same run, and prints the ratios.
+// Measures the property list reader and writer against their peers and the machine's limits, on
+// the same bytes in the same run, and prints the ratios.
 //
 //   zentrova-plist-benchmark            everything
 //   zentrova-plist-benchmark parse      only parse; write, binary, linear likewise
@@ -64,7 +64,7 @@ Value parseShared(const std::shared_ptr<const std::string>& text) {
   return std::move(result.value);
 }
 
-// A file of the sample and a buffer that is used again, for read(2).
+// A sample file and a reused buffer, for read(2).
 class SampleFile {
  public:
   explicit SampleFile(const std::string& bytes)
@@ -122,7 +122,7 @@ void measurePython(const Sample& sample, bool binary) {
   std::filesystem::remove(path);
 }
 
-// GNUstep as a further contender, where it is installed and takes the sample.
+// Adds GNUstep as a contender if it is installed and accepts the sample.
 void addGNUstepParse([[maybe_unused]] std::vector<Contender>& contenders,
                      [[maybe_unused]] const std::string& bytes) {
 #ifdef ZENTROVA_GNUSTEP

@@ -24,7 +24,7 @@ std::string word(std::mt19937& random, std::size_t length) {
   return text;
 }
 
-// Mostly colours, switches and numbers, as in a settings file.
+// Returns mostly colours, switches and numbers, like a settings file.
 Value setting(std::mt19937& random) {
   switch (random() % 6) {
     case 0:

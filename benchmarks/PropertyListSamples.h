@@ -6,7 +6,7 @@
 
 #include "platform/foundation/values/Collections.h"
 
-// The property lists that are measured, made from a seed, so that every run has the same.
+// The measured property lists. They are made from a seed and thus the same in every run.
 namespace benchmarks {
 
 struct Sample {
@@ -16,16 +16,16 @@ struct Sample {
   std::string binary;
 };
 
-// 60 keys as a settings file has them, about 4 KB.
+// 60 keys as in a settings file, about 4 KB.
 platform::Dictionary smallPreferences();
-// The same with one data value of 4 MiB.
+// The small preferences with an additional data value of 4 MiB.
 platform::Dictionary imagePreferences();
-// That many keys at the root.
+// The given number of keys at the root.
 platform::Dictionary widePreferences(std::size_t keys);
-// That many dictionaries in one another.
+// The given number of nested dictionaries.
 platform::Value deepPreferences(std::size_t levels);
 
-// small, image, wide (200,000 keys) and deep (500 levels) in both forms.
+// Returns small, image, wide (200,000 keys) and deep (500 levels) in both forms.
 std::vector<Sample> samples();
 
 }  // namespace benchmarks

@@ -19,8 +19,8 @@ inline std::string inUnits(double seconds) {
   return text;
 }
 
-// Prints one group: every contender's fastest and middle slice, and how many times the first
-// one's fastest it took.
+// Prints a group: the fastest and the median slice of every contender, and the ratio of its fastest
+// slice to that of the first contender.
 inline void report(std::string_view title, const std::vector<Contender>& contenders,
                    const std::vector<Timing>& timings) {
   std::printf("\n%.*s\n", static_cast<int>(title.size()), title.data());

@@ -1,8 +1,8 @@
-// Measures the store's cycle (load the preference file, set one boolean, write it so that it has
-// reached the disk, rename) beside the bare system calls on the same files in the same run; the
-// reading of a page of 24 colour swatches; and the memory that loading and saving take.
+// Measures the store's cycle (load the preference file, set one boolean, write and sync it, rename)
+// compared with bare system calls on the same files in the same run; reading a page of 24 colour
+// swatches; and the memory use of loading and saving.
 //
-//   zentrova-store-benchmark [FOLDER]   files are made in FOLDER (default: the current one)
+//   zentrova-store-benchmark [FOLDER]   writes its files to FOLDER (default: current)
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
@@ -35,7 +35,7 @@ void check(bool holds, const char* what) {
   std::exit(1);
 }
 
-// A device tree of the benchmark's own and a process that works in it.
+// A device tree for the benchmark and a process that works in it.
 class Tree {
  public:
   explicit Tree(const fs::path& folder)
@@ -57,7 +57,7 @@ class Tree {
   platform::ProcessScope _scope;
 };
 
-// What a page does at a tap.
+// The work of a page for a tap.
 void storeCycle(bool value) {
   auto loaded = platform::dictionaryWithContentsOfFile(devicePath);
   check(loaded.has_value(), "the file cannot be read");
@@ -67,7 +67,7 @@ void storeCycle(bool value) {
   check(platform::writeToFileAtomically(store, devicePath), "the file cannot be written");
 }
 
-// The least that any program does for it: read, write aside, fdatasync, rename.
+// The minimum that any program must do: read, write a temporary file, fdatasync, rename.
 void bareCycle(const std::string& path, std::string& buffer) {
   const int from = open(path.c_str(), O_RDONLY | O_CLOEXEC);
   struct stat status {};
@@ -106,7 +106,7 @@ void measureSwatches(const Tree& tree) {
             }}});
 }
 
-// Resident memory in KB: what it is now, or the most it has been since it was last reset.
+// Returns the resident memory in KB: the current value, or the maximum since the last reset.
 long residentMemory(const char* name) {
   std::ifstream status("/proc/self/status");
   std::string line;
@@ -116,7 +116,7 @@ long residentMemory(const char* name) {
   return 0;
 }
 
-// A child, so that what was measured before does not count.
+// Uses a child process, so that earlier measurements do not count.
 void reportMemory(const Tree& tree) {
   tree.put(platform::writeXmlPropertyList(imagePreferences()).bytes);
   std::printf("\npeak memory, image, load and save\n");

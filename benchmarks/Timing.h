@@ -13,21 +13,21 @@ inline double now() {
   return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-// What one contender took, in seconds a call.
+// The times of a contender, in seconds per call.
 struct Timing {
   double best = 0.0;
   double median = 0.0;
 };
 
-// Something that is measured beside others.
+// A function to measure.
 struct Contender {
   std::string name;
   std::function<void()> run;
 };
 
-// Runs the contenders in turns, so that what else the machine does meets all of them alike: in
-// each round every one for a slice of the time. `best` is the fastest slice, `median` the middle
-// one.
+// Runs the contenders alternately, so that other work of the machine affects all of them equally:
+// each round runs every contender for a slice of the time. `best` is the fastest slice, `median`
+// the median one.
 inline std::vector<Timing> race(const std::vector<Contender>& contenders, double secondsEach,
                                 std::size_t rounds = 15) {
   std::vector<std::vector<double>> slices(contenders.size());
@@ -53,7 +53,7 @@ inline std::vector<Timing> race(const std::vector<Contender>& contenders, double
   return timings;
 }
 
-// Keeps the compiler from leaving out what nobody looks at.
+// Prevents the compiler from removing unused results.
 template <class T>
 void keep(const T& value) {
   asm volatile("" : : "r,m"(&value) : "memory");

@@ -1,5 +1,5 @@
-// Any text is a colour. One that is no name of the system's has components from 0 to 1, is not
-// changed by a "#" in front, and is read back as it was from what it is written as.
+// Decodes any text as a colour. Unless it is the name of a system colour, its components are from 0
+// to 1, a leading "#" does not change it, and encoding and decoding it returns the same colour.
 #include <cstddef>
 #include <cstdint>
 #include <string>

@@ -6,7 +6,7 @@
 
 namespace fuzzing {
 
-// Ends the fuzzer with a finding.
+// Aborts the fuzzer with a message if the condition is false.
 inline void require(bool holds, const std::string& what) {
   if (holds) return;
   std::fprintf(stderr, "finding: %s\n", what.c_str());

@@ -1,5 +1,5 @@
-// Any bytes are a picture or are refused with a reason. A picture has the size that its header
-// promises, is written as a PNG that is read back the same, and as a JPEG of its size.
+// Decodes any bytes as a picture. They are refused with a reason, or the picture has the size in
+// its header, survives a round trip as PNG, and can be written as a JPEG of the same size.
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -14,7 +14,7 @@ using fuzzing::require;
 using platform::ImageCodecs;
 using platform::ImagePixels;
 
-// Larger ones would only cost time.
+// Larger pictures would only take longer.
 constexpr std::uint64_t mostPixels = 1U << 18U;
 
 void checkWritten(ImageCodecs& codecs, const ImagePixels& pixels) {

@@ -1,5 +1,5 @@
-// Any bytes behind the magic of the binary form: refused, or read within the limits; and what was
-// read is written in the binary form and read back as the same value.
+// Reads any bytes after the magic number of the binary form. They are refused, or read within the
+// limits and survive a round trip in the binary form.
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::string bytes(reinterpret_cast<const char*>(data), size);
   if (!bytes.starts_with("bplist00")) bytes.insert(0, "bplist00");
   platform::PropertyListLimits limits;
-  // Shared objects count each time, and comparing takes them each time.
+  // Shared objects count each time, and a comparison visits them each time.
   limits.objects = 10'000;
   limits.bytes = std::size_t{1} << 20U;
   const auto result = platform::readPropertyList(bytes, limits);

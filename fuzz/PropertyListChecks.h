@@ -7,7 +7,8 @@
 
 namespace fuzzing {
 
-// A refusal of a file of that many bytes says what is wrong, where, and what would be accepted.
+// Checks that an error for a file of that many bytes says what is wrong, where, and what is
+// accepted.
 inline void checkRefusal(const platform::PropertyListResult& result, std::size_t size) {
   require(result.value.isNone(), "a value beside an error");
   require(!result.error->reason.empty(), "an error without a reason");

@@ -1,4 +1,4 @@
-// What both we and Python's plistlib accept, both read as the same value.
+// If both our reader and Python's plistlib accept a list, both read the same value.
 #include <bit>
 #include <cmath>
 #include <cstddef>
@@ -38,7 +38,7 @@ void appendReal(std::string& out, double value) {
   out += text;
 }
 
-// The form that python_peer.py describes.
+// Appends the form that python_peer.py describes.
 void appendCanonical(std::string& out, const Value& value) {
   switch (value.kind()) {
     case ValueKind::boolean:
@@ -105,7 +105,7 @@ bool holdsBinaryDate(const Value& value) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static fuzzing::PythonPeer peer;
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-  // plistlib makes line feeds of carriage returns in XML; the platform keeps them.
+  // In XML, plistlib converts carriage returns to line feeds; the platform keeps them.
   const bool binary = bytes.starts_with("bplist");
   if (!binary && bytes.find('\r') != std::string_view::npos) return 0;
   platform::PropertyListLimits limits;

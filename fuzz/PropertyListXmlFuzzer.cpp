@@ -1,5 +1,5 @@
-// Any bytes: refused with a place, or read; and what was read is written, read back as the same
-// value and written as the same bytes, whether or not the data in it was decoded between.
+// Reads any bytes as XML. They are refused with a position, or survive a round trip: the same value
+// and the same bytes, whether or not the data was decoded in between.
 #include <cstddef>
 #include <cstdint>
 #include <memory>

@@ -38,7 +38,7 @@ PythonPeer::PythonPeer() {
 }
 
 PythonPeer::~PythonPeer() {
-  close(_requests);  // the peer ends when its input does
+  close(_requests);  // the peer exits at the end of its input
   close(_answers);
   waitpid(_process, nullptr, 0);
 }
@@ -54,7 +54,7 @@ void PythonPeer::send(const void* from, std::size_t size) const {
   }
 }
 
-// The fuzzer's own timer interrupts calls.
+// The fuzzer's timer interrupts calls.
 void PythonPeer::receive(void* to, std::size_t size) const {
   char* next = static_cast<char*>(to);
   while (size > 0) {

@@ -6,7 +6,7 @@
 
 namespace fuzzing {
 
-// A Python process that reads property lists with plistlib, one after another. It ends with this.
+// A Python process that reads property lists with plistlib, one at a time. Ends with this object.
 class PythonPeer {
  public:
   PythonPeer();
@@ -14,7 +14,7 @@ class PythonPeer {
   PythonPeer(const PythonPeer&) = delete;
   PythonPeer& operator=(const PythonPeer&) = delete;
 
-  // The value in the form that python_peer.py describes; empty where plistlib refuses.
+  // Returns the value in the form that python_peer.py describes; empty if plistlib refuses it.
   std::string read(std::string_view bytes);
 
  private:

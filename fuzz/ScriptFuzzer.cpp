@@ -1,5 +1,5 @@
-// Any bytes as a script, on a device without a bundle: a script with a bad line is refused whole,
-// with the line and what is allowed, and one that is understood is played to its end.
+// Plays any bytes as a script, on a device without a bundle. A script with an invalid line is
+// refused as a whole, with the line and what is allowed; a valid one is played to its end.
 #include <cstddef>
 #include <cstdint>
 #include <memory>

@@ -1,6 +1,6 @@
-// Any bytes as the specifier list of a page: the page is shown, every row comes into sight and is
-// tapped. A list that is damaged gives a page that says so, a row that has something wrong a row
-// that does; what a row's value or action does may raise the platform's exceptions, nothing else.
+// Uses any bytes as the specifier list of a page. The page is shown, and every row is scrolled to
+// and tapped. A damaged list results in a page with an error, an invalid row in a row with an
+// error. Values and actions of rows may raise platform exceptions only.
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -42,7 +42,7 @@ class ListPage : public platform::PSListController {
   }
 };
 
-// A process of the Settings application that has nothing but this page.
+// A process of the Settings application with only this page.
 class Device {
  public:
   explicit Device(const std::string& root) : _scope(_process) {
@@ -82,7 +82,7 @@ class Device {
       table.userTapRow(path);
       _navigation->view()->layoutIfNeeded();
     } catch (const platform::Exception&) {
-      // The application shows it as a crash report.
+      // The application shows this as a crash report.
     }
     while (_navigation->topViewController() != _page) _navigation->popViewControllerAnimated(false);
   }

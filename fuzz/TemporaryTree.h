@@ -8,7 +8,7 @@
 
 namespace fuzzing {
 
-// A folder that stands for "/" of a device, as long as the fuzzer runs.
+// A folder that serves as "/" of a device while the fuzzer runs.
 class TemporaryTree {
  public:
   TemporaryTree()
@@ -23,16 +23,16 @@ class TemporaryTree {
   TemporaryTree(const TemporaryTree&) = delete;
   TemporaryTree& operator=(const TemporaryTree&) = delete;
 
-  // On this machine.
+  // The path on this machine.
   std::string root() const { return _root.string(); }
 
-  // Writes a file, with the folders above it. The path is the device's.
+  // Writes a file and creates missing folders. The path is a device path.
   void write(const std::string& path, std::string_view bytes) const {
     const std::filesystem::path file = _root.string() + path;
     std::filesystem::create_directories(file.parent_path());
     std::ofstream(file, std::ios::binary) << bytes;
   }
-  // Removes all that is in the tree.
+  // Removes everything in the tree.
   void clear() const {
     std::error_code ignored;
     std::filesystem::remove_all(_root, ignored);

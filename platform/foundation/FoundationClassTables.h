@@ -1,11 +1,11 @@
 #pragma once
 
-// The parts of registerFoundationClasses that have files of their own.
+// Parts of registerFoundationClasses, each in its own file.
 namespace platform {
 
 class ClassRegistry;
 
-// Addresses, requests, responses, errors and tasks of the URL session.
+// Registers the addresses, requests, responses, errors and tasks of the URL session.
 void registerURLClasses(ClassRegistry& registry);
 
 }  // namespace platform

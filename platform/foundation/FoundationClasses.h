@@ -4,8 +4,8 @@ namespace platform {
 
 class ClassRegistry;
 
-// Adds the classes of this folder that are looked up by name (NSMutableDictionary,
-// NSNotificationCenter, NSTask, NSPipe, NSFileHandle). NSObject is in every registry.
+// Registers the classes of this folder that are looked up by name (NSMutableDictionary,
+// NSNotificationCenter, NSTask, NSPipe, NSFileHandle). Every registry already has NSObject.
 void registerFoundationClasses(ClassRegistry& classes);
 
 }  // namespace platform

@@ -4,7 +4,7 @@ namespace platform {
 
 class ClassRegistry;
 
-// The parts of registerUIKitClasses, in the order of their bases.
+// Parts of registerUIKitClasses. Each registers base classes before the classes derived from them.
 void registerValueClasses(ClassRegistry& registry);
 void registerViewClasses(ClassRegistry& registry);
 void registerControlClasses(ClassRegistry& registry);

@@ -75,7 +75,7 @@ int FaultySystemCalls::openat2(int folder, const char* path, int flags, std::uin
   return strikes("openat2") ? -1 : SystemCalls::openat2(folder, path, flags, resolve);
 }
 
-// The descriptor is closed even where the call is to fail, as the kernel does.
+// Closes the descriptor even if the call must fail, like the kernel.
 int FaultySystemCalls::close(int descriptor) {
   const bool fails = strikes("close");
   const int error = errno;

@@ -10,22 +10,21 @@
 
 namespace test_support {
 
-// System calls that fail where the test says so, and count themselves. Kinds are the names of the
-// calls: "openat", "openat2", "read", "writev", "fdatasync", "fsync", "renameat", ...
-// Threads: any.
+// System calls that fail when the test asks for it. Counts all calls. Kinds are the names of the
+// calls: "openat", "openat2", "read", "writev", "fdatasync", "fsync", "renameat", ... Threads: any.
 class FaultySystemCalls final : public platform::SystemCalls {
  public:
   static constexpr std::size_t always = 0;
 
-  // Lets the nth call of the kind from now on fail (the first is 1), or every one.
+  // Makes the nth next call of the kind fail (1 is the next one), or every call.
   void fail(const std::string& kind, int errorNumber, std::size_t nth = 1);
-  // Lets the nth call of any kind but "close" from now on fail.
+  // Makes the nth next call of any kind except "close" fail.
   void failNthCall(std::size_t nth, int errorNumber);
-  // Reads and writes no more than so many bytes in one call; 0: as many as asked for.
+  // Limits the bytes that one call reads or writes; 0 for no limit.
   void limitTransfer(std::size_t bytes);
   void clear();
 
-  // The calls since the last clearCalls, by kind, and in their order.
+  // The calls since the last clearCalls, by kind and in order.
   std::size_t count(const std::string& kind) const;
   std::vector<std::string> calls() const;
   void clearCalls();
@@ -51,9 +50,9 @@ class FaultySystemCalls final : public platform::SystemCalls {
  private:
   struct Fault {
     int error;
-    std::size_t remaining;  // calls until it strikes; `always` for every one
+    std::size_t remaining;  // calls until the failure; `always` for every call
   };
-  // Counts the call; true, with errno, where it is to fail.
+  // Counts the call. Returns true and sets errno if it must fail.
   bool strikes(const char* kind);
   std::size_t transferLimit() const;
 

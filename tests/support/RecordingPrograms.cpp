@@ -10,7 +10,7 @@ namespace {
 
 constexpr int firstProcessIdentifier = 1000;
 
-// A program that has ended already; what it printed waits in a pipe.
+// A program that has already ended. Its output is in a pipe.
 class EndedProgram final : public platform::RunningProgram {
  public:
   EndedProgram(int processIdentifier, int exitStatus, int output)

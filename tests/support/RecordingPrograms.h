@@ -11,13 +11,13 @@
 
 namespace test_support {
 
-// Starts nothing: records what would be started and lets it end at once, as the test says.
+// Records programs instead of starting them. They end at once with the configured result.
 class RecordingPrograms final : public platform::Programs {
  public:
-  // What the program of that path prints (at most 64 KiB) and exits with; without this it prints
-  // nothing and exits with 0.
+  // Sets the output (at most 64 KiB) and exit status of the program with that path. By default, a
+  // program prints nothing and exits with 0.
   void answer(std::string_view path, std::string output, int exitStatus = 0);
-  // Lets the start of that program fail.
+  // Makes the start of that program fail.
   void failToStart(std::string_view path, int errorNumber);
 
   std::shared_ptr<platform::RunningProgram> start(const platform::ProgramRequest& request) override;

@@ -7,7 +7,7 @@
 
 namespace test_support {
 
-// A window in sight over that controller, laid out, so that rows in sight have their cells.
+// Returns a visible window with the controller. It is laid out, so visible rows have their cells.
 inline std::shared_ptr<platform::UIWindow> showInWindow(
     const std::shared_ptr<platform::UIViewController>& root) {
   auto window = platform::make<platform::UIWindow>();

@@ -5,7 +5,7 @@
 
 namespace test_support {
 
-// PNG files of red pixels in one row.
+// PNG files with one row of red pixels.
 inline std::string onePixelPicture() {
   constexpr std::array<unsigned char, 70> bytes{
       0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a, 0x00, 0x00, 0x00, 0x0d, 0x49, 0x48,

@@ -27,7 +27,7 @@ void expectDone(const platform::FileError& error) {
   EXPECT_EQ(error.code, 0) << error.message;
 }
 
-// Removes what a test may have made unreadable as well.
+// Also removes items that a test has made unreadable.
 void removeAll(const std::string& root) {
   namespace fs = std::filesystem;
   std::error_code ignored;

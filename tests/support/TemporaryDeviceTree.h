@@ -6,11 +6,11 @@
 
 namespace test_support {
 
-// A folder of its own under TMPDIR that stands for "/" of a device; removed with all in it at the
-// end. The preference folder "/var/jb/var/mobile/Library/Preferences" exists where `prepared`;
-// there "/var/jb" is a link to "/private/preboot/jb", as on a device.
+// A new folder under TMPDIR that serves as "/" of a device; removed with its contents on
+// destruction. If `prepared`, the preference folder "/var/jb/var/mobile/Library/Preferences" exists
+// and "/var/jb" is a link to "/private/preboot/jb", as on a device.
 //
-// The functions take paths as on the device and follow its links inside the tree.
+// The functions take device paths and follow links inside the tree.
 class TemporaryDeviceTree {
  public:
   enum class Contents { prepared, empty };
@@ -19,16 +19,16 @@ class TemporaryDeviceTree {
   TemporaryDeviceTree(const TemporaryDeviceTree&) = delete;
   TemporaryDeviceTree& operator=(const TemporaryDeviceTree&) = delete;
 
-  // The folder on this machine, without a slash at the end.
+  // The folder on this machine, without a trailing slash.
   const std::string& root() const { return _root; }
-  // The path on this machine; links of the tree are not resolved.
+  // The path on this machine. Does not resolve links of the tree.
   std::string rawHostPath(std::string_view path) const;
 
-  // Writes a file, with the folders above it. Fails the test where that is not possible.
+  // Writes a file and creates missing folders. Fails the test on error.
   void write(std::string_view path, std::string_view text) const;
-  // A shell script that can be run as a program; the first line is added.
+  // Writes an executable shell script. The first line is added.
   void writeProgram(std::string_view path, std::string_view script) const;
-  // Empty where there is no such file.
+  // Empty if the file does not exist.
   std::optional<std::string> read(std::string_view path) const;
   bool exists(std::string_view path) const;
   void makeFolder(std::string_view path) const;

@@ -18,10 +18,10 @@
 
 namespace test_support {
 
-// A process of the test's own, the current one as long as this lives: a temporary device tree, a
-// clock that stands still, files that can be made to fail, a log in memory, device traits, and a
-// stand-in that records the programs that are started (or, where the test asks for it, one that
-// starts the programs of the tree). The foundation's classes are registered.
+// A process for one test, the current process as long as this object exists. It has a temporary
+// device tree, a clock that stands still, files that can be made to fail, a log in memory, device
+// traits, and a stand-in that records started programs (or, on request, starts the programs of the
+// tree). The foundation's classes are registered.
 class TestProcess {
  public:
   enum class RunPrograms { recorded, real };
@@ -34,17 +34,17 @@ class TestProcess {
   platform::ClassRegistry& classes() { return _process.classes(); }
   TemporaryDeviceTree& tree() { return _tree; }
   platform::VirtualScheduler& scheduler() { return *_scheduler; }
-  // The service FileSystem: observed, over the temporary tree.
+  // The FileSystem service: observed, over the temporary tree.
   platform::ObservedFileSystem& files() { return *_files; }
   platform::DeviceFileSystem& deviceFiles() { return *_deviceFiles; }
   FaultySystemCalls& systemCalls() { return *_systemCalls; }
   platform::MemoryLog& log() { return *_log; }
   platform::DeviceTraits& traits() { return *_traits; }
   platform::Programs& programs() { return _process.service<platform::Programs>(); }
-  // The stand-in; the test must not have asked for real programs.
+  // The stand-in. The test must not have requested real programs.
   RecordingPrograms& recordedPrograms();
 
-  // The main file of the settings.
+  // The main settings file.
   static constexpr std::string_view preferencePath =
       "/var/jb/var/mobile/Library/Preferences/com.hollowmere.zentrovaprefs.plist";
 

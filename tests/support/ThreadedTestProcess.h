@@ -8,8 +8,8 @@
 
 namespace test_support {
 
-// A TestProcess with the clock of the machine and real threads, for tests in which threads meet.
-// The thread that makes it is the main thread.
+// A TestProcess with the machine's clock and real threads, for tests with several threads. The
+// thread that makes it is the main thread.
 class ThreadedTestProcess {
  public:
   ThreadedTestProcess()
@@ -17,10 +17,10 @@ class ThreadedTestProcess {
     _base.process().provide<platform::Scheduler>(_scheduler);
   }
 
-  // Everything but the clock.
+  // Everything except the clock.
   TestProcess& base() { return _base; }
   platform::ThreadedScheduler& scheduler() { return *_scheduler; }
-  // Runs main work until the condition holds; false where that takes far too long.
+  // Runs main work until the condition is true. Returns false after a long timeout.
   bool settles(const std::function<bool()>& condition) {
     constexpr double patienceSeconds = 20;
     return _scheduler->runMainUntil(condition, patienceSeconds);

@@ -13,7 +13,7 @@ constexpr int attemptsForName = 100;
 constexpr mode_t modeOfNewFiles = 0644;
 constexpr std::size_t piecesAtOnce = 64;
 
-// What is still to be written: the pieces from a place in one of them on.
+// The data that is not written yet.
 class Remaining {
  public:
   explicit Remaining(std::span<const std::string_view> pieces) : _pieces(pieces) { skip(0); }
@@ -42,7 +42,7 @@ class Remaining {
   std::size_t _offset = 0;
 };
 
-// Repeats a call that a signal interrupted; 0 or an errno value.
+// Retries a call that was interrupted by a signal. Returns 0 or an errno value.
 template <class Call>
 int untilNotInterrupted(Call call) {
   while (call() != 0) {
@@ -84,7 +84,7 @@ int AtomicWrite::openTemporary(const std::function<std::string()>& nextName) {
 
 int AtomicWrite::fill(std::span<const std::string_view> pieces) {
   if (const int error = writeAll(pieces); error != 0) return error;
-  // The umask may have taken bits away that the old version has.
+  // The umask may have removed bits that the old version has.
   if (_mode && _calls.fchmod(_file.number(), *_mode) != 0) return errno;
   return untilNotInterrupted([this] { return _calls.fdatasync(_file.number()); });
 }
@@ -97,7 +97,7 @@ int AtomicWrite::writeAll(std::span<const std::string_view> pieces) {
     const ssize_t written = _calls.writev(_file.number(), vectors.data(), count);
     if (written < 0 && errno == EINTR) continue;
     if (written < 0) return errno;
-    // A disk that takes nothing and names no reason must not keep us here for ever.
+    // Do not loop forever on a disk that accepts nothing and reports no error.
     if (written == 0) return EIO;
     remaining.skip(static_cast<std::size_t>(written));
   }
@@ -113,13 +113,13 @@ int AtomicWrite::moveIntoPlace() {
   }
   if (!_isNew) return 0;
   const int error = untilNotInterrupted([this] { return _calls.fsync(_folderEntry.number()); });
-  // There are file systems that cannot be asked to write a folder.
+  // Some file systems do not support fsync on a folder.
   if (error == 0 || error == EINVAL) return 0;
   withdrawNewFile();
   return error;
 }
 
-// Takes the new file away again, unless somebody has replaced it meanwhile.
+// Removes the new file, unless it has been replaced in the meantime.
 void AtomicWrite::withdrawNewFile() {
   struct stat ours {};
   struct stat there {};

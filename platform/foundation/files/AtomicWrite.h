@@ -11,18 +11,18 @@
 
 namespace platform {
 
-// Replaces one file by a new version, whole or not at all: a temporary file in the same folder is
-// written, reaches the disk, and takes the place of the old one.
+// Replaces a file with a new version atomically: writes a temporary file in the same folder, syncs
+// it to disk and renames it over the old file.
 class AtomicWrite {
  public:
-  // The new version's permission bits; empty: 0644 less the umask. `isNew` where there is no file
-  // of that name yet, so that the folder's entry has to reach the disk too.
+  // `mode` is the permission bits of the new version; if empty, 0644 minus the umask. `isNew` means
+  // that the file does not exist yet, so the folder's entry must be synced too.
   AtomicWrite(SystemCalls& calls, const FolderAndName& target, std::optional<mode_t> mode,
               bool isNew)
       : _calls(calls), _target(target), _mode(mode), _isNew(isNew) {}
 
-  // 0 or an errno value; in that case everything is as it was before. `nextName` gives a name for
-  // the temporary file, another one each time.
+  // Returns 0, or an errno value if nothing was changed. `nextName` returns a name for the
+  // temporary file, a different one on each call.
   int run(std::span<const std::string_view> pieces, const std::function<std::string()>& nextName);
 
  private:

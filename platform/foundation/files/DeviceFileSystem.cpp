@@ -41,8 +41,9 @@ FileType typeOf(mode_t mode) {
   return S_ISLNK(mode) ? FileType::symbolicLink : FileType::other;
 }
 
-// Reads until the buffer is full or the file ends. -1 with errno, or the number of bytes.
-// `enough` bytes together with a short answer are the end, without another call.
+// Reads until the buffer is full or the file ends. Returns the number of bytes, or -1 with errno
+// set. If exactly `enough` bytes are read, a partial read counts as the end of the file, which
+// saves a call.
 ssize_t readInto(SystemCalls& calls, int file, char* buffer, std::size_t capacity,
                  std::size_t enough) {
   std::size_t total = 0;
@@ -61,7 +62,7 @@ std::uint64_t randomNumber() {
   return (static_cast<std::uint64_t>(device()) << 32U) | device();
 }
 
-// Compares what is read with the pieces, as far as they go.
+// Compares data with the pieces, chunk by chunk.
 class PieceComparison {
  public:
   explicit PieceComparison(std::span<const std::string_view> pieces) : _pieces(pieces) {}
@@ -97,7 +98,7 @@ DeviceFileSystem::DeviceFileSystem(const std::string& rootHostPath,
 DeviceFileSystem::~DeviceFileSystem() = default;
 
 Descriptor DeviceFileSystem::openToRead(std::string_view path, struct stat& status) {
-  // Without O_NONBLOCK a pipe without a writer would keep us waiting.
+  // Without O_NONBLOCK, a pipe without a writer would block.
   Descriptor file = _paths.open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
   if (!file || _calls->fstat(file.number(), &status) != 0) return {};
   if (S_ISREG(status.st_mode)) return file;
@@ -111,7 +112,7 @@ FileContents DeviceFileSystem::read(std::string_view path, std::uint64_t limit) 
   if (!file) return {{}, failure("read", path, errno)};
   const auto size = static_cast<std::uint64_t>(status.st_size);
   if (size > limit) return {{}, tooLarge(path, limit)};
-  // One byte more than there should be shows a file that has grown meanwhile.
+  // One extra byte shows whether the file has grown in the meantime.
   const std::size_t capacity = static_cast<std::size_t>(size) + 1;
   std::shared_ptr<char[]> buffer(new (std::nothrow) char[capacity]);
   if (!buffer) return {{}, failure("read", path, ENOMEM)};
@@ -148,7 +149,7 @@ std::string DeviceFileSystem::temporaryName() {
   std::string name(temporaryPrefix);
   {
     const std::lock_guard lock(_writerMutex);
-    // A child that was forked off is another writer.
+    // A forked child is a different writer.
     if (const int process = ::getpid(); process != _writerProcess) {
       _writerProcess = process;
       _writer = currentWriter();
@@ -186,7 +187,7 @@ int DeviceFileSystem::inspectTarget(const FolderAndName& target, std::string_vie
   }
   if (S_ISDIR(status.st_mode)) return EISDIR;
   if (S_ISLNK(status.st_mode)) {
-    // A link has no permissions of its own: what it leads to says who may read the content.
+    // A link has no permissions. Its target determines who may read the content.
     const Descriptor leadsTo = _paths.open(path, O_PATH);
     if (!leadsTo || _calls->fstat(leadsTo.number(), &status) != 0) return 0;
   }
@@ -239,7 +240,7 @@ std::optional<std::vector<std::string>> DeviceFileSystem::contentsOfDirectory(
   return names;
 }
 
-// 0 where the folder is there in the end, else an errno value.
+// Returns 0 if the folder exists afterwards, otherwise an errno value.
 int DeviceFileSystem::ensureFolder(std::string_view path) {
   if (_paths.open(path, O_PATH | O_DIRECTORY)) return 0;
   if (errno != ENOENT) return errno;
@@ -247,7 +248,7 @@ int DeviceFileSystem::ensureFolder(std::string_view path) {
   if (!item) return errno;
   const int made = _calls->mkdirat(item->folder.number(), item->name.c_str(), modeOfNewFolders);
   const int error = made == 0 ? 0 : errno;
-  // Somebody else may have been faster.
+  // Another writer may have created it first.
   return error == EEXIST && _paths.open(path, O_PATH | O_DIRECTORY) ? 0 : error;
 }
 

@@ -17,11 +17,11 @@
 
 namespace platform {
 
-// The files of a device tree: a folder of this machine that stands for "/". Nothing outside it is
-// reached, whatever links and ".." a path has, unless the folder is the machine's own "/".
+// The files of a device tree: a folder of this machine that serves as "/". Links and ".." never
+// lead outside of it, unless the folder is the machine's own "/".
 class DeviceFileSystem final : public FileSystem {
  public:
-  // A root that cannot be opened makes every operation fail with the reason.
+  // If the root cannot be opened, every operation fails with the reason.
   explicit DeviceFileSystem(const std::string& rootHostPath,
                             std::shared_ptr<SystemCalls> calls = std::make_shared<SystemCalls>(),
                             PathResolution resolution = PathResolution::automatic);
@@ -45,18 +45,18 @@ class DeviceFileSystem final : public FileSystem {
   FileError setMode(std::string_view path, std::uint32_t mode) override;
   std::optional<std::string> hostPath(std::string_view path) override;
 
-  // Removes the temporary files in a folder whose writers were ended in the middle of a write.
-  // Those of writers that live are left alone. The result is how many were removed.
+  // Removes temporary files that were left in a folder by writers that died during a write. Keeps
+  // the files of running writers. Returns the number of removed files.
   std::size_t removeStaleTemporaries(std::string_view folder);
 
-  // What the names of temporary files begin with.
+  // The prefix of the names of temporary files.
   static constexpr std::string_view temporaryPrefix = ".zentrova-write-";
 
  private:
-  // Only a regular file; -1 with errno otherwise.
+  // Opens regular files only. Returns -1 with errno set on failure.
   Descriptor openToRead(std::string_view path, struct stat& status);
-  // The permission bits that a new version of the item takes over, empty where it takes those of
-  // a new file; 0 or an errno value where the item cannot be replaced.
+  // Reads the permission bits that a new version of the item keeps; empty if it gets those of a new
+  // file. Returns 0, or an errno value if the item cannot be replaced.
   int inspectTarget(const FolderAndName& target, std::string_view path, std::optional<mode_t>& mode,
                     bool& isNew);
   std::string temporaryName();

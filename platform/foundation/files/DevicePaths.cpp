@@ -10,7 +10,7 @@ namespace platform {
 
 namespace {
 
-// As many links as the kernel follows in one path.
+// The kernel's limit for links in one path.
 constexpr int maximumLinks = 40;
 constexpr int folderFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
 
@@ -30,7 +30,7 @@ std::string_view withoutTrailingSlashes(std::string_view path) {
   return path;
 }
 
-// 0 for a path that can name something, else an errno value.
+// Returns 0 for a valid path, otherwise an errno value.
 int problemOf(std::string_view path) {
   if (path.empty()) return ENOENT;
   if (path.find('\0') != std::string_view::npos) return EINVAL;
@@ -61,14 +61,14 @@ void Descriptor::reset() noexcept {
   errno = error;
 }
 
-// One walk through the tree, a step at a time. The folders above the current one stay open, so
-// that ".." leads back where the walk came from and never above the root.
+// Walks through the tree step by step. Keeps the parent folders open, so that ".." returns to the
+// folder that the walk came from and never leaves the root.
 class DevicePaths::Walk {
  public:
   Walk(SystemCalls& calls, int root) : _calls(calls), _root(root) {}
 
-  // Goes to the folder that the last step is in. False with errno where that cannot be done;
-  // then `remaining` holds the steps that were not taken, the one that failed first.
+  // Goes to the folder that contains the last step. On failure, returns false with errno set, and
+  // `remaining` returns the steps that were not taken, starting with the failed one.
   bool go(std::string_view path, bool followLast);
 
   int folder() const { return _folders.empty() ? _root : _folders.back().number(); }
@@ -88,7 +88,7 @@ class DevicePaths::Walk {
   int _root;
   std::vector<Descriptor> _folders;
   std::vector<std::string> _names;
-  std::vector<std::string> _steps;  // still to take, the next one at the back
+  std::vector<std::string> _steps;  // not taken yet, the next one at the back
   std::string _last;
   int _links = 0;
 };
@@ -114,7 +114,7 @@ bool DevicePaths::Walk::takeStep(bool followLast) {
     const auto target = targetOf(step);
     if (target) return expand(*target);
     const bool isNoLink = errno == EINVAL;
-    // The last step need not exist.
+    // The last step may be missing.
     if (!isNoLink && !(isLast && errno == ENOENT)) return false;
     if (!isLast) return enter(step);
   }
@@ -182,7 +182,7 @@ DevicePaths::~DevicePaths() = default;
 Descriptor DevicePaths::openByKernel(const std::string& path, int flags) {
   constexpr int attempts = 8;
   int number = -1;
-  // Somebody who renames folders at the same time makes the kernel ask for another attempt.
+  // The kernel asks for a retry if folders are renamed at the same time.
   for (int attempt = 0; attempt < attempts; ++attempt) {
     number = _calls->openat2(_root.number(), path.c_str(), flags | O_CLOEXEC, RESOLVE_IN_ROOT);
     if (number >= 0 || (errno != EAGAIN && errno != EINTR)) break;
@@ -209,7 +209,7 @@ Descriptor DevicePaths::open(std::string_view path, int flags) {
   }
   if (_kernelResolves.load(std::memory_order_relaxed)) {
     Descriptor opened = openByKernel(std::string(path), flags);
-    // A kernel that is too old, or a sandbox that does not know the call.
+    // The kernel is too old, or a sandbox blocks the call.
     if (opened || (errno != ENOSYS && errno != EPERM && errno != EAGAIN)) return opened;
     if (errno == ENOSYS) _kernelResolves.store(false, std::memory_order_relaxed);
   }

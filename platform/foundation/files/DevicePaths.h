@@ -11,7 +11,7 @@
 
 namespace platform {
 
-// A file descriptor that is closed when it goes out of scope; -1 for none.
+// Owns a file descriptor and closes it on destruction; -1 for none.
 class Descriptor {
  public:
   Descriptor() = default;
@@ -24,7 +24,7 @@ class Descriptor {
 
   int number() const noexcept { return _number; }
   explicit operator bool() const noexcept { return _number >= 0; }
-  // Closes; errno stays as it was.
+  // Closes the descriptor. Keeps errno.
   void reset() noexcept;
 
  private:
@@ -32,19 +32,18 @@ class Descriptor {
   int _number = -1;
 };
 
-// How paths are resolved inside the tree: by the kernel where it can, or step by step.
+// How paths are resolved inside the tree: by the kernel if it can, or step by step.
 enum class PathResolution { automatic, stepByStep };
 
-// A folder inside the tree and the name of an item in it; "." for the root itself.
+// A folder inside the tree and the name of an item in it. The name is "." for the root itself.
 struct FolderAndName {
   Descriptor folder;
   std::string name;
 };
 
-// Resolves the device's paths inside the folder that stands for "/". Links are followed inside it,
-// absolute ones too; ".." at the root stays there. A path that does not begin with "/" counts from
-// the root as well. Failures are -1 or empty, with errno.
-// Threads: any.
+// Resolves device paths inside the folder that serves as "/". Links, including absolute ones, are
+// followed inside the tree; ".." at the root stays at the root. A path without a leading "/" is
+// relative to the root. On failure, functions return -1 or empty and set errno. Threads: any.
 class DevicePaths {
  public:
   DevicePaths(const std::string& rootHostPath, std::shared_ptr<SystemCalls> calls,
@@ -55,14 +54,14 @@ class DevicePaths {
 
   const std::string& rootHostPath() const noexcept { return _rootHostPath; }
 
-  // Opens the item with the flags of open(2); O_NOFOLLOW stands for the last step only.
+  // Opens the item with the flags of open(2). O_NOFOLLOW applies to the last component only.
   Descriptor open(std::string_view path, int flags);
-  // The folder that the item is in (open as a path only) and its name. The item need not exist,
-  // and a link of that name is not followed.
+  // Returns the folder that contains the item (opened with O_PATH) and the item's name. The item
+  // need not exist. If it is a link, the link is not followed.
   std::optional<FolderAndName> parentOf(std::string_view path);
-  // The same, of the item that a link of that name leads to.
+  // Like parentOf, but follows the item if it is a link.
   std::optional<FolderAndName> parentFollowingLinks(std::string_view path);
-  // The path on this machine, without links. Items at the end need not exist.
+  // Returns the path on this machine, without links. The last components need not exist.
   std::optional<std::string> hostPath(std::string_view path);
 
  private:

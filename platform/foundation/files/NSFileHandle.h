@@ -9,12 +9,12 @@
 
 namespace platform {
 
-// Posted on the main run loop by a handle that was asked to wait for data.
+// Posted on the main run loop by a handle after waitForDataInBackgroundAndNotify.
 inline constexpr std::string_view NSFileHandleDataAvailableNotification =
     "NSFileHandleDataAvailableNotification";
 inline constexpr std::string_view fileHandleOperationException = "NSFileHandleOperationException";
 
-// An open descriptor, closed with the object. Main thread only.
+// An open file descriptor, closed on destruction. Threads: main.
 class NSFileHandle : public Object {
   PLATFORM_CLASS(NSFileHandle)
 
@@ -22,16 +22,17 @@ class NSFileHandle : public Object {
   NSFileHandle() = default;
   ~NSFileHandle() override;
 
-  // Takes the descriptor over.
+  // Takes ownership of the descriptor.
   bool initWithFileDescriptor(int descriptor);
 
-  // -1 once it is closed.
+  // Returns -1 after closing.
   int fileDescriptor() const { return _descriptor; }
-  // One chunk: what one read gives, at most 64 KiB; waits until there is something. Empty data at
-  // the end. None where it cannot be read. Raises NSFileHandleOperationException when closed.
+  // Returns the data of one read, at most 64 KiB; blocks until data is available. Returns empty
+  // data at the end of the file, none if reading fails. Raises NSFileHandleOperationException if
+  // closed.
   Value availableData();
-  // Posts NSFileHandleDataAvailableNotification once, from the main run loop, when there is data
-  // or the end. The handle stays alive until then only where somebody holds it.
+  // Posts NSFileHandleDataAvailableNotification once, on the main run loop, when data or the end of
+  // the file is available. Does not keep the handle alive.
   void waitForDataInBackgroundAndNotify();
   void closeFile();
 

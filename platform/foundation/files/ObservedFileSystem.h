@@ -15,8 +15,8 @@
 
 namespace platform {
 
-// Passes everything on to another file system and records each write, with whether it changed the
-// bytes. The record keeps the last `capacity` writes.
+// Forwards to another file system and records each write and whether it changed the bytes. Keeps
+// the last `capacity` writes.
 class ObservedFileSystem final : public FileSystem {
  public:
   using Observer = std::function<void(const FileWrite&)>;
@@ -24,9 +24,9 @@ class ObservedFileSystem final : public FileSystem {
   explicit ObservedFileSystem(std::shared_ptr<FileSystem> files, std::size_t capacity = 10000);
 
   FileSystem& inner() noexcept { return *_files; }
-  // The writes since the last call, oldest first.
+  // Returns the writes since the last call, oldest first.
   std::vector<FileWrite> takeWrites();
-  // Called after each write, on the thread that wrote. The result is for removeObserver.
+  // Calls the observer after each write, on the writing thread. Returns an id for removeObserver.
   std::uint64_t addObserver(Observer observer);
   void removeObserver(std::uint64_t observer);
 

@@ -10,15 +10,15 @@
 
 namespace platform {
 
-// The system calls of the file layer, so that a test can let one fail. Each does and answers what
-// the call of its name does: -1 and errno for a failure.
-// Threads: any.
+// The system calls of the file layer, which tests replace to inject failures. Each function behaves
+// like the call of the same name and returns -1 with errno set on failure. Threads: any.
 class SystemCalls {
  public:
   virtual ~SystemCalls() = default;
 
   virtual int openat(int folder, const char* path, int flags, mode_t mode);
-  // `resolve` takes the RESOLVE_ flags of openat2(2). ENOSYS where the kernel has no such call.
+  // `resolve` takes the RESOLVE_ flags of openat2(2). Fails with ENOSYS if the kernel lacks the
+  // call.
   virtual int openat2(int folder, const char* path, int flags, std::uint64_t resolve);
   virtual int close(int descriptor);
   virtual ssize_t read(int descriptor, void* buffer, std::size_t size);
@@ -34,7 +34,7 @@ class SystemCalls {
   virtual int mkdirat(int folder, const char* path, mode_t mode);
   virtual int symlinkat(const char* target, int folder, const char* path);
   virtual ssize_t readlinkat(int folder, const char* path, char* buffer, std::size_t size);
-  // The names in an open folder, without "." and ".."; 0 or -1.
+  // Lists the names in an open folder, without "." and "..". Returns 0 or -1.
   virtual int namesIn(int folder, std::vector<std::string>& names);
 };
 

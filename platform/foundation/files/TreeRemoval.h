@@ -8,19 +8,19 @@
 
 namespace platform {
 
-// Removes an item, a folder with all that is in it; links are removed, not followed. However deep
-// the folders are, it does not recurse.
+// Removes an item; a folder is removed with its contents. Links are removed, not followed. Does not
+// recurse, so folders may be nested to any depth.
 class TreeRemoval {
  public:
   explicit TreeRemoval(SystemCalls& calls) : _calls(calls) {}
-  // 0 or an errno value; then part of the folder's content may be gone.
+  // Returns 0 or an errno value. On failure, part of the folder's contents may be removed already.
   int remove(const FolderAndName& item);
 
  private:
   struct Level {
     Descriptor folder;
     std::string name;
-    std::vector<std::string> names;  // what is still in it
+    std::vector<std::string> names;  // remaining contents
   };
   int removeOrEnter(int folder, const std::string& name);
   int removeEmpty(int folderOfItem);

@@ -13,15 +13,15 @@ namespace platform {
 namespace {
 
 struct ProcessState {
-  // In clock ticks since the machine started; "0" where the system does not tell.
+  // In clock ticks since the machine started; "0" if unknown.
   std::string startTime = "0";
-  bool hasEnded = false;  // and nobody has asked how
+  bool hasEnded = false;  // a zombie
 };
 
 ProcessState stateOf(int process) {
   std::ifstream file("/proc/" + std::to_string(process) + "/stat");
   const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-  // The second field is the program's name in parentheses and may hold anything.
+  // The second field is the program's name in parentheses and may contain any character.
   const std::size_t nameEnd = text.rfind(')');
   ProcessState state;
   if (nameEnd == std::string::npos) return state;

@@ -5,10 +5,10 @@
 
 namespace platform {
 
-// Tells a running program of this machine from every other one, also from a later one that got
-// the same process id: "<process id>-<start time>".
+// Returns "<process id>-<start time>" of this program. Unlike the process id alone, it is not
+// reused by later programs.
 std::string currentWriter();
-// Whether the program still runs. False for what no currentWriter() gave.
+// Returns whether the program still runs. False for text that currentWriter() did not return.
 bool writerLives(std::string_view writer);
 
 }  // namespace platform

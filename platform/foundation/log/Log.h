@@ -9,13 +9,13 @@ enum class LogSource : std::uint8_t { nslog, unified };
 enum class LogLevel : std::uint8_t { debug, info, standard, error, fault };
 
 struct LogEntry {
-  double time = 0.0;  // seconds of the scheduler's clock
+  double time = 0.0;  // in seconds, by the scheduler's clock
   LogSource source = LogSource::nslog;
   LogLevel level = LogLevel::standard;
   std::string message;
 };
 
-// Where log lines go. A service of the process. Threads: any.
+// Receives log lines. A service of the process. Threads: any.
 class Log {
  public:
   virtual ~Log() = default;

@@ -7,11 +7,11 @@ namespace platform {
 
 namespace {
 
-// One "%..." of a format.
+// A "%..." directive in a format.
 struct Directive {
-  std::string_view conversion;  // "@", "d", "i", "u", "x", "s", "f", "%"; empty: not known
-  std::string_view precision;   // digits after the point, empty for none
-  std::size_t length = 0;       // of the whole text from "%" on
+  std::string_view conversion;  // "@", "d", "i", "u", "x", "s", "f" or "%"; empty if unknown
+  std::string_view precision;   // digits after the point; empty if absent
+  std::size_t length = 0;       // of the whole directive
 };
 
 std::size_t skip(std::string_view text, std::size_t from, std::string_view characters) {

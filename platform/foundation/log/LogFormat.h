@@ -8,11 +8,11 @@
 
 namespace platform {
 
-// Replaces each "%@" by the description of the next value ("(null)" for none), "%i", "%d", "%li"
-// and "%lu" by its integer, "%x" by its integer in hexadecimal, "%s" by its text, "%f" and "%.2f"
-// by its real and "%%" by "%". The unified log's "%{public}s" reads as "%s". A value that is
-// missing counts as none; what is no directive stays as it stands. A value that is no
-// number and no text gives its description everywhere.
+// Formats like the platform. "%@" prints the description of the next value ("(null)" for none),
+// "%i", "%d", "%li" and "%lu" its integer, "%x" its integer in hexadecimal, "%s" its text, "%f" and
+// "%.2f" its real, and "%%" prints "%". "%{public}s" of the unified log is the same as "%s". A
+// missing value counts as none. Unknown directives are copied. A value that is neither a number nor
+// text prints its description for every directive.
 std::string formatString(std::string_view format, std::initializer_list<Value> arguments);
 
 }  // namespace platform

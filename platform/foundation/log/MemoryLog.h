@@ -13,8 +13,8 @@
 
 namespace platform {
 
-// Keeps the last `capacity` log entries and calls observers with each. Debug lines are not enabled,
-// as on a device. Threads: any.
+// Keeps the last `capacity` log entries and reports each to the observers. Debug lines are
+// disabled, as on a device. Threads: any.
 class MemoryLog final : public Log {
  public:
   using Observer = std::function<void(const LogEntry&)>;
@@ -24,11 +24,11 @@ class MemoryLog final : public Log {
   void write(LogEntry entry) override;
   bool isEnabled(LogLevel level) const override;
 
-  // Oldest first.
+  // Returns the kept entries, oldest first.
   std::vector<LogEntry> entries() const;
-  // Whether a kept entry has exactly this message.
+  // Returns whether a kept entry has exactly this message.
   bool contains(std::string_view message) const;
-  // Called after each entry, on the thread that wrote it. The result is for removeObserver.
+  // Calls the observer after each entry, on the logging thread. Returns an id for removeObserver.
   std::uint64_t addObserver(Observer observer);
   void removeObserver(std::uint64_t observer);
 

@@ -8,7 +8,7 @@
 
 namespace platform {
 
-// What came back for a request, without its data. Immutable. Threads: any.
+// The response to a request, without its data. Immutable. Threads: any.
 class NSURLResponse : public Object {
   PLATFORM_CLASS(NSURLResponse)
 
@@ -20,7 +20,7 @@ class NSURLResponse : public Object {
   std::shared_ptr<NSURL> _url;
 };
 
-// The same with an HTTP status. Immutable. Threads: any.
+// A response with an HTTP status. Immutable. Threads: any.
 class NSHTTPURLResponse : public NSURLResponse {
   PLATFORM_CLASS(NSHTTPURLResponse)
 
@@ -29,9 +29,9 @@ class NSHTTPURLResponse : public NSURLResponse {
   virtual bool initWithURL(std::shared_ptr<NSURL> url, std::int64_t statusCode);
   std::int64_t statusCode() const noexcept { return _statusCode; }
 
-  // The platform's English phrase for a status: "no error" for 200, "not found" for 404; for a
-  // status without a phrase of its own, that of its class ("client error"); "unknown status" for
-  // what is no status.
+  // Returns the platform's English phrase for a status: "no error" for 200, "not found" for 404. A
+  // status without a phrase gets the phrase of its class ("client error"), an invalid status
+  // "unknown status".
   static std::string localizedStringForStatusCode(std::int64_t statusCode);
 
  private:

@@ -10,7 +10,7 @@
 
 namespace platform {
 
-// One "name=value" of a query; without a value there is no "=". Immutable. Threads: any.
+// One "name=value" of a query, without "=" if there is no value. Immutable. Threads: any.
 class NSURLQueryItem : public Object {
   PLATFORM_CLASS(NSURLQueryItem)
 
@@ -26,28 +26,27 @@ class NSURLQueryItem : public Object {
   std::optional<std::string> _value;
 };
 
-// An address in parts, by RFC 3986, that can be put together anew.
-// Threads: one at a time.
+// The editable parts of a URL, according to RFC 3986. Threads: one at a time.
 class NSURLComponents : public Object {
   PLATFORM_CLASS(NSURLComponents)
 
  public:
   using QueryItems = std::vector<std::shared_ptr<NSURLQueryItem>>;
 
-  // Empty where the text is no address: it does not parse as NSURL does, has brackets outside of
-  // the host, or a port that is no number.
+  // Returns an empty pointer if the text is not a URL: NSURL cannot parse it, it has brackets
+  // outside of the host, or the port is not a number.
   static std::shared_ptr<NSURLComponents> componentsWithString(std::string_view text);
 
-  // The query without percent escapes, split at "&" and each item at its first "="; none where
-  // there is no query. What is no UTF-8 without its escapes counts as none or empty.
+  // Returns the query without percent escapes, split at "&", and each item at its first "="; none
+  // if there is no query. A name that does not decode to UTF-8 becomes empty, such a value becomes
+  // none.
   std::optional<QueryItems> queryItems() const;
-  // Writes the query anew. In names and values everything is percent-encoded but the characters
-  // that a query may hold, and of these "&" and "=" are encoded too, since they mean something
-  // between items. "+" is left as it is. A name that cannot be encoded becomes empty, a value that
-  // cannot be encoded counts as none. None takes the query away.
+  // Replaces the query; none removes it. Names and values are percent-encoded, except for
+  // characters allowed in a query. "&" and "=" are encoded too, because they separate items; "+" is
+  // not. A name that cannot be encoded becomes empty, such a value becomes none.
   void setQueryItems(const std::optional<QueryItems>& items);
 
-  // The parts as one address.
+  // Joins the parts.
   std::shared_ptr<NSURL> URL() const;
 
  private:

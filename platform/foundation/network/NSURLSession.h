@@ -22,10 +22,10 @@ enum class NSURLSessionTaskState : std::uint8_t {
   canceling = 2,
   completed = 3
 };
-// "running", "suspended", "canceling", "completed"
+// Returns "running", "suspended", "canceling" or "completed".
 std::string_view taskStateName(NSURLSessionTaskState state) noexcept;
 
-// What comes back for a task; each part may be absent.
+// The result of a task. Each part may be absent.
 struct URLAnswer {
   std::optional<Data> data;
   std::shared_ptr<NSURLResponse> response;
@@ -33,25 +33,26 @@ struct URLAnswer {
 };
 using URLCompletionHandler = std::function<void(const URLAnswer&)>;
 
-// A request that was made. It starts suspended. Nothing goes over a network from here: a task that
-// was resumed runs until somebody hands it an answer (NSURLSession::answer). Threads: any.
+// One request, suspended at first. Nothing is sent over a network: a resumed task runs until
+// NSURLSession::answer is called. Threads: any.
 class NSURLSessionDataTask : public Object {
   PLATFORM_CLASS(NSURLSessionDataTask)
 
  public:
-  std::uint64_t taskIdentifier() const noexcept { return _identifier; }  // from 1 in its session
-  // Nobody changes it; the one who made the task keeps another copy.
+  // counts from 1 in its session
+  std::uint64_t taskIdentifier() const noexcept { return _identifier; }
+  // Never modified: the task keeps its own copy.
   const std::shared_ptr<NSMutableURLRequest>& originalRequest() const noexcept { return _request; }
   NSURLSessionTaskState state() const;
-  // The label of the queue that the task was made on, as currentQueueLabel gives it.
+  // The queue that the task was made on, as returned by currentQueueLabel.
   const std::string& creationQueue() const noexcept { return _creationQueue; }
-  // The same of the queue that the completion handler ran on; none before it has run.
+  // The queue that the completion handler ran on; none before it ran.
   std::optional<std::string> completionQueue() const;
 
-  // Each does nothing where the task is in no state for it.
+  // Each function does nothing in a state that does not allow it.
   void resume();
   void suspend();
-  // Completes the task with the error NSURLErrorCancelled.
+  // Completes the task with NSURLErrorCancelled.
   void cancel();
 
  private:
@@ -65,15 +66,15 @@ class NSURLSessionDataTask : public Object {
   std::string _creationQueue;
   std::shared_ptr<SerialQueue> _callbackQueue;
 
-  mutable std::mutex _mutex;  // guards what follows
+  mutable std::mutex _mutex;  // guards the fields below
   NSURLSessionTaskState _state = NSURLSessionTaskState::suspended;
   bool _answered = false;
   URLCompletionHandler _handler;
   std::optional<std::string> _completionQueue;
 };
 
-// Makes tasks and keeps them, with what their handlers hold, for the life of the process, so that a
-// test or a script can list them and hand one an answer. Threads: any.
+// Makes tasks and keeps them, and what their handlers capture, as long as the process exists, so
+// that a test or script can list and answer them. Threads: any.
 class NSURLSession : public Object {
   PLATFORM_CLASS(NSURLSession)
 
@@ -83,20 +84,20 @@ class NSURLSession : public Object {
   // One per process.
   static std::shared_ptr<NSURLSession> sharedSession();
 
-  // A suspended task for a copy of the request. The handler runs once, on the session's callback
-  // queue, when the task was answered or cancelled, and goes after that; it may be empty.
+  // Makes a suspended task for a copy of the request. When the task is answered or cancelled, the
+  // handler runs once on the session's callback queue and is then released. It may be empty.
   Task dataTaskWithRequest(const NSMutableURLRequest& request, URLCompletionHandler handler);
 
-  // The tasks in the order in which they were made.
+  // Returns the tasks in creation order.
   std::vector<Task> tasks() const;
-  // Hands a task its answer, as a server would: a suspended task counts as started by it. The
-  // handler is queued, not run. False where there is no such task or it has an answer already.
+  // Answers a task as a server would; a suspended task is started first. The handler is queued, not
+  // called. Returns false if the task does not exist or already has an answer.
   bool answer(std::uint64_t taskIdentifier, URLAnswer answer);
 
   static constexpr const char* callbackQueueLabel = "URLSession.callback-queue";
 
  private:
-  const std::shared_ptr<SerialQueue>& callbackQueue();  // with _mutex held
+  const std::shared_ptr<SerialQueue>& callbackQueue();  // caller must hold _mutex
 
   mutable std::mutex _mutex;
   std::shared_ptr<SerialQueue> _callbackQueue;

@@ -13,7 +13,7 @@ bool isDigit(char each) noexcept {
   return each >= '0' && each <= '9';
 }
 
-// The length of a scheme at the start; 0 where there is none.
+// Returns the length of the scheme at the start; 0 if there is none.
 std::size_t schemeLength(std::string_view text) noexcept {
   if (text.empty() || !isLetter(text[0])) return 0;
   for (std::size_t at = 1; at < text.size(); ++at) {
@@ -24,7 +24,7 @@ std::size_t schemeLength(std::string_view text) noexcept {
   return 0;
 }
 
-// Takes what stands behind the first `mark` off the text, with the mark.
+// Removes the first `mark` and the text after it, and returns that text.
 std::optional<std::string> takeAfter(std::string_view& text, char mark) {
   const std::size_t found = text.find(mark);
   if (found == std::string_view::npos) return std::nullopt;

@@ -6,27 +6,27 @@
 
 namespace platform {
 
-// An address taken apart as RFC 3986, section 3, says, each part as it stands in the text, percent
-// escapes included. A part that is absent is not the same as one that is empty.
+// A URL split according to RFC 3986, section 3. Parts keep their percent escapes. An absent part
+// differs from an empty one.
 struct URLParts {
   std::optional<std::string> scheme;
   std::optional<std::string> user;
   std::optional<std::string> password;
-  std::optional<std::string> host;  // absent where there is no "//"
+  std::optional<std::string> host;  // absent without "//"
   std::optional<std::string> port;
   std::string path;
   std::optional<std::string> query;
   std::optional<std::string> fragment;
 
-  // The address as one text.
+  // Joins the parts.
   std::string text() const;
 };
 
-// Takes any text apart; what is no address is all path. Takes time in proportion to the length.
+// Splits any text; text that is not a URL becomes the path. Runs in linear time.
 URLParts splitURL(std::string_view text);
 
-// Whether every character may stand in an address: the unreserved and reserved characters of RFC
-// 2396, section 2, with the brackets of RFC 2732, well-formed percent escapes, and "#" once.
+// Returns whether all characters are allowed in a URL: the unreserved and reserved characters of
+// RFC 2396, section 2, the brackets of RFC 2732, well-formed percent escapes and one "#".
 bool isLegalURLText(std::string_view text) noexcept;
 
 }  // namespace platform

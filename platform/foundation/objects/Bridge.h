@@ -16,7 +16,7 @@
 #include "platform/foundation/values/Exception.h"
 #include "platform/foundation/values/Value.h"
 
-// Carries arguments and results between C++ functions and operations sent by name.
+// Converts arguments and results between C++ functions and operations sent by name.
 namespace platform::bridge {
 
 template <class T>
@@ -36,13 +36,13 @@ inline constexpr bool isOptional = false;
 template <class T>
 inline constexpr bool isOptional<std::optional<T>> = true;
 
-// What an argument of type P is kept in while an operation runs: a view needs a text to look at.
+// Holds an argument of type P while an operation runs. A view needs a string that owns the text.
 template <class P>
 using Kept = std::conditional_t<std::is_same_v<std::remove_cvref_t<P>, std::string_view>,
                                 std::string, std::remove_cvref_t<P>>;
 
-// A Value as an argument of type T. A value of another kind than a number, a text or an object
-// that T stands for becomes T's nothing: 0, no text, an empty pointer.
+// Converts a Value to an argument of type T. If the kinds do not match, returns the empty value of
+// T: 0, no text or an empty pointer.
 template <class T>
 T fromValue(const Value& value) {
   if constexpr (std::is_same_v<T, Value>) {
@@ -85,7 +85,7 @@ Value toValue(T&& result) {
   }
 }
 
-// The argument at the index; none where the sender gave fewer.
+// Returns the argument at the index; none if there are fewer.
 const Value& argumentAt(std::span<const Value> arguments, std::size_t index) noexcept;
 
 template <class R, class... P, class F, std::size_t... I>
@@ -99,7 +99,7 @@ Value invokeWith(const F& function, [[maybe_unused]] std::span<const Value> argu
   }
 }
 
-// Calls a function of parameters P. Too few arguments count as none, more raise
+// Calls a function with parameters P. Missing arguments count as none; too many raise
 // NSInvalidArgumentException.
 template <class R, class... P, class F>
 Value invoke(const F& function, std::span<const Value> arguments) {

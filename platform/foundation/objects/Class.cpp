@@ -126,7 +126,7 @@ ClassRegistry::~ClassRegistry() = default;
 const Class& ClassRegistry::add(Class definition) {
   const std::unique_lock lock(_mutex);
   if (_classes.contains(definition._name)) {
-    raiseInvalidArgument("a class named " + definition._name + " is registered already");
+    raiseInvalidArgument("a class named " + definition._name + " is already registered");
   }
   const auto base = _classes.find(definition._baseName);
   if (base == _classes.end()) {

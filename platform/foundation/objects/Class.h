@@ -17,11 +17,11 @@
 
 namespace platform {
 
-// A C++ function that is called by name. ClassBuilder makes them. Immutable. Threads: any.
+// A C++ function that is called by name. Made by ClassBuilder. Immutable. Threads: any.
 class Operation {
  public:
   using Arguments = std::span<const Value>;
-  // Calls the function that the operation holds. The object is null for an operation of a class.
+  // Calls the function in the operation. The object is null for a class operation.
   using Call = Value (*)(const Operation& operation, Object* object, Arguments arguments);
 
   template <class F>
@@ -30,11 +30,11 @@ class Operation {
     std::memcpy(_function.data(), &called, sizeof called);
   }
 
-  // The object must be of the class that has the operation.
+  // The object must be an instance of the class that has the operation.
   Value operator()(Object* object, Arguments arguments = {}) const {
     return _call(*this, object, arguments);
   }
-  // The function, which must be the F that the operation was made with.
+  // Returns the function. F must be the type that the operation was made with.
   template <class F>
   F function() const noexcept {
     F result;
@@ -47,8 +47,8 @@ class Operation {
   std::array<std::byte, sizeof(void (Object::*)())> _function{};
 };
 
-// A class object: what is known of a class while the program runs. Made with ClassBuilder, kept
-// by the process's ClassRegistry. Immutable after registration, so safe from any thread.
+// A class object: the run-time description of a class. Made by ClassBuilder, owned by the process's
+// ClassRegistry. Immutable after registration. Threads: any.
 class Class {
  public:
   Class(Class&&) noexcept;
@@ -57,15 +57,15 @@ class Class {
   const std::string& name() const noexcept { return _name; }
   // Null for a root class.
   const Class* base() const noexcept { return _base; }
-  // Whether this class or one above it bears the name.
+  // Returns whether this class or one of its bases has the name.
   bool isSubclassOf(std::string_view className) const noexcept;
 
-  // An object of the class, not yet initialised. Raises NSInvalidArgumentException for an
-  // abstract class.
+  // Returns an uninitialised object of the class. Raises NSInvalidArgumentException for an abstract
+  // class.
   std::shared_ptr<Object> allocate() const;
-  // allocate() and init(): empty where init refuses.
+  // Calls allocate() and init(). Empty if init fails.
   std::shared_ptr<Object> makeInstance() const;
-  // allocate() and the initialiser of that selector: empty where it refuses.
+  // Calls allocate() and the initialiser with that selector. Empty if it fails.
   std::shared_ptr<Object> makeInstance(std::string_view initialiser,
                                        std::initializer_list<Value> arguments) const;
   template <class T>
@@ -73,18 +73,18 @@ class Class {
     return std::dynamic_pointer_cast<T>(allocate());
   }
 
-  // The nearest class, this one or a base, that offers the operation or the key; else null.
+  // Search this class, then its bases. Return null if the operation or key is not found.
   const Operation* operation(std::string_view selector) const;
   const Operation* classOperation(std::string_view selector) const;
   const Operation* getter(std::string_view key) const;
-  // Takes one argument.
+  // The operation takes one argument.
   const Operation* setter(std::string_view key) const;
 
   bool respondsToSelector(std::string_view selector) const {
     return classOperation(selector) != nullptr;
   }
-  // Sends an operation to the class itself, through the class object, so that a subclass can
-  // replace it. Raises NSInvalidArgumentException where there is none.
+  // Sends an operation to the class object, so that a subclass can override it. Raises
+  // NSInvalidArgumentException if there is no such operation.
   Value perform(std::string_view selector, std::span<const Value> arguments = {}) const;
   Value perform(std::string_view selector, std::initializer_list<Value> arguments) const;
 
@@ -100,7 +100,7 @@ class Class {
   void addOperation(std::string_view selector, const Operation& operation);
   void addClassOperation(std::string_view selector, const Operation& operation);
   void addGetter(std::string_view key, const Operation& getter);
-  // The key can be written, and the operation "setKey:" does the same.
+  // Makes the key writable and adds the operation "setKey:".
   void addSetter(std::string_view key, const Operation& setter);
   const Operation* nearest(Operations Class::*table, std::string_view name) const;
 
@@ -108,28 +108,27 @@ class Class {
   std::string _baseName;
   const Class* _base = nullptr;
   Factory _factory = nullptr;          // null for an abstract class
-  bool (*_isInstance)(const Object&);  // of the C++ type behind the class
+  bool (*_isInstance)(const Object&);  // whether an object has the C++ type of the class
   Operations _operations;
   Operations _classOperations;
   Operations _getters;
   Operations _setters;
 };
 
-// The classes of one process, by name. A class object lives as long as the registry.
-// Threads: any.
+// The classes of one process, by name. Class objects live as long as the registry. Threads: any.
 class ClassRegistry {
  public:
-  ClassRegistry();  // holds NSObject
+  ClassRegistry();  // adds NSObject
   ~ClassRegistry();
-  // Raises NSInvalidArgumentException where the name is taken or the base class is unknown.
+  // Raises NSInvalidArgumentException if the name is taken or the base class is unknown.
   const Class& add(Class definition);
-  // Null where no class bears the name: the run-time class lookup of the platform.
+  // Finds a class by name, like the platform's run-time lookup. Returns null if there is none.
   const Class* find(std::string_view name) const;
-  // Takes a class away, as when a neighbour is not installed. Nothing where the name is unknown.
+  // Removes a class, for example when a neighbour is not installed. Ignores unknown names.
   void remove(std::string_view name);
   std::vector<std::string> names() const;
-  // The registered class that an object belongs to by its C++ type: the one of its className()
-  // where that fits, else the most derived one.
+  // Returns the registered class for the C++ type of an object: the one named className() if it
+  // fits, otherwise the most derived one.
   const Class& classOf(const Object& object) const;
 
  private:

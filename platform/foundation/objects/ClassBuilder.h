@@ -12,9 +12,9 @@ namespace platform {
 
 namespace bridge {
 
-// A member function of Object as an operation. Member functions of other classes are kept as
-// members of Object too, so that the compiled code depends on the signature alone: a class has many
-// operations, but few signatures.
+// A member function of Object as an operation. Member functions of other classes are cast to
+// members of Object, so that the compiled code depends on the signature only: a class has many
+// operations but few signatures.
 template <class R, class... P, class Member>
 Operation operationOfMember(Member member) {
   return {member, [](const Operation& operation, Object* object, Operation::Arguments arguments) {
@@ -25,7 +25,7 @@ Operation operationOfMember(Member member) {
           }};
 }
 
-// An operation of the objects of T: a member function of T or of a base of T.
+// Makes an operation for objects of T from a member function of T or of a base of T.
 template <class T, class R, class C, class... P>
 Operation operationOf(R (C::*function)(P...)) {
   R (T::*const member)(P...) = function;
@@ -38,7 +38,7 @@ Operation operationOf(R (C::*function)(P...) const) {
   return operationOfMember<R, P...>(static_cast<R (Object::*)(P...) const>(member));
 }
 
-// The same as a function that takes the object.
+// Makes an operation from a function that takes the object.
 template <class T, class R>
 Operation operationOf(R (*function)(T&)) {
   return {function, [](const Operation& operation, Object* object, Operation::Arguments arguments) {
@@ -56,7 +56,7 @@ Operation classOperationOf(R (*function)(P...)) {
 
 }  // namespace bridge
 
-// Describes the class of T, to be added to a registry:
+// Describes the class of T for a registry:
 //
 //   registry.add(ClassBuilder<HBPreferences>("NSObject")
 //                    .operation("setObject:forKey:", &HBPreferences::setObject)
@@ -64,8 +64,8 @@ Operation classOperationOf(R (*function)(P...)) {
 //                              &HBPreferences::setIdentifier_rl)
 //                    .build());
 //
-// A getter is a member function of T or a function of T&. Arguments and results are carried over
-// by Bridge.h; too few arguments count as none, more raise NSInvalidArgumentException.
+// A getter is a member function of T or a function that takes T&. Bridge.h converts arguments and
+// results; missing arguments count as none, too many raise NSInvalidArgumentException.
 template <class T>
 class ClassBuilder {
  public:
@@ -82,24 +82,24 @@ class ClassBuilder {
     _class.addOperation(selector, bridge::operationOf<T>(function));
     return *this;
   }
-  // A static member, sent to the class.
+  // Adds a static function as a class operation.
   template <class F>
   ClassBuilder& classOperation(std::string_view selector, F function) {
     _class.addClassOperation(selector, bridge::classOperationOf(function));
     return *this;
   }
-  // A value read by key.
+  // Adds a value that is read by key.
   template <class G>
   ClassBuilder& key(std::string_view name, G getter) {
     _class.addGetter(name, bridge::operationOf<T>(getter));
     return *this;
   }
-  // A value read by key and by the operation "name".
+  // Adds a value that is read by key and by the operation "name".
   template <class G>
   ClassBuilder& property(std::string_view name, G getter) {
     return key(name, getter).operation(name, getter);
   }
-  // The same, written by key and by the operation "setName:" too.
+  // Like property with a getter, and also written by key and by the operation "setName:".
   template <class G, class C, class R, class P>
   ClassBuilder& property(std::string_view name, G getter, R (C::*setter)(P)) {
     _class.addSetter(name, bridge::operationOf<T>(setter));

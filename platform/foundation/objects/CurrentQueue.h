@@ -6,11 +6,12 @@
 
 namespace platform {
 
-// Where the calling thread's work comes from: the label of the serial queue whose work it runs,
-// "main" on the main thread, "global" elsewhere. Threads: any; the thread must work for a process.
+// Returns the queue that the calling thread works for: the label of a serial queue, "main" on the
+// main thread, otherwise "global". Threads: any that work for a process.
 std::string currentQueueLabel();
 
-// The work, made to know that it runs on the queue of that label. For those who make queues.
+// Wraps the work so that currentQueueLabel() returns the label while it runs. For queue
+// implementations.
 Work workOfQueue(std::string label, Work work);
 
 }  // namespace platform

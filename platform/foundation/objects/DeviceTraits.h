@@ -13,14 +13,14 @@ struct SystemVersion {
   int major = 15;
   int minor = 4;
   int patch = 0;
-  // The platform's version test: whether the running system is at least the given one.
+  // The platform's version test: returns whether the system has at least this version.
   bool isAtLeast(int otherMajor, int otherMinor = 0, int otherPatch = 0) const noexcept;
-  std::string text() const;  // "15.4", "13.7", "15.4.1"
+  std::string text() const;  // such as "15.4", "13.7" or "15.4.1"
   friend bool operator==(const SystemVersion&, const SystemVersion&) = default;
 };
 
-// What the device is and how its user has set it up. A service of the process; the application
-// changes it on the main thread while the process runs.
+// Properties of the device and settings of its user. A service of the process. The application may
+// change it on the main thread at any time.
 struct DeviceTraits {
   UserInterfaceIdiom idiom = UserInterfaceIdiom::phone;
   SystemVersion systemVersion;
@@ -28,8 +28,8 @@ struct DeviceTraits {
   double screenHeight = 844;  // points
   double screenScale = 3;     // pixels per point
   UserInterfaceStyle appearance = UserInterfaceStyle::light;
-  double textScale = 1.0;         // the user's text size, 1 is the standard one
-  std::string tint = "007AFFFF";  // RRGGBBAA, the window's tint colour
+  double textScale = 1.0;         // the user's text size; 1 is standard
+  std::string tint = "007AFFFF";  // RRGGBBAA, the tint colour of windows
 };
 
 }  // namespace platform

@@ -7,8 +7,8 @@
 namespace platform {
 namespace {
 
-// The text of a key that is a string. Other objects are not accepted as keys; they fail as an
-// object does that is asked for its length.
+// Returns the text of a string key. Other objects are not accepted; they raise like an object that
+// is asked for its length.
 std::string_view textOf(const Value& key) {
   if (const auto text = key.asString()) return *text;
   if (key.asData() != nullptr) {
@@ -18,7 +18,7 @@ std::string_view textOf(const Value& key) {
   return {};
 }
 
-// What follows an "@" is no entry's key but one of the dictionary's own.
+// A key with "@" is not an entry's key but a key of the dictionary itself.
 Value valueIn(const Dictionary& entries, std::string_view key) {
   if (!key.starts_with('@')) return entries.valueForKey(key);
   const std::string_view ownKey = key.substr(1);
@@ -63,8 +63,8 @@ void MutableDictionary::replaceAll(Dictionary entries) {
   std::swap(_entries, entries);
 }
 
-// What a setter replaces is destroyed after all locks are gone, since an object's end may come
-// back here.
+// The replaced value is destroyed after all locks are released, because the destructor of an object
+// may call this dictionary.
 void MutableDictionary::store(const Value& value, std::string_view key) {
   Value replaced;
   Dictionary previous;
@@ -77,8 +77,8 @@ void MutableDictionary::store(const Value& value, std::string_view key) {
   std::swap(_entries, changed);
 }
 
-// Nobody else sees the entries where no snapshot is alive, so that they need no copy. False where
-// one is.
+// If there is no snapshot, nobody else uses the entries, so they can be changed without a copy.
+// Returns false if there is one.
 bool MutableDictionary::storeInPlace(const Value& value, std::string_view key, Value& replaced) {
   const std::lock_guard lock(_mutex);
   if (!_entries.ownsAlone()) return false;

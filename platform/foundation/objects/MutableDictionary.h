@@ -11,9 +11,9 @@
 
 namespace platform {
 
-// A dictionary that changes, and that two threads may meet in: each single operation is whole by
-// itself, a reader sees the state before or after, never between. A reader takes a snapshot by a
-// guarded pointer exchange and never waits for a writer's encoding or disk.
+// A mutable dictionary that two threads may use. Each operation is atomic: a reader sees the state
+// before or after it. A reader takes a snapshot under a short lock and never waits while a writer
+// encodes or writes to disk.
 class MutableDictionary : public Object {
   PLATFORM_CLASS(NSMutableDictionary)
 
@@ -21,24 +21,25 @@ class MutableDictionary : public Object {
   MutableDictionary() = default;
   explicit MutableDictionary(Dictionary entries);
 
-  // The platform's valueForKey:, none where the key is absent or none. One that is no string raises
-  // (an unknown message). "@count" asks the dictionary itself; other keys with "@" raise there too.
+  // The platform's valueForKey:. Returns none if the key is absent or none. A key that is not a
+  // string raises (an unrecognized selector). "@count" is sent to the dictionary itself; other keys
+  // with "@" raise.
   Value valueForKey(const Value& key) const;
-  // The platform's setValue:forKey:. A none value removes; a none key raises
+  // The platform's setValue:forKey:. A none value removes the key; a none key raises
   // NSInvalidArgumentException.
   void setValueForKey(const Value& value, const Value& key);
-  void removeObjectForKey(const Value& key);  // a none key raises NSInvalidArgumentException
+  void removeObjectForKey(const Value& key);  // raises NSInvalidArgumentException for a none key
   std::size_t count() const;
-  Dictionary snapshot() const;  // all entries as they are now
+  Dictionary snapshot() const;  // the current entries
   void replaceAll(Dictionary entries);
-  // Calls the function with the entries at that moment and returns its result. Calls on one
-  // dictionary follow one another, so that what they write ends equal to the memory when several
-  // threads set and write; readers do not wait for them.
+  // Calls the function with the current entries and returns its result. Calls for one dictionary
+  // are serialised, so that the last write matches the memory even if several threads set and
+  // write. Readers do not wait for them.
   bool writeEntries(const std::function<bool(const Dictionary&)>& write) const;
 
   Value valueForKey(std::string_view key) override;
   void setValueForKey(const Value& value, std::string_view key) override;
-  // A key that could become a Value as well as a view.
+  // Resolves the ambiguity of a literal, which converts to a Value and to a view.
   Value valueForKey(const char* key) { return valueForKey(std::string_view(key)); }
   Value valueForKey(const std::string& key) { return valueForKey(std::string_view(key)); }
   void setValueForKey(const Value& value, const char* key) {
@@ -53,9 +54,9 @@ class MutableDictionary : public Object {
   void store(const Value& value, std::string_view key);
   bool storeInPlace(const Value& value, std::string_view key, Value& replaced);
 
-  std::mutex _setterMutex;  // taken before _mutex, held by one setter from first look to exchange
-  mutable std::mutex _writerMutex;  // taken before _mutex, held while a file is written
-  mutable std::mutex _mutex;        // guards _entries, held for one look or exchange
+  std::mutex _setterMutex;          // locked before _mutex, for a whole read-modify-write
+  mutable std::mutex _writerMutex;  // locked before _mutex, while a file is written
+  mutable std::mutex _mutex;        // guards _entries, held for one read or exchange
   Dictionary _entries;
 };
 

@@ -10,7 +10,7 @@
 
 namespace platform {
 
-// Whose operation made an assertion: an object, or a class itself.
+// The operation in which an assertion failed, of an object or of a class.
 struct AssertingMethod {
   std::string selector;
   std::string className;
@@ -18,12 +18,12 @@ struct AssertingMethod {
 
   static AssertingMethod ofObject(std::string_view selector, const Object& object);
   static AssertingMethod ofClass(std::string_view selector, const Class& type);
-  // "-[Class selector]", "+[Class selector]"
+  // Returns "-[Class selector]" or "+[Class selector]".
   std::string text() const;
 };
 
-// What becomes of an assertion that does not hold. A process has one: the handler that it was
-// given as a service, else the standard one. Threads: any.
+// Handles failed assertions. The process has one: the handler provided as a service, otherwise the
+// standard one. Threads: any.
 class NSAssertionHandler : public Object {
   PLATFORM_CLASS(NSAssertionHandler)
 
@@ -31,8 +31,8 @@ class NSAssertionHandler : public Object {
   static std::shared_ptr<NSAssertionHandler> currentHandler();
 
   // The standard handler logs "*** Assertion failure in +[Class selector], file:line" and raises
-  // NSInternalInconsistencyException with the description, formatted as formatString does. A
-  // handler of another class may return: the operation then goes on.
+  // NSInternalInconsistencyException with the description, formatted by formatString. Another
+  // handler may return; the operation then continues.
   virtual void handleFailureInMethod(const AssertingMethod& method, std::string_view fileName,
                                      std::int64_t lineNumber, std::string_view descriptionFormat,
                                      std::initializer_list<Value> arguments);

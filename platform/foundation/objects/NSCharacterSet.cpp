@@ -7,7 +7,7 @@
 namespace platform {
 namespace {
 
-// "unreserved" and "sub-delims" of RFC 3986, which every part may hold.
+// "unreserved" and "sub-delims" of RFC 3986, allowed in every part.
 constexpr std::string_view always =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~!$&'()*+,;=";
 

@@ -8,12 +8,12 @@
 
 namespace platform {
 
-// The characters that a part of an address may hold as they are: the sets of the platform, which
-// follow the components of RFC 3986, section 3. Two differences from its letter are the platform's:
-// the path's set leaves ";" out, since older readers take it for the start of parameters, and the
-// host's set holds ":", "[" and "]", as an address in brackets needs them.
+// The characters allowed unescaped in a part of a URL: the platform's sets, which follow the
+// components of RFC 3986, section 3. As on the platform, two sets differ from the RFC: the path's
+// set excludes ";", because older parsers treat it as the start of parameters, and the host's set
+// includes ":", "[" and "]" for bracketed addresses.
 //
-// Immutable; one of each per process. Threads: any.
+// Immutable; each set exists once per process. Threads: any.
 class NSCharacterSet : public Object {
   PLATFORM_CLASS(NSCharacterSet)
 
@@ -28,9 +28,9 @@ class NSCharacterSet : public Object {
   static Pointer URLFragmentAllowedCharacterSet();
 
   NSCharacterSet() = default;  // empty
-  // The ASCII characters of the text; others are passed over.
+  // Uses the ASCII characters of the text; others are ignored.
   static Pointer characterSetWithCharactersInString(std::string_view characters);
-  // A copy without the characters of the text.
+  // Returns a copy without the characters of the text.
   Pointer without(std::string_view characters) const;
 
   bool characterIsMember(char32_t character) const noexcept;

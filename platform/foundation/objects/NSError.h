@@ -13,7 +13,7 @@ inline constexpr std::string_view NSURLErrorDomain = "NSURLErrorDomain";
 inline constexpr std::int64_t NSURLErrorUnknown = -1;
 inline constexpr std::int64_t NSURLErrorCancelled = -999;
 
-// Why something failed. Immutable. Threads: any.
+// The reason of a failure. Immutable. Threads: any.
 class NSError : public Object {
   PLATFORM_CLASS(NSError)
 
@@ -25,7 +25,7 @@ class NSError : public Object {
   std::int64_t code() const noexcept { return _code; }
   const std::string& localizedDescription() const noexcept { return _localizedDescription; }
 
-  // "Error Domain=NSURLErrorDomain Code=-1 "text" UserInfo={NSLocalizedDescription=text}"
+  // Returns "Error Domain=NSURLErrorDomain Code=-1 "text" UserInfo={NSLocalizedDescription=text}".
   std::string description() const override;
 
  private:

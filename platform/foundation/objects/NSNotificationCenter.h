@@ -15,26 +15,26 @@ namespace platform {
 
 struct NSNotification {
   std::string name;
-  std::shared_ptr<Object> object;  // the sender; may be empty
+  std::shared_ptr<Object> object;  // the sender, may be empty
   Dictionary userInfo;
 };
 
-// Hands notifications to those who asked for them, on the thread that posts, in the order in which
-// they began to observe. Threads: any.
+// Delivers notifications to observers, on the posting thread, in the order in which the observers
+// were added. Threads: any.
 class NSNotificationCenter : public Object {
   PLATFORM_CLASS(NSNotificationCenter)
 
  public:
   using Block = std::function<void(const NSNotification&)>;
 
-  // The current process's center.
+  // Returns the center of the current process.
   static NSNotificationCenter& defaultCenter();
 
-  // No name: every name; no object: every sender. The sender is not kept alive. The block stays,
-  // with what it holds, until the token that this gives is removed.
+  // Without a name, observes all names; without an object, all senders. Does not keep the sender
+  // alive. Keeps the block until the returned token is removed.
   std::shared_ptr<Object> addObserverForName(std::optional<std::string> name,
                                              const std::shared_ptr<Object>& object, Block block);
-  // Nothing where the token is unknown. A block that is running goes on.
+  // Ignores unknown tokens. Does not stop a block that is running.
   void removeObserver(const std::shared_ptr<Object>& token);
   void postNotificationName(std::string name, const std::shared_ptr<Object>& object,
                             Dictionary userInfo = {});

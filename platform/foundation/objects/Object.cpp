@@ -13,7 +13,7 @@ namespace platform {
 
 namespace {
 
-// A counter of the program, not of a process: it is read by nothing but tests.
+// Global instead of per process, because only tests read it.
 std::atomic<std::int64_t> aliveObjects{0};
 
 std::string classAndAddress(const Object& object) {
@@ -38,7 +38,7 @@ Value valueOfStep(const Value& from, std::string_view key) {
   return Array(std::move(answers));
 }
 
-// Takes the first step off the path.
+// Removes the first step of the path and returns it.
 std::string_view takeStep(std::string_view& keyPath) {
   const std::size_t dot = keyPath.find('.');
   const std::string_view step = keyPath.substr(0, dot);

@@ -14,8 +14,8 @@ thread_local Process* currentProcess = nullptr;
 
 Process::Process() = default;
 
-// What still refers to classes, services or the process itself goes first: threads and the work
-// that waits, then what was made once, then the services, and last the classes.
+// Users of classes, services or the process are destroyed first: threads and queued work, then
+// lazily created state, then services, and classes last.
 Process::~Process() {
   const ProcessScope scope(*this);
   setRunLoop(nullptr, _runLoopType);
@@ -27,7 +27,7 @@ Process::~Process() {
 Process& Process::current() {
   if (currentProcess == nullptr) {
     throw Exception(std::string(internalInconsistencyException),
-                    "this thread works for no process; a ProcessScope gives it one");
+                    "this thread has no current process (create a ProcessScope)");
   }
   return *currentProcess;
 }
@@ -37,7 +37,7 @@ Process* Process::currentOrNull() noexcept {
 }
 
 void Process::provideErased(std::type_index type, Erased service) {
-  // Swapped, so that the earlier service goes after the lock is gone.
+  // Swap, so that the earlier service is destroyed after the lock is released.
   const std::lock_guard lock(_mutex);
   _services[type].swap(service);
 }

@@ -13,50 +13,51 @@
 
 namespace platform {
 
-// What lives once per process: the registered classes, the services (files, scheduler, programs,
-// log, device traits, ...) and the state that code makes once and keeps. A test or a run of the
-// Settings application has one of its own; there is no other process-wide state.
+// Owns everything that exists once per process: the registered classes, the services (files,
+// scheduler, programs, log, device traits, ...) and lazily created state. Each test and each run of
+// the Settings application has its own; there is no other global state.
 //
-// Threads: `provide` before others look up; everything else from any thread. Threads that the
-// platform starts for a process have it as their current one.
+// Threads: call `provide` before other threads look services up; everything else from any thread.
+// Threads that the platform starts for a process have it as their current process.
 class Process {
  public:
   Process();
-  // First the run loop goes, with its threads and the work that waits, then what was made once,
+  // Destroys the run loop first, with its threads and queued work, then the lazily created state,
   // then the other services.
   ~Process();
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;
 
-  // The process that the calling thread works for. There must be one (see ProcessScope).
+  // Returns the process that the calling thread works for, which must exist (see ProcessScope).
   static Process& current();
-  // As current, but null where the thread works for none.
+  // Like current, but returns null if there is none.
   static Process* currentOrNull() noexcept;
 
   ClassRegistry& classes() noexcept { return _classes; }
 
-  // Gives the process its service of interface T, in place of an earlier one.
+  // Sets the service with interface T and replaces an earlier one.
   template <class T>
   void provide(std::shared_ptr<T> service) {
     if constexpr (std::derived_from<T, RunLoop>) setRunLoop(service, typeid(T));
     provideErased(typeid(T), std::move(service));
   }
-  // The service of interface T. Raises NSInternalInconsistencyException where none was provided.
+  // Returns the service with interface T. Raises NSInternalInconsistencyException if none was
+  // provided.
   template <class T>
   T& service() const {
     return *static_cast<T*>(serviceErased(typeid(T), typeid(T).name()));
   }
-  // As service, but null where none was provided.
+  // Like service, but returns null if none was provided.
   template <class T>
   std::shared_ptr<T> serviceOrNull() const {
     return std::static_pointer_cast<T>(findErased(typeid(T)));
   }
 
-  // The service that is a run loop; null where none was provided.
+  // Returns the service that is a run loop; null if none was provided.
   std::shared_ptr<RunLoop> runLoopOrNull() const;
 
-  // The process's one T, made on the first call (which may come from any thread) and kept. Made
-  // under a lock: the constructor must not wait for another thread.
+  // Returns the process's only T. The first call, from any thread, makes it under a lock, so the
+  // constructor must not wait for another thread.
   template <class T>
   T& once() {
     return *static_cast<T*>(
@@ -75,11 +76,11 @@ class Process {
   ClassRegistry _classes;
   std::unordered_map<std::type_index, Erased> _services;
   std::shared_ptr<RunLoop> _runLoop;
-  std::type_index _runLoopType = typeid(RunLoop);  // the interface that it was provided as
+  std::type_index _runLoopType = typeid(RunLoop);  // the interface it was provided as
   std::unordered_map<std::type_index, Erased> _once;
 };
 
-// Makes a process the current one of this thread for as long as the scope lives.
+// Makes a process the current one of this thread until the end of the scope.
 class ProcessScope {
  public:
   explicit ProcessScope(Process& process) noexcept;
@@ -91,17 +92,17 @@ class ProcessScope {
   Process* _previous;
 };
 
-// The class of that name in the current process; null where there is none.
+// Returns the class with that name in the current process; null if there is none.
 const Class* NSClassFromString(std::string_view name);
 
-// A new object of the class of that name in the current process, initialised by init(). Empty if
-// there is no such class, if init() refuses, or if the object is not a T.
+// Makes an object of the class with that name in the current process and calls init(). Returns an
+// empty pointer if there is no such class, init() fails, or the object is not a T.
 template <std::derived_from<Object> T>
 std::shared_ptr<T> makeNamed(std::string_view className) {
   const Class* found = NSClassFromString(className);
   return found ? std::dynamic_pointer_cast<T>(found->makeInstance()) : nullptr;
 }
-// The same, with the initialiser of that selector.
+// Like above, with the initialiser of that selector.
 template <std::derived_from<Object> T>
 std::shared_ptr<T> makeNamed(std::string_view className, std::string_view initialiser,
                              std::initializer_list<Value> arguments) {

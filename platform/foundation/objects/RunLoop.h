@@ -6,12 +6,12 @@ namespace platform {
 
 using Work = std::function<void()>;
 
-// The clock and the main thread of a process, as far as what lies below the queues needs them.
-// Every Scheduler is one. Threads: any.
+// The clock and main thread of a process, for code below the queues. Every Scheduler is one.
+// Threads: any.
 class RunLoop {
  public:
   virtual ~RunLoop() = default;
-  // Seconds since the run loop was made; never goes back.
+  // Returns the seconds since the run loop was made. Never decreases.
   virtual double now() const = 0;
   virtual bool isMainThread() const = 0;
 };

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t pipeBuffer = std::size_t{64} * 1024;
 constexpr int signalBase = 128;
-// Of a child whose status somebody else has taken, as where SIGCHLD is ignored.
+// For a child whose status was already taken, for example if SIGCHLD is ignored.
 constexpr int unknownStatus = 255;
 
 int exitStatusOf(int status) {
@@ -53,7 +53,7 @@ void ChildProcess::sendSignal(int number) {
 void ChildProcess::waitForEnd() {
   const auto id = static_cast<id_t>(_processIdentifier);
   siginfo_t information{};
-  // The child stays a zombie, and its id its own, until the lock is held.
+  // WNOWAIT keeps the child a zombie, so its id cannot be reused before the lock is held.
   while (::waitid(P_PID, id, &information, WEXITED | WNOWAIT) != 0 && errno == EINTR) {
   }
   const std::lock_guard lock(_mutex);

@@ -8,11 +8,11 @@
 
 namespace platform {
 
-// A child that was started and leads a process group, and the thread that waits for it.
-// Threads: any, but readAvailable from one at a time.
+// A started child that leads a process group, and the thread that waits for it. Threads: any, but
+// readAvailable one at a time.
 class ChildProcess final : public RunningProgram {
  public:
-  // Takes over the reading end of the child's output; -1 for none.
+  // Takes ownership of the reading end of the child's output, -1 for none.
   ChildProcess(int processIdentifier, int outputDescriptor)
       : _processIdentifier(processIdentifier), _outputDescriptor(outputDescriptor) {}
   ~ChildProcess() override;
@@ -23,10 +23,10 @@ class ChildProcess final : public RunningProgram {
   std::optional<int> exitStatus() override;
   void terminate() override;
 
-  // To the child and what it has started in its group. Nothing where the child has ended: its id,
-  // and that of the group, may belong to somebody else by then.
+  // Sends a signal to the child and its process group. Does nothing if the child has ended, because
+  // its id and group may have been reused.
   void sendSignal(int number);
-  // Waits until the child ends, and takes its exit status.
+  // Waits until the child ends and stores its exit status.
   void waitForEnd();
 
  private:

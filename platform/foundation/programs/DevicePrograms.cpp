@@ -28,9 +28,9 @@ std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
 }
 std::vector<char*> pointersTo(std::vector<std::string>&&) = delete;
 
-// What the child finds: `output` as its standard output (-1: ours), no other descriptor of ours,
-// signals as a fresh program has them, and a process group of its own, so that who ends it ends
-// what it has started as well.
+// The environment of a child: `output` as its standard output (-1 to inherit ours), no other
+// descriptors, default signal handling, and its own process group, so that its own children can be
+// ended with it.
 class Surroundings {
  public:
   explicit Surroundings(int output) {
@@ -70,7 +70,7 @@ int spawn(const std::string& hostPath, const ProgramRequest& request, int output
                        arguments.data(), environment.data());
 }
 
-// 0 and the child, or an errno value.
+// Returns 0 and sets the child, or returns an errno value.
 int startChild(const std::string& hostPath, const ProgramRequest& request,
                std::shared_ptr<ChildProcess>& child) {
   std::array<int, 2> pipe{-1, request.standardOutput};
@@ -86,7 +86,7 @@ int startChild(const std::string& hostPath, const ProgramRequest& request,
   return error;
 }
 
-// Wakes the main thread of the process that the calling thread works for, if there is one.
+// Returns a function that wakes the main thread of the calling thread's process, if there is one.
 std::function<void()> wakerOfCaller() {
   const Process* process = Process::currentOrNull();
   const auto scheduler = process != nullptr ? process->serviceOrNull<Scheduler>() : nullptr;

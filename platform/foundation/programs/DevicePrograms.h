@@ -13,22 +13,22 @@ namespace platform {
 
 class ChildProcess;
 
-// What happens to programs that still run when whoever started them goes away.
+// What to do on destruction with programs that still run.
 enum class AtEnd { letRun, kill };
 
-// Starts the programs of a device tree with posix_spawn. Children get the standard descriptors and
-// no others, lead a group each, and are waited for, each by its own id on a thread of its own. The
-// end of a child wakes the main thread of the process that started it.
+// Starts programs of a device tree with posix_spawn. Each child inherits only the standard
+// descriptors, leads its own process group, and is waited for by a separate thread. When a child
+// ends, the main thread of the process that started it is woken.
 class DevicePrograms final : public Programs {
  public:
-  // A program lives on by default, as on a device; tests and scripts kill what still runs.
+  // By default, programs keep running, as on a device. Tests and scripts kill them.
   explicit DevicePrograms(std::shared_ptr<FileSystem> files, AtEnd atEnd = AtEnd::letRun);
   ~DevicePrograms() override;
 
   std::shared_ptr<RunningProgram> start(const ProgramRequest& request) override;
   std::vector<ProgramRecord> records() override;
-  // Sends a signal to the program of that record and what it has started; nothing where it does
-  // not run.
+  // Sends a signal to the program with that record and to its process group. Does nothing if it has
+  // ended.
   void sendSignal(std::uint64_t id, int number);
 
  private:

@@ -7,12 +7,12 @@
 
 namespace platform {
 
-// A pipe with its two ends. Main thread only.
+// A pipe with two ends. Threads: main.
 class NSPipe : public Object {
   PLATFORM_CLASS(NSPipe)
 
  public:
-  // Refuses where the system has no descriptors left.
+  // Fails if the system has no free descriptors.
   bool init() override;
 
   const std::shared_ptr<NSFileHandle>& fileHandleForReading() const { return _reading; }

@@ -33,7 +33,7 @@ void NSTask::launch() {
   }
   _launched = true;
   _program = Process::current().service<Programs>().start(request);
-  // With our copy open the output would never end.
+  // While our copy is open, the reader never sees the end of the output.
   if (_standardOutput) _standardOutput->fileHandleForWriting()->closeFile();
 }
 

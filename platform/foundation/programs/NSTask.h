@@ -11,32 +11,32 @@
 
 namespace platform {
 
-// A program that is run once, through the process's Programs. Main thread only.
+// Runs a program once, through the process's Programs. Threads: main.
 //
-// The child inherits standard input and error, and finds the environment that an application has
-// on a device (PATH and HOME), not that of whoever runs the settings.
+// The child inherits standard input and error. Its environment is that of an application on a
+// device (PATH and HOME), not that of the settings process.
 class NSTask : public Object {
   PLATFORM_CLASS(NSTask)
 
  public:
   void setLaunchPath(std::optional<std::string> path) { _launchPath = std::move(path); }
-  // Without the name of the program itself, which is the launch path.
+  // Excludes the name of the program itself, which is the launch path.
   void setArguments(std::vector<std::string> arguments) { _arguments = std::move(arguments); }
   void setStandardOutput(std::shared_ptr<NSPipe> pipe) { _standardOutput = std::move(pipe); }
 
-  // Starts the program; this process's copy of the pipe's writing end is closed. Raises
-  // NSInvalidArgumentException where no launch path was set or the task was launched before. A
-  // program that cannot be started (there is none, it is no program) has ended at once without
-  // output, with the termination status 127.
+  // Starts the program and closes this process's copy of the writing end of the pipe. Raises
+  // NSInvalidArgumentException if there is no launch path or the task was launched before. A
+  // program that cannot be started (missing or not executable) counts as ended with termination
+  // status 127 and no output.
   void launch();
   bool isRunning() const;
-  // Runs the main queue until the program has ended. What it had printed by then has been told to
-  // those who wait for data when this returns. Returns at once where nothing was launched.
+  // Runs the main queue until the program ends. Observers of available data have been notified of
+  // all its output when this returns. Returns at once if nothing was launched.
   void waitUntilExit();
-  // The exit status, 128 + N for signal N. Raises NSInvalidArgumentException while the program
-  // runs or before it was launched.
+  // Returns the exit status, or 128 + N for signal N. Raises NSInvalidArgumentException before the
+  // launch and while the program runs.
   int terminationStatus() const;
-  // 0 before it was launched.
+  // Returns 0 before the launch.
   int processIdentifier() const;
   void terminate();
 

@@ -30,7 +30,7 @@ bool isContinuation(char c) noexcept {
   return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
 }
 
-// Line and column of the error's offset, which lies in `text`.
+// Sets line and column from the error's offset in `text`.
 void locate(PropertyListError& error, std::string_view text) {
   std::string_view before = text.substr(0, *error.offset);
   if (before.starts_with(byteOrderMark)) before.remove_prefix(byteOrderMark.size());
@@ -47,7 +47,7 @@ PropertyListResult refused(std::size_t offset, std::string reason, std::string a
   return result;
 }
 
-// An error is located in the text, which must still be there then.
+// Errors are located in the text, so it must still exist.
 PropertyListResult readXml(std::string_view bytes, const std::shared_ptr<const void>& keeper,
                            const PropertyListLimits& limits) {
   PropertyListResult result = readXmlPropertyList(bytes, keeper, limits);
@@ -55,7 +55,7 @@ PropertyListResult readXml(std::string_view bytes, const std::shared_ptr<const v
   return result;
 }
 
-// Errors' offsets count bytes of the UTF-16 text.
+// Error offsets count bytes of the UTF-16 text.
 PropertyListResult readUtf16(std::string_view bytes, utf::ByteOrder order,
                              const PropertyListLimits& limits) {
   utf::FromUtf16 converted = utf::fromUtf16(bytes.substr(utf16MarkSize), order);

@@ -7,7 +7,7 @@
 
 #include "platform/foundation/propertylist/PropertyListTypes.h"
 
-// The binary form: eight bytes of magic, objects, a table of their offsets, a trailer.
+// The binary form: an 8-byte magic number, objects, a table of their offsets, a trailer.
 namespace platform {
 
 namespace binary_property_list {
@@ -15,8 +15,8 @@ namespace binary_property_list {
 inline constexpr std::string_view magic = "bplist00";
 inline constexpr std::size_t trailerSize = 32;
 
-// The high half of an object's first byte; the low half is a size, or 15 where an integer object
-// with the size follows.
+// The high half of an object's first byte. The low half is a size, or 15 if an integer object with
+// the size follows.
 enum class Marker : std::uint8_t {
   simple = 0x0,
   integer = 0x1,
@@ -35,14 +35,15 @@ inline constexpr std::uint8_t sizeFollows = 0x0F;
 
 }  // namespace binary_property_list
 
-// Reads the binary form. An error's offset is where the culprit stands. `keeper` owns the bytes,
-// or is empty; large data shares it then.
+// Reads the binary form. The offset of an error is that of the invalid object or byte. `keeper`
+// owns the bytes and may be empty; if set, large data shares it.
 PropertyListResult readBinaryPropertyList(std::string_view bytes,
                                           std::shared_ptr<const void> keeper,
                                           const PropertyListLimits& limits);
 
-// The binary form, each equal scalar once. Refused are what no property list can hold, text with a
-// lone surrogate, a date that is no finite number, and what the reader would refuse by the limits.
+// Writes the binary form with each distinct scalar once. Fails for values that a property list
+// cannot hold, text with a lone surrogate, dates that are not finite, and lists beyond the limits
+// of the reader.
 PropertyListText writeBinaryPropertyList(const Value& root);
 
 }  // namespace platform

@@ -15,7 +15,8 @@ namespace {
 
 using namespace binary_property_list;
 
-// A big-endian number of 1 to 8 bytes before the trailer's last eight, so that eight can be read.
+// Reads a big-endian number of 1 to 8 bytes. It must start before the last eight bytes of the
+// trailer, so that eight bytes can be read.
 std::uint64_t number(std::string_view bytes, std::size_t offset, std::size_t width) noexcept {
   return words::loadBigEndian(bytes.data() + offset) >> (64 - 8 * width);
 }
@@ -25,10 +26,10 @@ struct Trailer {
   std::size_t referenceWidth = 0;
   std::uint64_t count = 0;
   std::uint64_t top = 0;
-  std::uint64_t table = 0;  // the offset of the offset table, which is where objects end
+  std::uint64_t table = 0;  // offset of the offset table, which is the end of the objects
 };
 
-// An object's head: what it is, how much, and where its content begins.
+// The head of an object: its type, its size and the start of its content.
 struct Head {
   Marker marker{};
   std::uint8_t low = 0;
@@ -49,22 +50,22 @@ class BinaryReader {
   // A container that is being read.
   struct Frame {
     std::size_t object;
-    std::size_t references;  // where they begin
+    std::size_t references;  // where the references begin
     std::size_t count;       // elements, or keys
     std::size_t next = 0;
     bool dictionary = false;
     std::size_t objectsBefore = 0;
     std::size_t contentBefore = 0;
-    std::size_t height = 1;  // levels of containers, itself included, seen so far
+    std::size_t height = 1;  // levels of nesting so far, including itself
   };
-  // What an object that took more than a few bytes has become, for the next reference to it.
+  // The result of an object that took more than a few bytes, for later references to it.
   struct Known {
     Value value;
     std::size_t objects;
     std::size_t content;  // bytes of text and data
     std::size_t height;
   };
-  // Which object is meant, and where the file says so.
+  // An object number and the place of the reference in the file.
   struct Reference {
     std::size_t object;
     std::size_t offset;
@@ -104,7 +105,8 @@ class BinaryReader {
   Trailer _trailer;
   ValueBuilder _builder;
   std::vector<Frame> _frames;
-  std::vector<std::uint32_t> _knownIndex;  // by object: 0, inProgress, or an index into _known + 1
+  // by object number: 0, inProgress, or an index into _known plus 1
+  std::vector<std::uint32_t> _knownIndex;
   std::vector<Known> _known;
   std::size_t _objects = 0;
   std::size_t _content = 0;
@@ -164,7 +166,7 @@ bool BinaryReader::checkTrailer(std::size_t at) {
   }
   if (_trailer.count == 0) return fail(at + 8, "the trailer counts no objects", "1 or more");
   if (_trailer.top >= _trailer.count) {
-    return fail(at + 16, "the trailer's top object is none of those that it counts",
+    return fail(at + 16, "the trailer's top object is out of range",
                 "0 to " + std::to_string(_trailer.count - 1));
   }
   if (_trailer.table <= magic.size() || _trailer.table >= at) {
@@ -185,7 +187,7 @@ bool BinaryReader::checkTrailer(std::size_t at) {
     return fail(at + 6, "the width of offsets is too small for the file",
                 "bytes that hold " + std::to_string(_trailer.table - 1));
   }
-  // Each value may have a key of its own.
+  // Each value may have a key.
   if ((_trailer.count - 1) / 2 > _limits.objects) return failAsTooMany(at + 8, " and their keys");
   return true;
 }
@@ -207,7 +209,7 @@ BinaryReader::Reference BinaryReader::referenceAt(const Frame& frame,
   return {number(_bytes, offset, _trailer.referenceWidth), offset};
 }
 
-// Reads the next element, or the next key with its value, of the innermost container.
+// Reads the next element, or the next key and value, of the innermost container.
 bool BinaryReader::step() {
   Frame& frame = _frames.back();
   if (frame.next == frame.count) {
@@ -231,14 +233,15 @@ void BinaryReader::finishContainer() {
   }
 }
 
-// Keeps the value that was pushed last.
+// Remembers the value pushed last.
 void BinaryReader::remember(std::size_t object, std::size_t objects, std::size_t content,
                             std::size_t height) {
   _known.push_back({_builder.last(), objects, content, height});
   _knownIndex[object] = static_cast<std::uint32_t>(_known.size());
 }
 
-// Shared ones each time: whoever writes the list, or shows it, meets them each time.
+// Shared objects count each time, because a writer or viewer of the list also visits them each
+// time.
 bool BinaryReader::count(std::size_t objects, std::size_t content, std::size_t offset) {
   if (objects > _limits.objects - _objects) {
     return failAsTooMany(offset, " when shared ones are counted each time");
@@ -259,7 +262,7 @@ bool BinaryReader::readObject(const Reference& reference, bool asKey) {
   const std::size_t object = reference.object;
   if (object >= _trailer.count) {
     return fail(reference.offset,
-                "a reference to object " + std::to_string(object) + ", which there is not",
+                "a reference to object " + std::to_string(object) + ", which does not exist",
                 "0 to " + std::to_string(_trailer.count - 1));
   }
   const std::uint32_t known = _knownIndex[object];
@@ -327,14 +330,14 @@ bool BinaryReader::readHead(std::size_t object, Head& head) {
               "boolean, integer, real, date, data, string, array or dictionary");
 }
 
-// The size that follows the first byte as an integer object.
+// Reads the size from the integer object after the first byte.
 bool BinaryReader::readSize(Head& head) {
   const std::size_t at = head.content;
   const unsigned byte = at < _trailer.table ? static_cast<unsigned char>(_bytes[at]) : 0U;
   const std::size_t width = std::size_t{1} << (byte & 0x0FU);
   if (byte >> 4U != static_cast<unsigned>(Marker::integer) || width > 8 ||
       _trailer.table - at <= width) {
-    return fail(at, "the size of an object is no integer that can be read",
+    return fail(at, "the size of an object is not a valid integer",
                 "an integer of 1, 2, 4 or 8 bytes");
   }
   head.count = number(_bytes, at + 1, width);
@@ -346,7 +349,7 @@ bool BinaryReader::checkExtent(const Head& head, std::size_t unit) {
   if (head.content <= _trailer.table && head.count <= (_trailer.table - head.content) / unit) {
     return true;
   }
-  return fail(head.offset, "an object reaches beyond the objects' end",
+  return fail(head.offset, "an object extends beyond the end of the objects",
               "an end at byte " + std::to_string(_trailer.table) + " at the latest");
 }
 
@@ -381,18 +384,18 @@ bool BinaryReader::readScalar(std::size_t object, const Head& head, bool asKey) 
         return false;
       }
   }
-  // Else a file could make many copies of a long text or of much data with one byte each. Shorter
-  // ones lie in their values and are read again as fast as they are looked up.
+  // Otherwise, a file could make many copies of a long text or large data with one byte each.
+  // Shorter content is stored inside the value, and reading it again is as fast as a lookup.
   constexpr std::size_t shortContent = 30;
   const auto text = _builder.last().asString();
-  // As it stands in the file, so that one that shares nothing never meets the limit.
+  // The size in the file, so that a file without shared objects never reaches the limit.
   const std::size_t size = head.count * (head.marker == Marker::utf16 ? 2 : 1);
   if ((text ? text->size() : head.count) > shortContent) remember(object, 1, size, 0);
   return count(0, size, head.offset);
 }
 
 Value BinaryReader::dataOf(std::string_view bytes) const {
-  // A share of the whole file is worth its memory only where the data is much of it.
+  // Sharing the whole file saves memory only if the data is a large part of it.
   if (!_keeper || bytes.size() < _bytes.size() / 4) return Data(bytes);
   return Data::sharing(_keeper, bytes);
 }
@@ -411,7 +414,7 @@ bool BinaryReader::readInteger(const Head& head) {
   Head extent = head;
   extent.count = width;
   if (!checkExtent(extent, 1)) return false;
-  // Up to four bytes are unsigned, eight and sixteen are signed.
+  // Integers of up to four bytes are unsigned, those of eight and sixteen bytes are signed.
   const std::uint64_t low =
       number(_bytes, head.content + (width == 16 ? 8 : 0), std::min<std::size_t>(width, 8));
   if (width < 16) {

@@ -22,7 +22,7 @@ void appendNumber(std::string& out, std::uint64_t value, std::size_t width) {
   for (std::size_t i = width; i > 0; --i) out.push_back(static_cast<char>(value >> (8 * (i - 1))));
 }
 
-// The width that holds the value: 1, 2, 4 or 8 bytes.
+// Returns the width for the value: 1, 2, 4 or 8 bytes.
 std::size_t widthOf(std::uint64_t value) noexcept {
   if (value <= 0xFF) return 1;
   if (value <= 0xFFFF) return 2;
@@ -44,7 +44,7 @@ void appendHead(std::string& out, Marker marker, std::size_t size) {
   if (size >= sizeFollows) appendInteger(out, size);
 }
 
-// Numbers every object, equal scalars once, then writes them in that order.
+// Numbers every object, equal scalars once, and then writes them in that order.
 class BinaryWriter {
  public:
   PropertyListText run(const Value& root) {
@@ -60,7 +60,7 @@ class BinaryWriter {
   }
 
  private:
-  // A scalar's bytes, or a container's marker with what it refers to: keys, then values.
+  // The bytes of a scalar, or the marker of a container and its references: keys, then values.
   struct Item {
     std::string scalar;
     Marker marker = Marker::simple;
@@ -85,7 +85,7 @@ class BinaryWriter {
   std::vector<Item> _items;
   std::unordered_map<std::string, std::size_t> _scalars;
   std::size_t _values = 0;
-  std::size_t _content = 0;  // bytes of text and data, equal ones each time, as the reader counts
+  std::size_t _content = 0;  // bytes of text and data; duplicates count each time, as in the reader
   std::string _error;
 };
 

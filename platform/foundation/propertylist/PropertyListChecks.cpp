@@ -15,7 +15,7 @@ std::string whyNot(const Value& value) {
 }
 
 std::string whyNot(const utf::Decoded& character) {
-  if (character.length == 0) return "bytes that are no UTF-8";
+  if (character.length == 0) return "bytes that are not UTF-8";
   std::array<char, 16> name{};
   std::snprintf(name.data(), name.size(), "U+%04X", static_cast<unsigned>(character.scalar));
   const bool surrogate = utf::isSurrogate(character.scalar);

@@ -9,32 +9,33 @@
 
 #include "platform/foundation/values/Value.h"
 
-// What the readers and writers of property lists take and give.
+// Parameters and results of the property list readers and writers.
 namespace platform {
 
 enum class PropertyListFormat { xml1, binary1 };
 
-// Limits of the readers. What meets one is refused, and the error says which.
+// Limits of the readers. A list beyond a limit is rejected, and the error names the limit.
 struct PropertyListLimits {
   std::size_t depth = 512;  // nested containers
-  // Of the whole text or file; and of the text and data of a binary file, shared ones each time.
+  // Applies to the size of the text or file, and to the text and data of a binary file, where
+  // shared objects count each time.
   std::size_t bytes = 256ULL * 1024 * 1024;
-  std::size_t objects = 8ULL * 1024 * 1024;  // values, counted as they are reached
+  std::size_t objects = 8ULL * 1024 * 1024;  // values, counted when reached
 };
 
 // What is wrong with a property list, and where.
 struct PropertyListError {
   std::string reason;                 // "expected </string>, found </dict>"
-  std::optional<std::size_t> line;    // from 1, XML only
-  std::optional<std::size_t> column;  // from 1, in characters, XML only
-  std::optional<std::size_t> offset;  // bytes from the start
-  std::string accepted;               // what would be accepted there
-  // "line 3, column 7: reason" or "byte 112: reason"
+  std::optional<std::size_t> line;    // counts from 1, XML only
+  std::optional<std::size_t> column;  // in characters, counts from 1, XML only
+  std::optional<std::size_t> offset;  // in bytes
+  std::string accepted;               // what is accepted there
+  // Returns "line 3, column 7: reason" or "byte 112: reason".
   std::string text() const;
 };
 
 struct PropertyListResult {
-  Value value;  // none where the list is refused
+  Value value;  // none if the list was rejected
   std::optional<PropertyListFormat> format;
   std::optional<PropertyListError> error;
   explicit operator bool() const noexcept { return !error; }
@@ -42,16 +43,16 @@ struct PropertyListResult {
 
 struct PropertyListText {
   std::string bytes;
-  // Set where the value is not a valid property list: the key path of the culprit and why
-  // ("items[2].icon: an object of class UIImage"). bytes is empty then.
+  // Set if the value is not a valid property list: the key path and the reason ("items[2].icon: an
+  // object of class UIImage"). bytes is empty then.
   std::optional<std::string> error;
 };
 
-// Text in pieces, which follow one another.
+// Text in consecutive pieces.
 struct PropertyListPieces {
   std::vector<std::string_view> pieces;
-  std::optional<std::string> error;                  // as PropertyListText's; pieces is empty then
-  std::vector<std::shared_ptr<const void>> keepers;  // what the pieces lie in
+  std::optional<std::string> error;  // as in PropertyListText; if set, pieces is empty
+  std::vector<std::shared_ptr<const void>> keepers;  // own the memory of the pieces
 };
 
 }  // namespace platform

@@ -54,7 +54,7 @@ bool PropertyListXmlCursor::failAtEnd(std::string_view inside, std::string_view 
 bool PropertyListXmlCursor::readAnyTag(Tag& tag, std::string_view accepted) {
   if (_at == _end) return fail(tag.offset, "the text ends too early", std::string(accepted));
   if (*_at != '<') {
-    return fail(tag.offset, "text stands where only a tag may stand", std::string(accepted));
+    return fail(tag.offset, "text where only a tag is allowed", std::string(accepted));
   }
   ++_at;
   tag.closing = _at != _end && *_at == '/';
@@ -66,7 +66,7 @@ bool PropertyListXmlCursor::readAnyTag(Tag& tag, std::string_view accepted) {
   if (name.empty()) {
     const bool isMarkup = *_at == '!' || *_at == '?';
     return fail(tag.offset,
-                isMarkup ? "a comment, CDATA or the like stands where only a tag may stand"
+                isMarkup ? "markup such as a comment or CDATA where only a tag is allowed"
                          : "a tag has no name",
                 std::string(accepted));
   }
@@ -74,13 +74,13 @@ bool PropertyListXmlCursor::readAnyTag(Tag& tag, std::string_view accepted) {
   while (element < elementCount && nameOf(static_cast<PlistElement>(element)) != name) ++element;
   if (element == elementCount) {
     const std::string shown = (tag.closing ? "</" : "<") + shortened(name) + ">";
-    return fail(tag.offset, shown + " is no element of a property list", std::string(accepted));
+    return fail(tag.offset, shown + " is not an element of a property list", std::string(accepted));
   }
   tag.element = static_cast<PlistElement>(element);
   return readAttributes(tag);
 }
 
-// Passes attributes, which mean nothing here, and the end of the tag.
+// Skips attributes, which have no meaning here, and the end of the tag.
 bool PropertyListXmlCursor::readAttributes(Tag& tag) {
   tag.empty = false;
   for (;;) {
@@ -112,7 +112,7 @@ bool PropertyListXmlCursor::readAttributes(Tag& tag) {
     const std::string_view content(value, static_cast<std::size_t>(_at - value));
     if (!checkCharacters(content)) return false;
     if (content.find('<') != std::string_view::npos) {
-      return fail(tag.offset, "'<' stands in the value of an attribute", "&lt;");
+      return fail(tag.offset, "'<' is not allowed in the value of an attribute", "&lt;");
     }
     ++_at;
   }
@@ -151,9 +151,9 @@ bool PropertyListXmlCursor::skipComment() {
   const std::size_t start = offset();
   const std::string_view content = rest().substr(4);
   const std::size_t dashes = content.find("--");
-  if (dashes == std::string_view::npos) return fail(start, "a comment has no end", "-->");
+  if (dashes == std::string_view::npos) return fail(start, "a comment is not closed", "-->");
   if (!content.substr(dashes + 2).starts_with('>')) {
-    return fail(start + 4 + dashes, "\"--\" stands inside a comment", "-->");
+    return fail(start + 4 + dashes, "\"--\" is not allowed inside a comment", "-->");
   }
   if (!checkCharacters(content.substr(0, dashes))) return false;
   _at += 4 + dashes + 3;
@@ -165,14 +165,14 @@ bool PropertyListXmlCursor::skipInstruction() {
   const std::string_view content = rest().substr(2);
   const std::size_t end = content.find("?>");
   if (end == std::string_view::npos) {
-    return fail(start, "a processing instruction has no end", "?>");
+    return fail(start, "a processing instruction is not closed", "?>");
   }
   const std::string_view instruction = content.substr(0, end);
   if (instruction.empty() || !isNameCharacter(instruction.front())) {
     return fail(start, "a processing instruction has no name", "a name after <?");
   }
   if (instruction == "xml" || instruction.starts_with("xml ")) {
-    return fail(start, "the XML declaration stands only at the very start",
+    return fail(start, "the XML declaration is allowed only at the very start",
                 "another processing instruction");
   }
   if (!checkCharacters(instruction)) return false;
@@ -180,7 +180,7 @@ bool PropertyListXmlCursor::skipInstruction() {
   return true;
 }
 
-// `text` lies in what is read.
+// `text` is part of the input.
 bool PropertyListXmlCursor::checkCharacters(std::string_view text) {
   const auto bad = utf::firstNonXml(text);
   if (!bad) return true;
@@ -205,7 +205,7 @@ bool PropertyListXmlCursor::readProlog() {
 bool PropertyListXmlCursor::readDeclaration() {
   const std::size_t start = offset();
   const std::size_t end = rest().find("?>");
-  if (end == std::string_view::npos) return fail(start, "the XML declaration has no end", "?>");
+  if (end == std::string_view::npos) return fail(start, "the XML declaration is not closed", "?>");
   const std::string_view declaration = rest().substr(0, end);
   if (!checkCharacters(declaration)) return false;
   _at += end + 2;
@@ -227,7 +227,7 @@ bool PropertyListXmlCursor::readDeclaration() {
               "UTF-8, or UTF-16 with a byte order mark");
 }
 
-// Passes <!DOCTYPE ...>. What it points to is never fetched, what it declares never used.
+// Skips <!DOCTYPE ...>. Never fetches external files and never uses declarations.
 bool PropertyListXmlCursor::readDocumentType() {
   const std::size_t start = offset();
   _at += 9;
@@ -242,7 +242,7 @@ bool PropertyListXmlCursor::readDocumentType() {
       return false;
     }
   }
-  if (_at == _end) return fail(start, "the document type has no end", ">");
+  if (_at == _end) return fail(start, "the document type is not closed", ">");
   ++_at;
   return true;
 }
@@ -254,7 +254,7 @@ bool PropertyListXmlCursor::readSubset() {
     if (startsWith("<!ENTITY")) {
       return fail(offset(), "entity declarations are refused", "a document type without entities");
     }
-    if (!startsWith("<!")) return fail(offset(), "only declarations may stand here", "]");
+    if (!startsWith("<!")) return fail(offset(), "only declarations are allowed here", "]");
     _at += 2;
     while (_at != _end && *_at != '>') {
       if (*_at == '"' || *_at == '\'') {
@@ -269,12 +269,12 @@ bool PropertyListXmlCursor::readSubset() {
     ++_at;
   }
   if (!_problem.reason.empty()) return false;
-  if (_at == _end) return fail(start, "the declarations of the document type have no end", "]");
+  if (_at == _end) return fail(start, "the declarations of the document type are not closed", "]");
   ++_at;
   return true;
 }
 
-// Passes text in quotes.
+// Skips quoted text.
 bool PropertyListXmlCursor::skipLiteral(std::string_view inside) {
   const char* const literal = _at + 1;
   _at = std::find(literal, _end, *_at);
@@ -284,7 +284,7 @@ bool PropertyListXmlCursor::skipLiteral(std::string_view inside) {
   return true;
 }
 
-// Passes one character, whatever it is.
+// Skips one character of any kind.
 bool PropertyListXmlCursor::passOtherCharacter() {
   const auto byte = static_cast<unsigned char>(*_at);
   if (byte >= 0x20 && byte < 0x80) {
@@ -360,7 +360,7 @@ bool PropertyListXmlCursor::readCharacterReference() {
 bool PropertyListXmlCursor::readCdata() {
   const std::string_view content = rest().substr(9);
   const std::size_t end = content.find("]]>");
-  if (end == std::string_view::npos) return fail(offset(), "a CDATA section has no end", "]]>");
+  if (end == std::string_view::npos) return fail(offset(), "a CDATA section is not closed", "]]>");
   if (!checkCharacters(content.substr(0, end))) return false;
   _mixed.append(content.substr(0, end));
   _at += 9 + end + 3;

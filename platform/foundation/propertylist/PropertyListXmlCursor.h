@@ -23,7 +23,7 @@ enum class PlistElement : std::uint8_t {
   plist,
 };
 
-// The end tag as it is nearly always written, "</string>".
+// Returns the end tag in its usual form, "</string>".
 constexpr std::string_view endTagOf(PlistElement element) noexcept {
   constexpr std::string_view tags[] = {"</key>",   "</string>", "</integer>", "</real>",
                                        "</true>",  "</false>",  "</data>",    "</date>",
@@ -31,14 +31,14 @@ constexpr std::string_view endTagOf(PlistElement element) noexcept {
   return tags[static_cast<std::size_t>(element)];
 }
 
-// The name that stands in the tag.
+// Returns the element's name in a tag.
 constexpr std::string_view nameOf(PlistElement element) noexcept {
   const std::string_view tag = endTagOf(element);
   return tag.substr(2, tag.size() - 3);
 }
 
-// Reads the markup of a property list in UTF-8 from front to back, each byte once. A function that
-// answers false has met what it cannot accept; then `problem` says what and where.
+// Reads the markup of a property list in UTF-8 in one pass. Functions return false for invalid
+// input; `problem` then says what is wrong and where.
 //
 // For one thread. The text must outlive the cursor.
 class PropertyListXmlCursor {
@@ -65,32 +65,32 @@ class PropertyListXmlCursor {
   const Problem& problem() const noexcept { return _problem; }
   bool fail(std::size_t offset, std::string reason, std::string accepted);
 
-  // Passes the declaration and the document type, and what may stand around them.
+  // Skips the declaration, the document type and what is allowed around them.
   bool readProlog();
 
-  // Passes white space, comments and processing instructions.
+  // Skips white space, comments and processing instructions.
   bool skipMisc() {
     skipSpace();
     if (_end - _at >= 2 && _at[0] == '<' && (_at[1] == '!' || _at[1] == '?')) return skipMarkup();
     return true;
   }
 
-  // Reads the tag that must stand here. `accepted()` says in a problem what might.
+  // Reads a required tag. On failure, the problem lists `accepted()`.
   template <class Accepted>
   bool readTag(Tag& tag, Accepted accepted) {
     tag.offset = offset();
     return readPlainTag(tag) || readAnyTag(tag, accepted());
   }
 
-  // Reads the end tag that must stand here.
+  // Reads a required end tag.
   template <PlistElement element>
   bool readEndTag() {
     return readPlainEndTag<element>() || readAnyEndTag(element);
   }
   bool readAnyEndTag(PlistElement element);
 
-  // Reads text up to the next tag: references resolved, comments and processing instructions
-  // left out, CDATA as it stands. The view is valid until the next call.
+  // Reads text up to the next tag. Resolves references, skips comments and processing instructions,
+  // and copies CDATA. The view is valid until the next call.
   bool readText(std::string_view& text) {
     const char* const start = _at;
     if (!passPlainText()) return false;
@@ -106,7 +106,7 @@ class PropertyListXmlCursor {
   static bool isSpace(char c) noexcept { return c == ' ' || c == '\n' || c == '\t' || c == '\r'; }
   bool startsWith(std::string_view text) const noexcept { return rest().starts_with(text); }
 
-  // Tags as they are nearly always written, told apart by one load.
+  // Recognises tags in their usual form with a single load.
   bool readPlainTag(Tag& tag) noexcept;
   bool take(Tag& tag, PlistElement element, std::size_t size, bool empty) noexcept;
   template <PlistElement element>
@@ -133,7 +133,7 @@ class PropertyListXmlCursor {
   const char* _begin;
   const char* _at;
   const char* _end;
-  std::string _mixed;  // text that does not stand in one piece
+  std::string _mixed;  // for text that is not contiguous
   Problem _problem;
 };
 
@@ -184,7 +184,7 @@ bool PropertyListXmlCursor::readPlainEndTag() noexcept {
   return true;
 }
 
-// Passes what needs no second look. Afterwards that stands here which does, or the end is near.
+// Skips characters that need no check. Stops at any other character or near the end of the text.
 inline void PropertyListXmlCursor::passPrintable() noexcept {
   while (_end - _at >= static_cast<std::ptrdiff_t>(words::runLimit)) {
     const std::size_t run = words::plainRun(_at, '<', '&');
@@ -201,7 +201,7 @@ inline void PropertyListXmlCursor::passPrintable() noexcept {
   }
 }
 
-// Passes ordinary characters up to a '<', a '&' or the end.
+// Skips ordinary characters up to a '<', a '&' or the end.
 inline bool PropertyListXmlCursor::passPlainText() {
   for (;;) {
     passPrintable();

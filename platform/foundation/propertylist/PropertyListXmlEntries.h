@@ -9,17 +9,18 @@
 
 namespace platform {
 
-// Reads entries of a dictionary as they nearly always are: a short key and a short scalar without
-// references, in tags without attributes. It stops before the first entry that is anything else,
-// which is the general reader's; an entry is taken whole or not at all.
+// A fast path for common dictionary entries: a short key and a short scalar without references, in
+// tags without attributes. It stops before the first other entry, which is left to the general
+// reader, and never consumes a partial entry.
 //
-// The place in the text stays in a register throughout, which is what makes it fast.
+// It is fast because the position stays in a register.
 class PropertyListXmlEntries {
  public:
   PropertyListXmlEntries(std::string_view text, ValueBuilder& builder) noexcept
       : _end(text.data() + text.size()), _builder(builder) {}
 
-  // Reads up to `most` entries from `at`, which lies in the text. Gives the place after the last.
+  // Reads up to `most` entries from `at`, which must point into the text. Returns the position
+  // after the last entry.
   const char* read(const char* at, std::size_t most) {
     while (_count < most) {
       const char* const next = readEntry(at);
@@ -29,16 +30,16 @@ class PropertyListXmlEntries {
     }
     return at;
   }
-  // How many were read.
+  // Returns the number of entries read.
   std::size_t count() const noexcept { return _count; }
 
  private:
-  // So much can be looked at without passing the end: a tag and a text.
+  // This many bytes can be read without a check for the end: a tag and a text.
   static constexpr std::ptrdiff_t margin = 64;
 
   bool isNear(const char* at) const noexcept { return _end - at < margin; }
 
-  // Null where the entry is no plain one.
+  // Returns null if the entry is not a common one.
   const char* readEntry(const char* at) {
     constexpr words::Pattern start("<key>");
     constexpr words::Pattern end("</key>");

@@ -4,7 +4,7 @@
 
 namespace platform::property_list {
 
-// What stands before and after the root in every file that the platform writes.
+// The text before and after the root in every file that the platform writes.
 inline constexpr std::string_view xmlHead =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
     "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "

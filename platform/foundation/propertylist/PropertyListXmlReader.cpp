@@ -67,7 +67,7 @@ class XmlReader {
     return _cursor.fail(offset, std::move(reason), std::string(accepted));
   }
   std::string_view acceptedHere() const;
-  // How many bytes may be read from the start of a piece of the text, or of text put together.
+  // Returns how many bytes may be read from the start of a piece of the input or of joined text.
   std::size_t readable(std::string_view piece) const noexcept {
     const std::string_view rest = _cursor.rest();
     const bool inside = piece.data() + piece.size() == rest.data();
@@ -100,9 +100,9 @@ bool XmlReader::readDocument() {
   return readTrailer();
 }
 
-// Everything before the root's content.
+// Reads everything before the root's content.
 bool XmlReader::readStart() {
-  // Nearly every file begins with the very same lines.
+  // Fast path: nearly every file begins with the same lines.
   if (!_cursor.rest().starts_with(property_list::xmlHead)) {
     return _cursor.readProlog() && readRoot();
   }
@@ -110,7 +110,7 @@ bool XmlReader::readStart() {
   return readWrapped();
 }
 
-// <plist> and the root's start tag; <plist> may be missing.
+// Reads <plist>, which is optional, and the root's start tag.
 bool XmlReader::readRoot() {
   Tag tag;
   if (_cursor.atEnd()) return fail(_cursor.offset(), "there is no property list", "<plist>");
@@ -120,7 +120,7 @@ bool XmlReader::readRoot() {
   return readWrapped();
 }
 
-// The root's start tag in <plist>.
+// Reads the root's start tag inside <plist>.
 bool XmlReader::readWrapped() {
   Tag tag;
   _wrapped = true;
@@ -149,7 +149,7 @@ bool XmlReader::readOpening(const Tag& tag) {
   if (tag.closing) return readClosing(tag);
   if (tag.element == PlistElement::key) return readKey(tag);
   if (tag.element == PlistElement::plist) {
-    return fail(tag.offset, "<plist> stands only around the whole", acceptedHere());
+    return fail(tag.offset, "<plist> is allowed only around the root", acceptedHere());
   }
   if (_builder.expectsKey()) {
     return fail(tag.offset, "a value without a key: <" + std::string(nameOf(tag.element)) + ">",
@@ -164,7 +164,7 @@ bool XmlReader::readKey(const Tag& tag) {
   if (!_builder.expectsKey()) {
     return fail(tag.offset,
                 _builder.inDictionary() ? "a key without a value is followed by another"
-                                        : "<key> stands only in <dict>",
+                                        : "<key> is allowed only in <dict>",
                 acceptedHere());
   }
   if (tag.empty) {
@@ -183,7 +183,7 @@ bool XmlReader::readClosing(const Tag& tag) {
   if (_builder.depth() == 0 || tag.element != open) {
     const std::string found = "</" + std::string(nameOf(tag.element)) + ">";
     if (_builder.depth() == 0) {
-      return fail(tag.offset, found + " closes nothing", acceptedHere());
+      return fail(tag.offset, found + " has no start tag", acceptedHere());
     }
     const std::string expected = "</" + std::string(nameOf(open)) + ">";
     return fail(tag.offset, "expected " + expected + ", found " + found, acceptedHere());
@@ -201,7 +201,7 @@ bool XmlReader::readTrailer() {
   }
   if (!_cursor.skipMisc()) return false;
   if (_cursor.atEnd()) return true;
-  return fail(_cursor.offset(), "something follows the end of the property list",
+  return fail(_cursor.offset(), "unexpected content after the end of the property list",
               "the end of the text");
 }
 
@@ -275,7 +275,7 @@ bool XmlReader::readInteger() {
   constexpr std::string_view accepted =
       "decimal or 0x and hexadecimal digits with an optional sign, from -2^63 to 2^64-1";
   if (problem == number_text::IntegerProblem::malformed) {
-    return fail(start, "<integer> holds no integer", accepted);
+    return fail(start, "<integer> does not contain an integer", accepted);
   }
   if (problem == number_text::IntegerProblem::outOfRange) {
     return fail(start, "the integer is outside -2^63 to 2^64-1", accepted);
@@ -294,7 +294,7 @@ bool XmlReader::readReal() {
   if (!readContent(PlistElement::real, text)) return false;
   const auto number = number_text::parseReal(text);
   if (!number) {
-    return fail(start, "<real> holds no number",
+    return fail(start, "<real> does not contain a number",
                 "a decimal number, nan, inf or infinity with an optional sign");
   }
   _builder.push(*number);
@@ -306,7 +306,7 @@ bool XmlReader::readDate() {
   std::string_view text;
   if (!readContent(PlistElement::date, text)) return false;
   const auto seconds = number_text::parseDate(text);
-  if (!seconds) return fail(start, "<date> holds no date", "YYYY-MM-DDTHH:MM:SSZ");
+  if (!seconds) return fail(start, "<date> does not contain a date", "YYYY-MM-DDTHH:MM:SSZ");
   _builder.push(Date{*seconds});
   return _cursor.readEndTag<PlistElement::date>();
 }
@@ -331,7 +331,7 @@ bool XmlReader::readData(const Tag& tag) {
 }
 
 Value XmlReader::dataOf(std::string_view text, const base64::Scan& scan) const {
-  // Short data is decoded as fast as its text is put aside.
+  // Decoding short data is as fast as storing its text.
   constexpr std::size_t shortText = 256;
   if (text.size() < shortText) {
     std::vector<std::uint8_t> bytes(scan.size + base64::decodeSlack);
@@ -339,7 +339,7 @@ Value XmlReader::dataOf(std::string_view text, const base64::Scan& scan) const {
     bytes.resize(scan.size);
     return Data(std::move(bytes));
   }
-  // A share of the whole text is worth its memory only where the data is much of it.
+  // Sharing the whole text saves memory only if the data is a large part of it.
   if (_keeper && text.size() >= _textSize / 4) {
     return Data::fromBase64({_keeper, text, scan.indent}, scan.size);
   }

@@ -15,10 +15,10 @@
 namespace platform {
 namespace {
 
-// The text of data from this size on is a piece of its own.
+// Data text of at least this size becomes a separate piece.
 constexpr std::size_t ownPiece = std::size_t{64} * 1024;
 
-// Marks the first byte that must be looked at: a control, '<', '>', '&', what is not ASCII.
+// Marks the first byte that needs a check: a control, '<', '>', '&' or non-ASCII.
 constexpr std::uint64_t specialBytes(std::uint64_t word) noexcept {
   // '<' and '>' differ in one bit.
   return words::unprintableBytes(word) | words::bytesEqualTo(word | words::ones * 2, '>') |
@@ -38,7 +38,7 @@ std::string_view escapeOf(char c) noexcept {
   }
 }
 
-// Whether char is signed or not.
+// Correct for signed and unsigned char.
 constexpr bool isPrintableAscii(char c) noexcept {
   return c >= 0x20 && c <= 0x7E;
 }
@@ -57,7 +57,7 @@ class XmlWriter {
   }
 
  private:
-  // A part of _out, or text that lies elsewhere.
+  // A part of _out, or text stored elsewhere.
   struct Piece {
     std::size_t offset;
     std::size_t size;
@@ -81,7 +81,7 @@ class XmlWriter {
   PropertyListPieces finish();
 
   std::shared_ptr<TextBuffer> _out = std::make_shared<TextBuffer>();
-  std::size_t _cut = 0;  // where the part of _out begins that is in no piece yet
+  std::size_t _cut = 0;  // start of the part of _out that is not in a piece yet
   std::vector<Piece> _pieces;
   std::vector<std::shared_ptr<const void>> _keepers;
   std::size_t _foreignSize = 0;
@@ -94,7 +94,7 @@ bool XmlWriter::refuse(std::string reason) {
   return false;
 }
 
-// Asked at every value, since few shared ones may come to much more than there is memory for.
+// Checked at every value, because a few shared values may expand to more than the available memory.
 bool XmlWriter::checkSize() {
   const std::size_t size = _out->size() + _foreignSize;
   return size <= PropertyListLimits{}.bytes || refuse(property_list::tooLarge());
@@ -184,7 +184,7 @@ bool XmlWriter::writeString(std::string_view text) {
   return true;
 }
 
-// The offset of the next byte that must be looked at.
+// Returns the offset of the next byte that needs a check.
 std::size_t XmlWriter::passOrdinary(std::string_view text, std::size_t offset) const noexcept {
   for (; text.size() - offset >= sizeof(std::uint64_t); offset += sizeof(std::uint64_t)) {
     const std::uint64_t special = specialBytes(words::load(text.data() + offset));
@@ -257,7 +257,7 @@ void XmlWriter::writeData(const Data& data, std::size_t indent) {
   _out->append("</data>\n");
 }
 
-// Ends the piece that is being written.
+// Ends the current piece.
 void XmlWriter::cut() {
   if (_out->size() > _cut) _pieces.push_back({_cut, _out->size() - _cut, {}});
   _cut = _out->size();

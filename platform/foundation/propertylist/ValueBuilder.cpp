@@ -15,12 +15,12 @@ using detail::ArrayStore;
 using detail::DictionarySlot;
 using detail::DictionaryStore;
 
-// Values may be moved by copying their bytes; the place they came from counts as raw afterwards.
+// Moves values by copying their bytes. The source is raw memory afterwards.
 void relocate(Value* from, std::size_t count, void* to) noexcept {
   std::memcpy(to, static_cast<void*>(from), count * sizeof(Value));
 }
 
-// Where a slot stood, with the first bytes of its key as a number, most significant first.
+// The position of a slot and the first bytes of its key as a big-endian number.
 struct SortKey {
   std::uint64_t prefix;
   std::size_t index;
@@ -50,7 +50,7 @@ std::vector<SortKey> sortedKeys(const DictionaryStore& store) {
   return keys;
 }
 
-// A store with the slots in order, of those with one key the last; the given one is gone.
+// Returns a store with sorted slots and the last of each duplicate key. Destroys the given store.
 DictionaryStore* sorted(DictionaryStore* store) {
   const std::vector<SortKey> keys = sortedKeys(*store);
   DictionaryStore* result = DictionaryStore::make(store->size);
@@ -98,8 +98,8 @@ void ValueBuilder::grow() {
   _room = room;
 }
 
-// The outermost container takes the whole block over where a copy would cost more than the room
-// that is given back.
+// Returns whether the outermost container should take over the whole block, because a copy would
+// cost more than the unused space.
 bool ValueBuilder::isWorthKeeping(const Frame& frame) const noexcept {
   constexpr std::size_t smallest = std::size_t{64} * 1024;
   return _block != nullptr && frame.start == 0 && _size * sizeof(Value) >= smallest;

@@ -12,9 +12,8 @@
 
 namespace platform {
 
-// Builds nested arrays and dictionaries from the inside, without recursion: values are pushed on
-// one stack, and the end of a container gathers what was pushed since its beginning. For one
-// thread.
+// Builds nested arrays and dictionaries bottom-up, without recursion: values are pushed on a stack,
+// and the end of a container collects the values pushed since its beginning. For one thread.
 class ValueBuilder {
  public:
   ValueBuilder();
@@ -24,25 +23,24 @@ class ValueBuilder {
 
   void beginArray() { _frames.push_back({_size, false, true}); }
   void beginDictionary() { _frames.push_back({_size, true, true}); }
-  // The container that was begun last becomes one value. A dictionary must have a value for each
-  // key; of a key that comes twice the last value stays.
+  // Turns the innermost container into a value. A dictionary must have a value for each key; for a
+  // duplicate key, the last value wins.
   void end();
 
-  // An element, the value for the last key, or the root; made in its place from what a value can be
-  // made from.
+  // Pushes an element, the value for the last key, or the root, and constructs it in place.
   template <class Content>
   void push(Content&& content) {
     if (_size == _room) grow();
     new (_values + _size) Value(std::forward<Content>(content));
     ++_size;
   }
-  // The same for a string. `readable` bytes may be read from the start of the text.
+  // Pushes a string. `readable` bytes may be read from the start of the text.
   void pushText(std::string_view text, std::size_t readable) {
     if (_size == _room) grow();
     new (_values + _size) Value(Value::string(text, readable));
     ++_size;
   }
-  // The innermost container must be a dictionary that expects a key; the key must be a string.
+  // The innermost container must be a dictionary that expects a key. The key must be a string.
   void pushKey(Value&& key) {
     push(std::move(key));
     checkOrder();
@@ -57,24 +55,24 @@ class ValueBuilder {
   bool expectsKey() const noexcept {
     return inDictionary() && (_size - _frames.back().start) % 2 == 0;
   }
-  // The value that was pushed last.
+  // Returns the value pushed last.
   const Value& last() const noexcept { return _values[_size - 1]; }
-  // Whether the root is complete.
+  // Returns whether the root is complete.
   bool complete() const noexcept { return _frames.empty() && _size == 1; }
-  // The root, which must be complete.
+  // Returns the root, which must be complete.
   Value take() noexcept { return std::move(_values[0]); }
 
  private:
   struct Frame {
-    std::size_t start;  // where its values begin on the stack
+    std::size_t start;  // index of its first value on the stack
     bool dictionary;
-    bool sorted;  // each key came after the one before
+    bool sorted;  // whether the keys are in ascending order
   };
-  // Room for a head in front of the values, so that the whole block can become a store.
+  // Space for a head before the values, so that the block itself can become a store.
   static constexpr std::size_t headSize = sizeof(detail::ArrayStore);
   static constexpr std::size_t inlineRoom = 160;
 
-  // Notes whether the key that was pushed last comes after the one before.
+  // Records whether the key pushed last is greater than the one before.
   void checkOrder() {
     Frame& frame = _frames.back();
     if (_size < frame.start + 3 || !frame.sorted) return;
@@ -88,7 +86,7 @@ class ValueBuilder {
   void useInlineBlock() noexcept;
 
   std::vector<Frame> _frames;
-  void* _block = nullptr;  // from malloc; null while the inline one is enough
+  void* _block = nullptr;  // from malloc; null while the inline block is used
   Value* _values = nullptr;
   std::size_t _size = 0;
   std::size_t _room = 0;

@@ -37,7 +37,7 @@ std::int64_t machineNanoseconds() noexcept {
   return std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-// What a thread sleeps on: the descriptor that wakes it, then one for each wait.
+// The descriptors that a thread polls: its wake-up descriptor, then one for each wait.
 struct MainQueue::Sleep {
   std::vector<pollfd> polled;
   std::vector<std::pair<MainQueue*, std::uint64_t>> waits;
@@ -54,7 +54,7 @@ MainQueue::~MainQueue() {
 
 void MainQueue::wake() {
   const std::uint64_t one = 1;
-  // A counter that is full wakes as well.
+  // A full counter wakes the thread too.
   [[maybe_unused]] const ssize_t written = ::write(wakeDescriptor(), &one, sizeof(one));
 }
 
@@ -98,7 +98,7 @@ void MainQueue::cancelWait(std::uint64_t wait) {
 }
 
 void MainQueue::close() {
-  // What goes may come back here, and finds nothing locked.
+  // Destroyed after the lock is released, because destructors may call this queue.
   std::deque<Work> ready;
   std::multimap<std::int64_t, Work> delayed;
   std::map<std::uint64_t, Wait> waits;

@@ -15,27 +15,27 @@
 
 namespace platform {
 
-// Times of schedulers, in whole nanoseconds, so that 0.7 + 0.1 + 0.2 seconds are one second.
-// Negative spans and NaN give 0; what is longer than about 100 years gives 100 years.
+// Converts seconds to whole nanoseconds, so that 0.7 + 0.1 + 0.2 seconds are exactly one second.
+// Negative values and NaN become 0; the maximum is about 100 years.
 std::int64_t nanosecondsOfSeconds(double seconds) noexcept;
 double secondsOfNanoseconds(std::int64_t nanoseconds) noexcept;
-// The clock of the machine, which never goes back. Only differences mean something.
+// The machine's monotonic clock. Only differences are meaningful.
 std::int64_t machineNanoseconds() noexcept;
 
-// What waits to run on a main thread: work for now, work for later, and work that waits for a
-// file descriptor. `sleep` is the one place where a main thread waits for anything.
+// The work of a main thread: immediate work, delayed work, and work that waits for a file
+// descriptor. The main thread blocks only in `sleep`.
 //
-// The times of work for later are those of whatever clock its owner has. The deadlines are those
-// of the machine's clock.
+// Delayed work uses the clock of the queue's owner. Deadlines use the machine's clock.
 //
-// Threads: any for what brings work, `cancelWait`, `close` and `size`; all else on the main thread.
+// Threads: functions that add work, `cancelWait`, `close` and `size` from any thread; all others on
+// the main thread.
 class MainQueue {
  public:
-  // A deadline that does not come.
+  // A deadline in the infinite future.
   static constexpr std::int64_t never = std::numeric_limits<std::int64_t>::max();
 
-  // `outer` is another queue of the same thread, which goes on while this one is waited for:
-  // `sleep` also returns when there is something for it. Null for none; it has no outer one itself.
+  // `outer` is another queue of the same thread that continues while this one waits: `sleep` also
+  // returns when the outer queue has work. May be null; must not have an outer queue itself.
   explicit MainQueue(std::shared_ptr<MainQueue> outer = nullptr);
   ~MainQueue();
   MainQueue(const MainQueue&) = delete;
@@ -43,32 +43,32 @@ class MainQueue {
 
   void push(Work work);
   void pushAt(std::int64_t time, Work work);
-  // Runs the work once, when the descriptor has something to read or is at its end. The result is
-  // the wait's number, 0 after `close`.
+  // Runs the work once, when the descriptor is readable or at the end of the file. Returns the
+  // number of the wait, or 0 after `close`.
   std::uint64_t addWait(int descriptor, Work work);
-  // Nothing where the wait is over.
+  // Does nothing if the wait is over.
   void cancelWait(std::uint64_t wait);
-  // Drops everything that waits here, and what comes from now on.
+  // Drops all waiting work and any work added later.
   void close();
-  // Pieces of work for now and for later.
+  // Returns the number of immediate and delayed pieces of work.
   std::size_t size() const;
 
-  // Null where there is none.
+  // May be null.
   const std::shared_ptr<MainQueue>& outer() const noexcept { return _outer; }
-  // The first piece that is ready; an empty function where there is none.
+  // Returns the first ready piece of work; an empty function if there is none.
   Work takeReady();
-  // Makes delayed work whose time has come ready, in the order of the times.
+  // Moves delayed work that is due to the ready work, in the order of its times.
   void makeDueReady(std::int64_t now);
   std::optional<std::int64_t> nextTime() const;
-  // Waits until a piece is ready or there was a push, at most until the deadline, and makes work
-  // ready whose descriptor can be read. Does the latter alone where a piece is ready already or the
-  // deadline has passed. May also return before for no reason.
+  // Blocks until work is ready or pushed, or the deadline passes. Then moves work whose descriptor
+  // is readable to the ready work. If work is ready already or the deadline has passed, does not
+  // block. May also return early without a reason.
   void sleep(std::int64_t deadline);
 
-  // For a queue that belongs to no process: runs what is ready, and what that makes ready.
+  // For a queue without a process: runs the ready work, and the work that this makes ready.
   void runReady();
-  // The same, over and over until the condition holds; false where the deadline came before. The
-  // condition must become true by work that runs here.
+  // Calls runReady until the condition is true; returns false if the deadline passes first. Only
+  // work of this queue may make the condition true.
   bool runUntil(const std::function<bool()>& condition, std::int64_t deadline = never);
 
  private:
@@ -83,7 +83,7 @@ class MainQueue {
   void makeReadableReady(std::uint64_t wait);
 
   const std::shared_ptr<MainQueue> _outer;
-  const int _wakeDescriptor;  // -1 where there is an outer queue, whose is used
+  const int _wakeDescriptor;  // -1 if there is an outer queue; its descriptor is used then
   mutable std::mutex _mutex;
   bool _closed = false;
   std::deque<Work> _ready;

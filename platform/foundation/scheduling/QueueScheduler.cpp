@@ -54,7 +54,7 @@ ExceptionHandler QueueScheduler::exceptionHandler() {
 void QueueScheduler::run(Work work) {
   std::optional<ProcessScope> scope;
   if (_process != nullptr) scope.emplace(*_process);
-  // What the work holds may only go while the process is the current one.
+  // The work's captures must be destroyed while the process is the current one.
   const Work running = std::move(work);
   try {
     running();
@@ -96,7 +96,7 @@ bool QueueScheduler::runMainUntil(const std::function<bool()>& condition, double
       deadline = std::min(deadline, start + nanosecondsOfSeconds(next));
     }
     if (condition()) {
-      // What became readable before the condition did is still delivered.
+      // Deliver what became readable before the condition became true.
       runMain();
       return true;
     }

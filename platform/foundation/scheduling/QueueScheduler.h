@@ -13,14 +13,14 @@ namespace platform {
 
 class Process;
 
-// What the schedulers have in common: the main queue of a process, on the thread that made the
+// The common part of the schedulers: the main queue of a process, on the thread that made the
 // scheduler, and how that thread waits.
 //
-// Threads: those of Scheduler; what is added here belongs to the main thread.
+// Threads: as in Scheduler; the functions added here only on the main thread.
 class QueueScheduler : public Scheduler {
  public:
-  // Takes the seconds (of the outside world) that runMainUntil has waited; gives those after which
-  // it is to be called again at the latest.
+  // Receives the real seconds that runMainUntil has waited. Returns the longest time until the next
+  // call.
   using WaitHandler = std::function<double(double seconds)>;
 
   bool isMainThread() const override;
@@ -32,39 +32,39 @@ class QueueScheduler : public Scheduler {
   void cancelWait(std::uint64_t wait) final;
   void setExceptionHandler(ExceptionHandler handler) final;
 
-  // Runs the main work that is due, and what that work queues for now, until none is left.
+  // Runs all main work that is due, including immediate work that it queues.
   void runMain();
-  // Sleeps until there is work for `runMain`, or for the outer queue.
+  // Blocks until `runMain` or the outer queue has work.
   void sleep();
-  // Called before runMainUntil looks at its condition, when it begins and whenever it was woken.
+  // The handler is called before runMainUntil checks its condition: at the start and after each
+  // wake-up.
   void setWaitHandler(WaitHandler handler) { _whileWaiting = std::move(handler); }
-  // Waits for the background work that is running, and drops all work that has not begun. What
-  // comes later is dropped, too, and `runMainUntil` waits for nothing any more.
+  // Waits for running background work and drops all other work, including work added later.
+  // `runMainUntil` no longer waits.
   void shutDown();
 
  protected:
-  // The process that work runs for; null leaves the current one as it is. It must outlive the
-  // scheduler. `outer` is as of MainQueue. Whoever derives from this calls shutDown in its
-  // destructor.
+  // `process` is the process that work runs for; null keeps the current one. It must outlive the
+  // scheduler. For `outer`, see MainQueue. Derived classes must call shutDown in their destructors.
   QueueScheduler(Process* process, std::shared_ptr<MainQueue> outer);
 
   MainQueue& queue() const noexcept { return *_main; }
-  // Runs one piece of work for the process, and hands on the platform exceptions that leave it. The
-  // work and what it holds are gone when this returns. An exception that nobody handles leaves it.
+  // Runs one piece of work for the process and passes platform exceptions to the handler. The work
+  // and its captures are destroyed when this returns. Rethrows exceptions that are not handled.
   void run(Work work);
   void runDue();
 
  private:
-  // What the times in the queue are measured by.
+  // The clock used by the times in the queue.
   virtual std::int64_t clock() const = 0;
-  // When the machine's clock will have made work due; MainQueue::never where it makes none due.
+  // The machine's time at which the next work is due; MainQueue::never if there is none.
   virtual std::int64_t nextTime() const = 0;
   virtual void dropBackground() = 0;
   ExceptionHandler exceptionHandler();
 
   Process* const _process;
   const std::thread::id _mainThread;
-  const std::shared_ptr<MainQueue> _main;  // wakers may live longer than the scheduler
+  const std::shared_ptr<MainQueue> _main;  // shared, because wakers may outlive the scheduler
   std::mutex _mutex;
   ExceptionHandler _handler;
   WaitHandler _whileWaiting;

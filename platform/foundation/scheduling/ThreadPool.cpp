@@ -7,7 +7,7 @@
 
 namespace platform {
 
-// Has at most one piece of its work in the pool at a time, which keeps the order.
+// Has at most one piece of work in the pool at a time, to keep the order.
 class ThreadPool::Queue final : public SerialQueue, public std::enable_shared_from_this<Queue> {
  public:
   Queue(std::string label, std::weak_ptr<ThreadPool> pool)
@@ -27,7 +27,7 @@ class ThreadPool::Queue final : public SerialQueue, public std::enable_shared_fr
     pushNext(*pool);
   }
 
-  // Drops what waits, which may hold this queue itself.
+  // Drops waiting work, which may own this queue.
   void close() {
     std::deque<Work> dropped;
     {

@@ -15,22 +15,21 @@
 
 namespace platform {
 
-// Threads that run work, and serial queues that take turns on them.
-// Threads: any; `stop` and the destructor, which does the same, on a thread that is not one of the
-// pool.
+// Threads that run work, and serial queues that share them. Threads: any; `stop` and the
+// destructor, which calls it, not on a thread of the pool.
 class ThreadPool : public std::enable_shared_from_this<ThreadPool> {
  public:
-  // `run` runs one piece of work on the thread that calls it; it must not raise.
+  // `run` runs one piece of work on the calling thread. It must not throw.
   ThreadPool(std::size_t threads, std::function<void(Work)> run);
   ~ThreadPool();
   ThreadPool(const ThreadPool&) = delete;
   ThreadPool& operator=(const ThreadPool&) = delete;
 
-  // Nothing after `stop`.
+  // Does nothing after `stop`.
   void push(Work work);
-  // Of a pool that is shared. A queue lives on without its pool, but takes no more work.
+  // Requires a pool owned by a shared_ptr. A queue may outlive its pool, but then ignores work.
   std::shared_ptr<SerialQueue> makeSerialQueue(std::string label);
-  // Waits for the work that is running and drops the rest.
+  // Waits for running work and drops the rest.
   void stop();
 
  private:

@@ -26,7 +26,7 @@ ThreadedScheduler::~ThreadedScheduler() {
 void ThreadedScheduler::runInBackground(Work work) {
   try {
     run(std::move(work));
-    // The main thread may wait for what the work has done.
+    // The main thread may wait for a result of the work.
     queue().push([] {});
   } catch (const Exception&) {
     queue().push([raised = std::current_exception()] { std::rethrow_exception(raised); });

@@ -10,14 +10,14 @@ namespace platform {
 
 class ThreadPool;
 
-// The scheduler of the real world: the clock of the machine, the main queue on the thread that
-// made the scheduler, the queues on two threads of their own.
+// The scheduler for production: uses the machine's clock, runs the main queue on the thread that
+// made the scheduler, and runs the other queues on two threads.
 //
-// Threads: as of QueueScheduler; the destructor on the thread that made it. Work that has not begun
-// when the scheduler goes away does not run.
+// Threads: as in QueueScheduler; the destructor on the thread that made the scheduler. It drops
+// work that has not started.
 class ThreadedScheduler final : public QueueScheduler {
  public:
-  // Null for no process, and for no outer queue. See QueueScheduler.
+  // Both arguments may be null. See QueueScheduler.
   explicit ThreadedScheduler(Process* process = nullptr,
                              std::shared_ptr<MainQueue> outer = nullptr);
   ~ThreadedScheduler() override;

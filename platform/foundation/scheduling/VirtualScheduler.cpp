@@ -24,7 +24,7 @@ class FlagScope {
 
 }  // namespace
 
-// Shared with the serial queues, which may live longer than the scheduler.
+// Shared with the serial queues, which may outlive the scheduler.
 struct VirtualScheduler::Background {
   std::mutex mutex;
   std::deque<Work> pending;
@@ -98,7 +98,7 @@ void VirtualScheduler::advance(double seconds) {
     if (*next > _now) _now = *next;
     runDue();
   }
-  // Work that moved the clock itself may have gone further.
+  // Work that advanced the clock itself may have moved it further.
   if (end > _now) _now = end;
 }
 

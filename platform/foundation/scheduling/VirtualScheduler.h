@@ -10,37 +10,37 @@
 
 namespace platform {
 
-// The scheduler of tests and scripts: the clock stands still until `advance`, and everything runs
-// on the thread that made the scheduler, where and when the test says so. While runMainUntil waits
-// for the outside world, the clock stands still and background work stays where it is.
+// The scheduler for tests and scripts: the clock moves only in `advance`, and all work runs on the
+// thread that made the scheduler, when the test asks for it. While runMainUntil waits for a child
+// process, the clock stands still and background work does not run.
 //
-// Threads: work may be queued from any thread; what runs work is for the main thread only.
+// Threads: any may queue work; functions that run work only on the main thread.
 class VirtualScheduler final : public QueueScheduler {
  public:
-  // Null for no process, and for no outer queue. See QueueScheduler.
+  // Both arguments may be null. See QueueScheduler.
   explicit VirtualScheduler(Process* process = nullptr, std::shared_ptr<MainQueue> outer = nullptr);
   ~VirtualScheduler() override;
 
   double now() const override;
-  // False while background work runs, although it runs on the same thread.
+  // Returns false while background work runs, although it runs on the main thread.
   bool isMainThread() const override;
   void asyncGlobal(Work work) override;
   std::shared_ptr<SerialQueue> makeSerialQueue(std::string label) override;
 
-  // Moves the clock. Delayed main work that falls due within the span runs in the order of its
-  // times, each at its own time, and so does what it queues within the span. Seconds that are
-  // negative or not a number count as none. A platform exception that nobody handles leaves the
-  // clock where it was raised.
+  // Moves the clock. Runs delayed main work that becomes due, each piece at its own time and in
+  // order, including work queued in the meantime. Negative seconds and NaN count as 0. If an
+  // exception is not handled, the clock stays at its time.
   void advance(double seconds);
 
-  // Pieces of main work that wait, for now and for later.
+  // Returns the number of queued pieces of main work, immediate and delayed.
   std::size_t pendingMain() const;
-  // Pieces of work that wait in the global queue and in the serial queues.
+  // Returns the number of pieces of work in the global queue and the serial queues.
   std::size_t pendingBackground() const;
-  // Runs the first n pieces, in the order in which they were queued, whichever queue they are in
-  // (which keeps the order of each serial queue). The result is how many there were to run.
+  // Runs the first n pieces in the order in which they were queued, which keeps the order of each
+  // serial queue. Returns the number of pieces run.
   std::size_t runBackground(std::size_t count);
-  // The same until none is left, with those that are queued meanwhile.
+  // Runs background work until none is left, including work queued in the meantime. Returns the
+  // number of pieces run.
   std::size_t runAllBackground();
 
  private:

@@ -28,7 +28,7 @@ bool isSpace(char c) noexcept {
   return c == ' ' || c == '\n' || c == '\t' || c == '\r';
 }
 
-// Four characters of the alphabet into three bytes.
+// Decodes four characters of the alphabet into three bytes.
 void decodeQuantum(const char* text, std::uint8_t* out) noexcept {
   const unsigned group = static_cast<unsigned>(sextet(text[0]) << 18U) |
                          static_cast<unsigned>(sextet(text[1]) << 12U) |
@@ -44,7 +44,7 @@ void decodeQuanta(const char* text, std::size_t size, std::uint8_t* out, Path pa
   for (; offset < size; offset += 4) decodeQuantum(text + offset, out + offset / 4 * 3);
 }
 
-// One to three bytes, padded.
+// Encodes one to three bytes, with padding.
 void encodeQuantum(const std::uint8_t* bytes, std::size_t count, char* out) noexcept {
   const unsigned second = count > 1 ? bytes[1] : 0U;
   const unsigned third = count > 2 ? bytes[2] : 0U;
@@ -55,7 +55,7 @@ void encodeQuantum(const std::uint8_t* bytes, std::size_t count, char* out) noex
   out[3] = count > 2 ? alphabet[group & 63U] : '=';
 }
 
-// Encodes the front of `readable` bytes.
+// Encodes the start of `readable` bytes.
 char* encodeRun(const std::uint8_t* bytes, std::size_t size, std::size_t readable, char* out,
                 Path path) noexcept {
   std::size_t offset = path == Path::vector ? avx2::encode(bytes, size, readable, out) : 0;
@@ -66,7 +66,8 @@ char* encodeRun(const std::uint8_t* bytes, std::size_t size, std::size_t readabl
   return out;
 }
 
-// The white space between two lines at some indent, compared with one load where it is short.
+// The white space between two lines at some indent. If it is short, it is compared with a single
+// load.
 class Gap {
  public:
   Gap(const char* text, std::size_t size) noexcept : _text(text), _size(size) {
@@ -82,7 +83,8 @@ class Gap {
     return offset + _size <= text.size() && std::memcmp(text.data() + offset, _text, _size) == 0;
   }
   std::size_t size() const noexcept { return _size; }
-  // The lines that it stands between, for blocks; of width 0 where those cannot take them.
+  // Returns the lines around this gap for the block functions; width 0 if those do not support
+  // them.
   avx2::Lines lines(std::size_t width) const noexcept {
     constexpr std::size_t narrowest = 32;
     if (_size > sizeof _word || width < narrowest) return {};
@@ -96,8 +98,8 @@ class Gap {
   std::uint64_t _mask = ~std::uint64_t{0};
 };
 
-// One pass over the text between two tags. The lines are regular as long as each full one has the
-// width that the indent gives and is followed by the first gap again.
+// Scans the text between two tags in one pass. Lines are regular as long as each full one has the
+// width for the indent and is followed by the same gap as the first.
 class Scanner {
  public:
   Scanner(std::string_view text, Path path) noexcept
@@ -111,7 +113,7 @@ class Scanner {
   }
 
  private:
-  // A line end and the tabs after it; 0 where the text does not begin so.
+  // Returns the size of a leading line end and its tabs; 0 if there is none.
   static std::size_t firstGap(std::string_view text) noexcept {
     if (text.empty() || text.front() != '\n') return 0;
     return std::min(text.find_first_not_of('\t', 1), text.size());
@@ -137,18 +139,20 @@ class Scanner {
     const std::string_view rest = _text.substr(_offset);
     std::size_t count = avx2::regularLines(rest.data(), rest.size(), lines);
     const std::size_t stride = lines.width + lines.gapSize;
-    // The gap after the last line may be the one before the end tag, which is not passed here.
+    // The gap after the last line may be the one before the end tag, which must not be skipped
+    // here.
     if (count > 0 && sextet(rest[count * stride]) == foreign) --count;
     _offset += count * stride;
     _characters += count * lines.width;
   }
 
-  // Passes one run, one pad or the white space at _offset. False where none stands there.
+  // Skips one run, one padding character or the white space at _offset. Returns false if there is
+  // none of them.
   bool step() noexcept {
     const std::size_t length = alphabetRun(_text.substr(_offset), _path);
     if (length > 0) return passRun(length);
     if (_text[_offset] == '=') return passPad();
-    if (!isSpace(_text[_offset])) return refuse("only base64 text may stand in <data>");
+    if (!isSpace(_text[_offset])) return refuse("only base64 text is allowed in <data>");
     if (_gap.size() != 0 && _gap.matches(_text, _offset) && _lastGap == 0) {
       _lastGap = _offset;
       _offset += _gap.size();
@@ -160,7 +164,7 @@ class Scanner {
   }
 
   bool passRun(std::size_t length) noexcept {
-    if (_padding > 0) return refuse("base64 text goes on after its padding");
+    if (_padding > 0) return refuse("base64 text continues after its padding");
     _regular = _regular && _lastRun == 0 && _lastGap == 0;
     _lastRun = length;
     _last = _text[_offset + length - 1];
@@ -171,7 +175,7 @@ class Scanner {
 
   bool passPad() noexcept {
     if (_padding == 2 || (_characters + _padding) % 4 < 2) {
-      return refuse("'=' stands only at the end of base64 text, for what a group of four lacks");
+      return refuse("'=' is allowed only as padding at the end of base64 text");
     }
     _regular = _regular && _lastGap == 0;
     ++_padding;
@@ -184,7 +188,7 @@ class Scanner {
     return false;
   }
 
-  // Bits of the last character that stand for no byte must be 0 in what encodeLines writes.
+  // encodeLines writes 0 for the unused bits of the last character.
   bool spareBitsAreZero() const noexcept {
     return _padding == 0 || (sextet(_last) & (_padding == 1 ? 3U : 15U)) == 0;
   }
@@ -213,15 +217,15 @@ class Scanner {
   std::size_t _characters = 0;
   std::size_t _padding = 0;
   std::size_t _lastRun = 0;  // length of the run after the full lines
-  std::size_t _lastGap = 0;  // where the gap before the end tag stands
+  std::size_t _lastGap = 0;  // position of the gap before the end tag
   char _last = 'A';
   bool _regular = true;
   const char* _problem = nullptr;
 };
 
-// Decodes text with white space anywhere.
+// Decodes text with white space at any position.
 void decodeAnywhere(std::string_view text, std::uint8_t* out, Path path) noexcept {
-  std::array<char, 4> pending{};  // characters of a group that a line end breaks
+  std::array<char, 4> pending{};  // characters of a group split by a line end
   std::size_t waiting = 0;
   std::size_t offset = 0;
   while (offset < text.size()) {
@@ -282,7 +286,7 @@ void decodeLines(std::string_view text, std::size_t indent, std::uint8_t* out, P
   if (path == Path::vector && lines.width != 0 && text.size() > gap.size()) {
     text.remove_prefix(gap.size());
     const std::size_t stride = width + gap.size();
-    // The last line may be short, and its end tag's gap is shorter than a block.
+    // The last line may be short, and the gap before its end tag is shorter than a block.
     const std::size_t count = (text.size() - 1) / stride;
     avx2::decodeLines(text.data(), count, lines, out);
     text.remove_prefix(count * stride);

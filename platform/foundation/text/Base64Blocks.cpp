@@ -10,7 +10,7 @@
 namespace platform::base64::avx2 {
 namespace {
 
-// The same sixteen bytes in both lanes.
+// Puts the same sixteen bytes in both lanes.
 PLATFORM_AVX2 inline __m256i twice(__m128i lane) {
   return _mm256_broadcastsi128_si256(lane);
 }
@@ -19,9 +19,10 @@ PLATFORM_AVX2 inline __m256i highNibbles(__m256i text) {
   return _mm256_and_si256(_mm256_srli_epi32(text, 4), _mm256_set1_epi8(0x0F));
 }
 
-// Bits where a character is not of the alphabet. Each high nibble stands for one or more
-// bits in `high`; `low` has, for a low nibble, the bits of those high nibbles that it may not come
-// with. High nibbles that no character of the alphabet has share the bit that every low one has.
+// Returns nonzero bytes for characters outside of the alphabet. Each high nibble maps to one or
+// more bits in `high`; `low` maps a low nibble to the bits of the high nibbles that it must not be
+// combined with. High nibbles without any character of the alphabet share the bit that is set for
+// every low nibble.
 PLATFORM_AVX2 inline __m256i clashes(__m256i text) {
   const __m256i high = twice(_mm_setr_epi8(0x10, 0x10, 0x01, 0x02, 0x04, 0x08, 0x04, 0x08, 0x10,
                                            0x10, 0x10, 0x10, 0x10, 0x10, 0x10, 0x10));
@@ -32,13 +33,14 @@ PLATFORM_AVX2 inline __m256i clashes(__m256i text) {
                           _mm256_shuffle_epi8(low, lowNibbles));
 }
 
-// A bit for each character that is not of the alphabet.
+// Returns a bit for each character outside of the alphabet.
 PLATFORM_AVX2 inline std::uint32_t foreign(__m256i text) {
   const __m256i fine = _mm256_cmpeq_epi8(clashes(text), _mm256_setzero_si256());
   return ~static_cast<std::uint32_t>(_mm256_movemask_epi8(fine));
 }
 
-// Six-bit values of 32 characters of the alphabet: an offset by high nibble, with '/' apart.
+// Converts 32 characters of the alphabet to six-bit values: adds an offset by high nibble, with '/'
+// as a special case.
 PLATFORM_AVX2 inline __m256i sextets(__m256i text) {
   const __m256i offsets =
       twice(_mm_setr_epi8(0, 16, 19, 4, -65, -65, -71, -71, 0, 0, 0, 0, 0, 0, 0, 0));
@@ -47,7 +49,7 @@ PLATFORM_AVX2 inline __m256i sextets(__m256i text) {
   return _mm256_add_epi8(text, _mm256_shuffle_epi8(offsets, row));
 }
 
-// Four sextets of each group of four bytes become three bytes; all 24 come to the front.
+// Packs each group of four sextets into three bytes, and moves all 24 bytes to the front.
 PLATFORM_AVX2 inline __m256i packed(__m256i values) {
   const __m256i pairs = _mm256_maddubs_epi16(values, _mm256_set1_epi32(0x01400140));
   const __m256i quads = _mm256_madd_epi16(pairs, _mm256_set1_epi32(0x00011000));
@@ -57,7 +59,7 @@ PLATFORM_AVX2 inline __m256i packed(__m256i values) {
                                      _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7));
 }
 
-// Twelve bytes at the front of each lane become sixteen sextets a lane.
+// Splits twelve bytes at the front of each lane into sixteen sextets.
 PLATFORM_AVX2 inline __m256i spread(__m256i bytes) {
   const __m256i order = twice(_mm_setr_epi8(1, 0, 2, 1, 4, 3, 5, 4, 7, 6, 8, 7, 10, 9, 11, 10));
   const __m256i groups = _mm256_shuffle_epi8(bytes, order);
@@ -67,7 +69,7 @@ PLATFORM_AVX2 inline __m256i spread(__m256i bytes) {
                          _mm256_mullo_epi16(odds, _mm256_set1_epi32(0x01000010)));
 }
 
-// The characters of sextets: an offset by the range that the value lies in.
+// Converts sextets to characters: adds an offset by the range of the value.
 PLATFORM_AVX2 inline __m256i characters(__m256i values) {
   const __m256i offsets =
       twice(_mm_setr_epi8('a' - 26, '0' - 52, '0' - 52, '0' - 52, '0' - 52, '0' - 52, '0' - 52,
@@ -82,7 +84,7 @@ PLATFORM_AVX2 inline __m256i load(const char* text) {
   return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(text));
 }
 
-// The characters that one line's blocks begin at: the last block ends where the line ends, and may
+// The starting characters of the blocks of a line. The last block ends with the line and may
 // overlap the one before.
 struct Blocks {
   std::size_t middle;

@@ -34,7 +34,7 @@ std::string_view trimmed(std::string_view text) noexcept {
   return text;
 }
 
-// Takes a sign off the front; true for a minus.
+// Removes a leading sign. Returns true for a minus.
 bool takeSign(std::string_view& text) noexcept {
   if (text.empty() || (text.front() != '-' && text.front() != '+')) return false;
   const bool negative = text.front() == '-';
@@ -51,7 +51,7 @@ bool isHexadecimal(std::string_view text) noexcept {
   return text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
 }
 
-// The decimal exponent at the front of text, kept small enough to be added to a length.
+// Returns the leading decimal exponent, limited so that a length can be added to it.
 std::int64_t leadingExponent(std::string_view text) noexcept {
   const bool negative = takeSign(text);
   std::int64_t exponent = 0;
@@ -61,9 +61,10 @@ std::int64_t leadingExponent(std::string_view text) noexcept {
   return negative ? -exponent : exponent;
 }
 
-// Whether an unsigned decimal real, which no double is near to, is too large and not too small.
+// Returns whether an unsigned decimal real outside of the range of a double is too large, not too
+// small.
 bool isLarge(std::string_view text) noexcept {
-  std::int64_t position = 0;  // of the first digit that counts, from the point to the left
+  std::int64_t position = 0;  // of the first significant digit, counted left from the point
   bool counts = false;
   bool fraction = false;
   std::size_t i = 0;
@@ -82,10 +83,10 @@ bool isLarge(std::string_view text) noexcept {
 
 struct Real {
   double value = 0.0;
-  std::size_t length = 0;  // of the text that was understood
+  std::size_t length = 0;  // of the parsed text
 };
 
-// An unsigned decimal real at the front of the text.
+// Reads a leading unsigned decimal real.
 Real readReal(std::string_view text) noexcept {
   if (text.empty() || !(isDigit(text.front()) || text.front() == '.')) return {};
   Real real;
@@ -98,7 +99,7 @@ Real readReal(std::string_view text) noexcept {
   return real;
 }
 
-// As "%.<digits>g" prints a finite number.
+// Formats a finite number with "%.<digits>g".
 template <class Real>
 std::string general(Real value, int digits) {
   std::array<char, 40> buffer{};
@@ -121,10 +122,10 @@ std::string shortest(Real value) {
 
 using Days = std::chrono::sys_days;
 
-// The first day of the reference date.
+// The day of the reference date.
 constexpr Days referenceDay = std::chrono::year(2001) / 1 / 1;
 
-// The years that four digits can write.
+// The years with four digits.
 constexpr std::chrono::year firstYear(1);
 constexpr std::chrono::year yearAbove(10'000);
 
@@ -132,7 +133,8 @@ constexpr std::chrono::seconds sinceReference(Days day) noexcept {
   return day - referenceDay;
 }
 
-// `count` digits at `offset`; a number that is always too large if there is anything else.
+// Reads `count` digits at `offset`. Returns a number that is always out of range if there is any
+// other character.
 unsigned digitsAt(std::string_view text, std::size_t offset, std::size_t count) noexcept {
   unsigned value = 0;
   for (std::size_t i = offset; i < offset + count; ++i) {
@@ -180,7 +182,7 @@ bool leadingTruth(std::string_view text) noexcept {
 
 namespace {
 
-// Up to 18 digits and nothing else, which is how integers are nearly always written.
+// Fast path: up to 18 digits and nothing else, the usual form of integers.
 bool parsePlainInteger(std::string_view text, std::uint64_t& magnitude) noexcept {
   if (text.empty() || text.size() > 18) return false;
   magnitude = 0;

@@ -5,8 +5,8 @@
 
 namespace platform {
 
-// The name of a source file, without its folders, as messages give it: "HBLinkTableCell.cpp" for
-// its __FILE__; "<Unknown File>" where the compiler tells none. Threads: any.
+// Returns the name of a source file without folders, for messages: "HBLinkTableCell.cpp" for its
+// __FILE__, or "<Unknown File>" for an empty path. Threads: any.
 std::string sourceFileName(std::string_view path);
 
 }  // namespace platform

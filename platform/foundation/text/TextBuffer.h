@@ -7,7 +7,7 @@
 
 namespace platform {
 
-// Text that grows at its end without being cleared first. For one thread.
+// Text that grows at its end without zeroing the new bytes. For one thread.
 class TextBuffer {
  public:
   TextBuffer() noexcept = default;
@@ -24,13 +24,13 @@ class TextBuffer {
     if (!text.empty()) std::memcpy(to, text.data(), text.size());
   }
   void append(std::size_t count, char c) { std::memset(extend(count), c, count); }
-  // Makes room for `size` more bytes, which the caller fills.
+  // Appends `size` bytes, which the caller must fill.
   char* extend(std::size_t size) {
     char* const to = reserve(size);
     _size += size;
     return to;
   }
-  // Makes room for up to `size` bytes; `commit` says how many were used.
+  // Reserves `size` bytes at the end. Call `commit` with the number of bytes used.
   char* reserve(std::size_t size) {
     if (_room - _size < size) grow(size);
     return _begin + _size;

@@ -10,14 +10,13 @@
 #include <emmintrin.h>
 #endif
 
-// Text looked at eight bytes at a time. The functions give the same on machines of either byte
-// order.
+// Processes text eight bytes at a time. Results do not depend on the byte order of the machine.
 namespace platform::words {
 
 inline constexpr std::uint64_t ones = 0x0101010101010101U;
 inline constexpr std::uint64_t highs = 0x8080808080808080U;
 
-// The first byte becomes the lowest one.
+// Loads eight bytes; the first becomes the lowest.
 inline std::uint64_t load(const char* at) noexcept {
   std::uint64_t word = 0;
   std::memcpy(&word, at, sizeof word);
@@ -25,17 +24,18 @@ inline std::uint64_t load(const char* at) noexcept {
   return word;
 }
 
-// The first byte becomes the highest one.
+// Loads eight bytes; the first becomes the highest.
 inline std::uint64_t loadBigEndian(const char* at) noexcept {
   return __builtin_bswap64(load(at));
 }
 
-// A high bit in the lowest byte that is zero, and perhaps in bytes above it.
+// Sets the high bit of the lowest zero byte. May also set high bits above it.
 constexpr std::uint64_t zeroBytes(std::uint64_t word) noexcept {
   return (word - ones) & ~word & highs;
 }
 
-// A high bit in the lowest byte that is a control or not ASCII, and perhaps in bytes above it.
+// Sets the high bit of the lowest byte that is a control or not ASCII. May also set high bits above
+// it.
 constexpr std::uint64_t unprintableBytes(std::uint64_t word) noexcept {
   return ((word - ones * 0x20) | word) & highs;
 }
@@ -44,12 +44,12 @@ constexpr std::uint64_t bytesEqualTo(std::uint64_t word, char c) noexcept {
   return zeroBytes(word ^ (ones * static_cast<unsigned char>(c)));
 }
 
-// The number of bytes before the first one that is marked. `marks` must not be 0.
+// Returns the number of bytes before the first marked one. `marks` must not be 0.
 inline std::size_t bytesBefore(std::uint64_t marks) noexcept {
   return static_cast<std::size_t>(std::countr_zero(marks)) / 8;
 }
 
-// Whether no byte has its high bit set.
+// Returns whether no byte has its high bit set.
 inline bool isAscii(std::string_view text) noexcept {
   std::uint64_t all = 0;
   std::size_t offset = 0;
@@ -58,7 +58,7 @@ inline bool isAscii(std::string_view text) noexcept {
   return (all & highs) == 0;
 }
 
-// Up to eight characters as `load` gives them, and a mask of that many bytes.
+// Up to eight characters as returned by `load`, and a mask of that many bytes.
 struct Pattern {
   std::uint64_t word = 0;
   std::uint64_t mask = 0;
@@ -72,7 +72,7 @@ struct Pattern {
   constexpr bool matches(std::uint64_t loaded) const noexcept { return (loaded & mask) == word; }
 };
 
-// Passes the white space of XML: nearly always a line end and tabs, of which deep lists have many.
+// Skips white space of XML. It is usually a line end and tabs, of which deep lists have many.
 inline const char* skipSpace(const char* at, const char* end) noexcept {
   if (at != end && *at == '\n') ++at;
   while (end - at >= 8 && load(at) == ones * '\t') at += 8;
@@ -82,13 +82,13 @@ inline const char* skipSpace(const char* at, const char* end) noexcept {
 
 inline constexpr std::size_t runLimit = 32;
 
-// The number of bytes, up to runLimit, before the first one that is a control, one of the two
-// given, or not ASCII. runLimit bytes must be there.
+// Returns the number of bytes, up to runLimit, before the first that is a control, one of the two
+// given characters, or not ASCII. At least runLimit bytes must be readable.
 inline std::size_t plainRun(const char* at, char first, char second) noexcept {
 #if defined(__SSE2__)
   const auto bits = [&](const char* half) {
     const __m128i text = _mm_loadu_si128(reinterpret_cast<const __m128i*>(half));
-    // As signed bytes, those that are not ASCII lie below the controls.
+    // As signed bytes, non-ASCII bytes are less than the controls.
     const __m128i low = _mm_cmplt_epi8(text, _mm_set1_epi8(0x20));
     const __m128i one = _mm_cmpeq_epi8(text, _mm_set1_epi8(first));
     const __m128i two = _mm_cmpeq_epi8(text, _mm_set1_epi8(second));

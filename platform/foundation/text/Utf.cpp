@@ -17,8 +17,8 @@ bool continues(std::string_view text, std::size_t offset) noexcept {
   return offset < text.size() && (byteAt(text, offset) & 0xC0U) == 0x80;
 }
 
-// `count` continuation bytes after the lead's own bits; length 0 where they are missing or where
-// a shorter form would have done.
+// Decodes `count` continuation bytes after the bits of the lead byte. Returns length 0 if they are
+// missing or the form is overlong.
 Decoded decodeTail(std::string_view text, std::size_t offset, char32_t lead, std::size_t count,
                    char32_t smallest) noexcept {
   char32_t scalar = lead;
@@ -30,12 +30,12 @@ Decoded decodeTail(std::string_view text, std::size_t offset, char32_t lead, std
   return {scalar, count + 1};
 }
 
-// The code units of a text one after another.
+// Iterates over the UTF-16 code units of a text.
 class CodeUnits {
  public:
   explicit CodeUnits(std::string_view text) noexcept : _text(text) {}
 
-  // -1 at the end.
+  // Returns -1 at the end.
   std::int32_t next() noexcept {
     if (_pending >= 0) return std::exchange(_pending, -1);
     if (_offset >= _text.size()) return -1;
@@ -130,8 +130,8 @@ int compare(std::string_view a, std::string_view b) noexcept {
       std::mismatch(a.begin(), a.begin() + static_cast<std::ptrdiff_t>(common), b.begin());
   const auto l = static_cast<unsigned char>(*mismatch.first);
   const auto r = static_cast<unsigned char>(*mismatch.second);
-  // UTF-8 and UTF-16 sort alike but for characters above U+FFFF, which UTF-16 writes as
-  // surrogates, below U+E000.
+  // UTF-8 and UTF-16 have the same order, except that UTF-16 sorts characters above U+FFFF, which
+  // are surrogates, below U+E000.
   if (std::max(l, r) < 0xF0 || std::min(l, r) < 0xED) return l < r ? -1 : 1;
   return compareUnitByUnit(a, b);
 }

@@ -11,8 +11,8 @@ namespace platform {
 namespace detail {
 namespace {
 
-// A head with room for `count` elements behind it. From malloc, so that the reader can hand over a
-// block that it has grown with realloc.
+// Allocates a head with space for `count` elements after it. Uses malloc, so that the reader can
+// hand over a block that it has grown with realloc.
 template <class Store, class Element>
 Store* makeStore(std::size_t room) {
   static_assert(sizeof(Store) % alignof(Element) == 0);
@@ -62,7 +62,7 @@ ArrayStore* arrayStoreOf(Iterator first, std::size_t size) {
   return store;
 }
 
-// Where the key stands, or where it would have to be put.
+// Returns the position of the key, or the position to insert it.
 std::size_t lowerBound(const DictionarySlot* slots, std::size_t size,
                        std::string_view key) noexcept {
   const auto* found = std::lower_bound(slots, slots + size, key,
@@ -84,7 +84,7 @@ DictionaryStore* copyOf(const DictionaryStore* source, std::size_t room) {
   return store;
 }
 
-// A bigger store with the slots of one that has no other owner, which is gone afterwards.
+// Moves the slots of a store with a single owner to a larger store. Destroys the old one.
 DictionaryStore* enlarged(DictionaryStore* source) {
   DictionaryStore* store = DictionaryStore::make(source->size * 2);
   std::uninitialized_move_n(source->slots(), source->size, store->slots());
@@ -93,7 +93,7 @@ DictionaryStore* enlarged(DictionaryStore* source) {
   return store;
 }
 
-// There is room for one more, and nobody else owns the store.
+// The store must have a single owner and space for one more slot.
 void insertAt(DictionaryStore* store, std::size_t index, DictionarySlot slot) {
   DictionarySlot* const slots = store->slots();
   if (index == store->size) {
@@ -117,7 +117,7 @@ bool precedes(const DictionarySlot& a, const DictionarySlot& b) noexcept {
   return utf::compare(*a.key.asString(), *b.key.asString()) < 0;
 }
 
-// The store of slots in any order; of slots with one key, the last.
+// Makes a store from slots in any order. Keeps the last of each duplicate key.
 DictionaryStore* dictionaryStoreOf(std::vector<DictionarySlot> slots) {
   if (slots.empty()) return nullptr;
   std::stable_sort(slots.begin(), slots.end(), precedes);
@@ -191,7 +191,7 @@ Dictionary Dictionary::with(std::string_view key, const Value& value) && {
   if (value.isNone()) return std::move(*this).without(key);
   const std::size_t index = lowerBound(slots(), size(), key);
   if (hasKeyAt(_store.get(), index, key)) {
-    Value replacement = value;  // `value` may lie in this dictionary
+    Value replacement = value;  // `value` may be part of this dictionary
     if (!ownsAlone()) *this = Dictionary(copyOf(_store.get(), size()));
     _store->slots()[index].value = std::move(replacement);
     return std::move(*this);

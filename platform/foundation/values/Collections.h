@@ -21,7 +21,7 @@ namespace detail {
 struct Base64Text;
 class DataStore;
 
-// Values one after another, directly behind this head; `room` of them fit.
+// Values stored directly after this head, with capacity for `room` of them.
 struct ArrayStore : Counted {
   std::size_t size = 0;
   std::size_t room = 0;
@@ -37,7 +37,8 @@ struct DictionarySlot {
   Value value;
 };
 
-// Slots directly behind this head, in the order of their keys, no key twice; `room` of them fit.
+// Slots stored directly after this head, sorted by key without duplicates, with capacity for `room`
+// of them.
 struct DictionaryStore : Counted {
   std::size_t size = 0;
   std::size_t room = 0;
@@ -52,7 +53,7 @@ struct DictionaryStore : Counted {
 
 }  // namespace detail
 
-// A shared, immutable list of values. To copy one is cheap; copies may be used from any thread.
+// A shared, immutable list of values. Copies are cheap and may be used on any thread.
 class Array {
  public:
   Array() noexcept = default;
@@ -76,11 +77,11 @@ class Array {
   friend class ValueBuilder;
   explicit Array(detail::ArrayStore* owned) noexcept : _store(owned) {}
 
-  detail::Share<detail::ArrayStore> _store;  // null where empty
+  detail::Share<detail::ArrayStore> _store;  // null if empty
 };
 
-// Shared, immutable bytes. Data that was read from a property list in XML is kept as its base64
-// text until somebody asks for the bytes.
+// Shared, immutable bytes. Data from an XML property list keeps its base64 text and decodes it on
+// demand.
 class Data {
  public:
   Data() noexcept;
@@ -93,32 +94,33 @@ class Data {
   explicit Data(std::string_view bytes);
 
   std::size_t size() const;
-  // Valid as long as any copy of this Data lives. Safe from any thread.
+  // Valid as long as any copy of this Data exists. Threads: any.
   std::span<const std::uint8_t> bytes() const;
   friend bool operator==(const Data& a, const Data& b);
 
-  // For the reader and the writer of property lists.
-  // Data of bytes that `keeper` owns and nobody changes.
+  // The following functions serve the property list reader and writer.
+  //
+  // Makes data of bytes that `keeper` owns and that never change.
   static Data sharing(std::shared_ptr<const void> keeper, std::string_view bytes);
-  // Data of `size` bytes whose base64 text has been checked; decoded when the bytes are asked for.
+  // Makes data of `size` bytes from valid base64 text, which is decoded on demand.
   static Data fromBase64(detail::Base64Text text, std::size_t size);
-  // The kept text where its lines are those of the given indent, else text made anew (and kept
-  // for the next time). Lines as in a property list, with the white space before the end tag.
-  // The view lives as long as `keeper`. Safe from any thread.
+  // Returns the base64 lines as in a property list, with the white space before the end tag. Uses
+  // the cached text if it has this indent; otherwise encodes and caches it. The view is valid as
+  // long as `keeper` exists. Threads: any.
   std::string_view base64Lines(std::size_t indent, std::shared_ptr<const void>& keeper) const;
 
  private:
   friend class Value;
   explicit Data(detail::DataStore* owned) noexcept;
 
-  detail::Share<detail::DataStore> _store;  // null where empty
+  detail::Share<detail::DataStore> _store;  // null if empty
 };
 
-// A shared, immutable mapping from strings to values, kept in the order of the keys' UTF-16 code
-// units. To copy one is cheap; copies may be used from any thread.
+// A shared, immutable map from strings to values, ordered by the UTF-16 code units of the keys.
+// Copies are cheap and may be used on any thread.
 class Dictionary {
  public:
-  // One key with its value; the views live as long as any copy of the dictionary.
+  // A key and its value. The views are valid as long as any copy of the dictionary exists.
   struct Entry {
     std::string_view key;
     const Value& value;
@@ -148,27 +150,28 @@ class Dictionary {
   };
 
   Dictionary() noexcept = default;
-  // A key given twice: the last wins.
+  // For duplicate keys, the last value wins.
   Dictionary(std::initializer_list<std::pair<std::string_view, Value>> entries);
   explicit Dictionary(std::vector<std::pair<std::string, Value>> entries);
 
   std::size_t size() const noexcept { return _store ? _store->size : 0; }
   bool empty() const noexcept { return size() == 0; }
-  // Null where the key is absent; else valid as long as any copy of this dictionary lives.
+  // Returns null if the key is absent; otherwise a pointer that is valid as long as any copy of
+  // this dictionary exists.
   const Value* find(std::string_view key) const noexcept;
   bool contains(std::string_view key) const noexcept { return find(key) != nullptr; }
-  // None where the key is absent.
+  // Returns none if the key is absent.
   Value valueForKey(std::string_view key) const;
   Iterator begin() const noexcept { return Iterator(slots()); }
   Iterator end() const noexcept { return Iterator(slots() + size()); }
-  // A copy with that entry set or removed; a none value removes. Costs one copy of the entries
-  // where they are shared, none where `this` is an expiring value that owns them alone.
+  // Returns a copy with the entry set; a none value removes it. Copies the entries if they are
+  // shared; an rvalue that is the only owner is changed in place.
   Dictionary with(std::string_view key, const Value& value) const&;
   Dictionary with(std::string_view key, const Value& value) &&;
   Dictionary without(std::string_view key) const&;
   Dictionary without(std::string_view key) &&;
 
-  // True where nobody else shares the entries, so that `with` on the expiring value copies nothing.
+  // Returns whether the entries are not shared, so that `with` on an rvalue copies nothing.
   bool ownsAlone() const noexcept { return !_store || _store->unique(); }
 
   friend bool operator==(const Dictionary& a, const Dictionary& b);
@@ -181,7 +184,7 @@ class Dictionary {
     return _store ? _store->slots() : nullptr;
   }
 
-  detail::Share<detail::DictionaryStore> _store;  // null where empty
+  detail::Share<detail::DictionaryStore> _store;  // null if empty
 };
 
 }  // namespace platform

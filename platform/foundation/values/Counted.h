@@ -5,29 +5,29 @@
 
 namespace platform::detail {
 
-// What shared storage begins with: how many owners it has. Made with one.
+// The head of shared storage: its number of owners, initially one.
 //
 // Threads: `retain` and `release` from any thread.
 struct Counted {
   std::atomic<std::uint32_t> owners{1};
 
   void retain() noexcept { owners.fetch_add(1, std::memory_order_relaxed); }
-  // True where the caller was the last owner and has to destroy the storage.
+  // Returns true if the caller was the last owner and must destroy the storage.
   bool release() noexcept {
     if (owners.load(std::memory_order_acquire) == 1) return true;
     return owners.fetch_sub(1, std::memory_order_acq_rel) == 1;
   }
-  // True where nobody but the caller can reach the storage.
+  // Returns true if only the caller can reach the storage.
   bool unique() const noexcept { return owners.load(std::memory_order_acquire) == 1; }
 };
 
-// Owns one share of a `Store`, which derives from Counted and is destroyed by
-// `static void Store::destroy(Store*)`. One pointer wide; null owns nothing.
+// Owns one share of a `Store`, which derives from Counted and is destroyed by `static void
+// Store::destroy(Store*)`. As large as a pointer; null owns nothing.
 template <class Store>
 class Share {
  public:
   Share() noexcept = default;
-  // Takes over one share that the caller has.
+  // Takes over one share of the caller.
   explicit Share(Store* owned) noexcept : _store(owned) {}
   Share(const Share& other) noexcept : _store(other._store) {
     if (_store != nullptr) _store->retain();
@@ -46,7 +46,7 @@ class Share {
   Store* get() const noexcept { return _store; }
   Store* operator->() const noexcept { return _store; }
   explicit operator bool() const noexcept { return _store != nullptr; }
-  // Gives the share away to the caller.
+  // Transfers the share to the caller.
   Store* detach() noexcept {
     Store* const store = _store;
     _store = nullptr;

@@ -10,7 +10,7 @@ namespace platform {
 namespace detail {
 namespace {
 
-// Shorter text is made anew as fast as it is looked up, so it is not worth its memory.
+// Encoding shorter text again is as fast as a lookup, so caching it would waste memory.
 constexpr std::size_t smallestKeptText = 256;
 
 }  // namespace
@@ -49,7 +49,7 @@ Base64Text DataStore::lines(std::size_t indent) {
   base64::encodeLines(content, indent, lines.get());
   Base64Text made{lines, {lines.get(), length}, indent};
   if (length < smallestKeptText) return made;
-  Base64Text previous = made;  // destroyed outside the lock
+  Base64Text previous = made;  // destroyed outside of the lock
   const std::lock_guard lock(_mutex);
   std::swap(_text, previous);
   return made;

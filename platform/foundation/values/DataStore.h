@@ -13,16 +13,16 @@
 
 namespace platform::detail {
 
-// Base64 text that has been checked, as it stands between the tags of a property list.
+// Valid base64 text, as between the tags of a property list.
 struct Base64Text {
-  std::shared_ptr<const void> keeper;  // what the text lies in
+  std::shared_ptr<const void> keeper;  // owns the text's memory
   std::string_view text;
-  std::optional<std::size_t> indent;  // set where the lines are those of this indent
+  std::optional<std::size_t> indent;  // set if the lines are those for this indent
 };
 
-// What data is made of: bytes, or base64 text until somebody asks for the bytes, or both.
+// The storage of data: bytes, or base64 text that is decoded on demand, or both.
 //
-// Threads: every function from any thread.
+// Threads: any.
 class DataStore : public Counted {
  public:
   DataStore(std::shared_ptr<const std::uint8_t[]> bytes, std::size_t size);
@@ -31,7 +31,7 @@ class DataStore : public Counted {
 
   std::size_t size() const noexcept { return _size; }
   std::span<const std::uint8_t> bytes();
-  // The text at that indent; made, and kept instead of another, where there is none.
+  // Returns the text at that indent. If it is not cached, encodes it and replaces the cached text.
   Base64Text lines(std::size_t indent);
 
  private:
@@ -39,9 +39,9 @@ class DataStore : public Counted {
 
   std::size_t _size;
   std::once_flag _decoding;
-  std::atomic<const std::uint8_t*> _begin = nullptr;  // null until the bytes are there
+  std::atomic<const std::uint8_t*> _begin = nullptr;  // null until decoded
   std::shared_ptr<const std::uint8_t[]> _bytes;
-  mutable std::mutex _mutex;  // guards _text, held only to copy it
+  mutable std::mutex _mutex;  // guards _text, locked only to copy it
   Base64Text _text;
 };
 

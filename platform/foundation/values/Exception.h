@@ -6,15 +6,15 @@
 
 namespace platform {
 
-// Stands for the platform's own exceptions, and for nothing else: what can fail otherwise returns
-// a value that says so. One that leaves a callback of the bundle ends the application on a device.
+// The platform's exceptions, and nothing else: other failures are returned as values. On a device,
+// an exception that leaves a callback of the bundle ends the application.
 class Exception : public std::exception {
  public:
   Exception(std::string name, std::string reason);
 
   const std::string& name() const noexcept { return _name; }
   const std::string& reason() const noexcept { return _reason; }
-  // "name: reason"
+  // Returns "name: reason".
   const char* what() const noexcept override { return _what.c_str(); }
 
  private:
@@ -31,15 +31,14 @@ inline constexpr std::string_view internalInconsistencyException =
 
 // Raises NSInvalidArgumentException with the given reason.
 [[noreturn]] void raiseInvalidArgument(std::string reason);
-// Raises NSInvalidArgumentException,
-// "-[Class selector]: unrecognized selector sent to instance".
+// Raises NSInvalidArgumentException, "-[Class selector]: unrecognized selector sent to instance".
 [[noreturn]] void raiseUnrecognizedSelector(std::string_view className, std::string_view selector);
-// The same for a class operation: "+[Class selector]: unrecognized selector sent to class".
+// Raises NSInvalidArgumentException, "+[Class selector]: unrecognized selector sent to class".
 [[noreturn]] void raiseUnrecognizedClassSelector(std::string_view className,
                                                  std::string_view selector);
 // Raises NSUnknownKeyException, "[<Class> valueForUndefinedKey:]: this class is not key value
-// coding-compliant for the key key."; on writing, "[<Class> setValue:forUndefinedKey:]: ...".
-// Objects give their class with their address, as in "[<PSSpecifier 0x55d0c8e0> ...".
+// coding-compliant for the key key."; for writing, "[<Class> setValue:forUndefinedKey:]: ...". For
+// an object, the class is printed with its address: "[<PSSpecifier 0x55d0c8e0> ...".
 [[noreturn]] void raiseUndefinedKey(std::string_view className, std::string_view key, bool writing);
 
 }  // namespace platform

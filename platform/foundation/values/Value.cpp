@@ -11,7 +11,7 @@
 namespace platform {
 namespace {
 
-// The bytes of a text that is too long to lie in the value, directly behind this head.
+// The bytes of a text that is too long to be stored inline follow this head.
 struct TextStore : detail::Counted {
   std::size_t size = 0;
 
@@ -115,8 +115,8 @@ void Value::release() noexcept {
   }
 }
 
-// Arrays, dictionaries and data are one pointer wide, so the payload of a value that holds one is
-// that object.
+// Arrays, dictionaries and data are as large as a pointer, so the payload of a value with such
+// content is the object itself.
 const Array* Value::asArray() const noexcept {
   static_assert(sizeof(Array) == sizeof(void*));
   if (kind() != ValueKind::array) return nullptr;

@@ -19,34 +19,34 @@ class Data;
 class Dictionary;
 class Object;
 
-// Seconds since 2001-01-01 00:00:00 UTC, as the platform counts dates. May be NaN or infinite.
+// Seconds since 2001-01-01 00:00:00 UTC, the platform's reference date. May be NaN or infinite.
 struct Date {
   double secondsSinceReferenceDate = 0.0;
   friend bool operator==(Date, Date) = default;
 };
 
-// What a Value holds. Numbers remember what they came as.
+// The kind of a Value. Numbers keep the kind that they were made with.
 enum class ValueKind : std::uint8_t {
   none,
   boolean,
   integer,          // signed, 64 bits
   unsignedInteger,  // unsigned, 64 bits; only for values above INT64_MAX when read from a file
-  single,           // real of single precision
-  real,             // real of double precision
+  single,           // single precision
+  real,             // double precision
   string,
   data,
   date,
   array,
   dictionary,
-  object,  // a reference to any other object, which a property list cannot hold
+  object,  // a reference to any other object, not allowed in a property list
 };
 
-// What a property list can hold, nothing ("none", which is not the same as empty), or a reference
-// to any other object. A value is immutable but for assignment; a copy is cheap (strings that are
-// not short, data, arrays and dictionaries are shared underneath).
+// A property list value, nothing ("none", which differs from empty), or a reference to any other
+// object. Immutable except for assignment. Copies are cheap: long strings, data, arrays and
+// dictionaries are shared.
 //
-// Threads: distinct Values may be used from distinct threads, also when they share what lies
-// underneath. One Value must not be assigned while another thread reads it.
+// Threads: distinct Values may be used on distinct threads, even if they share storage. A Value
+// must not be assigned while another thread reads it.
 class Value {
  public:
   Value() noexcept = default;
@@ -69,7 +69,7 @@ class Value {
     if (_storage.size == sharedSize) release();
   }
 
-  // Exact types only, so that a pointer never becomes a boolean.
+  // Accepts exact types only, so that a pointer does not convert to a boolean.
   template <std::same_as<bool> T>
   Value(T value) : Value(boolean(value)) {}
   template <std::signed_integral T>
@@ -83,23 +83,23 @@ class Value {
   Value(const char* utf8) : Value(string(utf8)) {}
   Value(std::string_view utf8) : Value(string(utf8)) {}
   Value(const std::string& utf8) : Value(string(utf8)) {}
-  Value(const std::optional<std::string>& utf8);  // none where there is no text
+  Value(const std::optional<std::string>& utf8);  // none if there is no text
   Value(Data data);
   Value(Date date);
   Value(Array array);
   Value(Dictionary dictionary);
-  // None where the pointer is empty.
+  // An empty pointer becomes none.
   template <std::derived_from<Object> T>
   Value(const std::shared_ptr<T>& object) : Value(reference(object)) {}
 
   static Value boolean(bool value);
   static Value integer(std::int64_t value);
-  static Value unsignedInteger(std::uint64_t value);  // kind integer where it fits
+  static Value unsignedInteger(std::uint64_t value);  // kind integer if it fits
   static Value single(float value);
   static Value real(double value);
-  // The bytes are UTF-8; a lone surrogate is kept in its generalised three-byte form.
+  // Takes UTF-8 with lone surrogates in their generalised three-byte form.
   static Value string(std::string_view utf8);
-  // The same, where `readable` bytes may be read from the start of the text, which can be faster.
+  // May be faster: `readable` bytes may be read from the start of the text.
   static Value string(std::string_view utf8, std::size_t readable) {
     if (utf8.size() > inlineCapacity || readable < inlineCapacity) return string(utf8);
     return Value(InlineText{utf8.data(), utf8.size()});
@@ -115,13 +115,12 @@ class Value {
   bool isString() const noexcept { return kind() == ValueKind::string; }
   explicit operator bool() const noexcept { return !isNone(); }
 
-  // Conversions of numbers, as the platform's: integers wrap to the width asked for, reals
-  // truncate towards zero and saturate, NaN gives 0 (boolValue of NaN is true: it is not zero).
-  // Strings answer as the platform's do: leading white space, a sign, digits, saturating;
-  // boolValue is true for a leading Y, y, T, t or a digit 1-9 after white space, sign and zeros.
-  // None answers 0. Any other kind raises the invalid-argument exception
-  // "-[__NSCFArray intValue]: unrecognized selector sent to instance"; so does a string that is
-  // asked for unsignedIntegerValue, which the platform's strings do not have.
+  // Number conversions, as on the platform. Integers wrap to the requested width. Reals truncate
+  // towards zero and saturate. NaN is 0, but its boolValue is true because it is not zero. Strings:
+  // skip white space, accept a sign and digits, and saturate; boolValue is true if a Y, y, T, t or
+  // a digit 1-9 follows white space, a sign and zeros. None is 0. Any other kind raises
+  // NSInvalidArgumentException, "-[__NSCFArray intValue]: unrecognized selector sent to instance".
+  // So does unsignedIntegerValue for a string, because the platform's strings do not have it.
   std::int32_t intValue() const;
   std::int64_t integerValue() const;
   std::uint64_t unsignedIntegerValue() const;
@@ -129,8 +128,8 @@ class Value {
   double doubleValue() const;
   bool boolValue() const;
 
-  // The content where the kind is the one asked for, else an empty optional or a null pointer.
-  // Views and pointers live as long as this Value is neither assigned nor destroyed.
+  // Return the content, or an empty optional or null if the kind differs. Views and pointers are
+  // valid until this Value is assigned or destroyed.
   std::optional<std::string_view> asString() const noexcept {
     if (!isString()) return std::nullopt;
     return stringView();
@@ -144,33 +143,34 @@ class Value {
   std::shared_ptr<T> as() const {
     return std::dynamic_pointer_cast<T>(asObject());
   }
-  // The text where this is a string, else no text.
+  // Returns the text of a string; empty for other kinds.
   std::optional<std::string> text() const;
 
-  // The number of UTF-16 units of a string, of bytes of data; 0 for none; raises as intValue does
-  // otherwise.
+  // Returns the number of UTF-16 units of a string or of bytes of data; 0 for none. Raises as
+  // intValue does for other kinds.
   std::size_t length() const;
 
-  // The platform's isEqualToString: to a string: whether the texts are the same. False for none;
-  // raises as intValue does otherwise, also for numbers.
+  // The platform's isEqualToString: of a string: returns whether the texts are equal; false for
+  // none. Raises as intValue does for other kinds, including numbers.
   bool isEqualToString(std::string_view utf8) const;
 
-  // What "%@" prints: "(null)" for none, 1 and 0 for booleans, the text of a string as it is,
-  // "<Class: 0x...>" or the object's own description for objects, nested lists in parentheses
-  // and braces over several lines.
+  // Returns what "%@" prints: "(null)" for none, 1 and 0 for booleans, the text of a string, the
+  // object's description ("<Class: 0x...>" by default), and nested lists in parentheses and braces
+  // over several lines.
   std::string description() const;
 
-  // The platform's isEqual: numbers compare by what they stand for (a boolean true equals the
-  // integer 1), objects by identity, NaN equals NaN of the same kind only by representation.
+  // The platform's isEqual. Numbers are compared by value (true equals the integer 1), objects by
+  // identity. NaN equals only NaN with the same kind and representation.
   friend bool operator==(const Value& a, const Value& b);
 
  private:
-  // Text of up to this many bytes needs no storage of its own.
+  // Text of up to this many bytes is stored inline.
   static constexpr std::size_t inlineCapacity = 30;
-  // In place of an inline text's size: the payload is a pointer to shared storage, perhaps null.
+  // Replaces the size of inline text: the payload is a pointer to shared storage, which may be
+  // null.
   static constexpr std::uint8_t sharedSize = 0xFF;
 
-  // Plain bytes, so that a value is moved by copying them.
+  // Plain bytes, so that a value can be moved by memcpy.
   struct alignas(8) Storage {
     unsigned char payload[inlineCapacity];
     std::uint8_t size;

@@ -11,7 +11,7 @@
 namespace platform {
 namespace {
 
-// Towards zero; what does not fit becomes the nearest value that does, NaN becomes 0.
+// Truncates towards zero. Clamps values out of range. NaN becomes 0.
 template <class Integer>
 Integer truncate(double value) noexcept {
   // Both bounds are powers of two (or zero), which a double represents exactly.
@@ -137,7 +137,7 @@ double Value::doubleValue() const {
 }
 
 bool Value::boolValue() const {
-  // NaN is not zero.
+  // NaN is true, because it is not zero.
   if (isNone() || isNumber()) return numericValue() != 0.0;
   if (isString()) return number_text::leadingTruth(stringView());
   raiseSelector("boolValue");

@@ -66,7 +66,7 @@ std::string quoted(std::string_view text) {
   return result + "\"";
 }
 
-// "{length = 4, bytes = 0xdeadbeef}"; of long data only the ends.
+// Prints "{length = 4, bytes = 0xdeadbeef}". Long data is abbreviated to both ends.
 std::string describe(const Data& data) {
   constexpr std::size_t shown = 24;
   constexpr std::size_t head = 16;
@@ -134,7 +134,7 @@ std::string describe(const Dictionary& dictionary, std::size_t depth) {
   return text + indent + "}";
 }
 
-// Inside a list; a string is in quotes there where it has to be.
+// Prints an element of a list. Strings are quoted if necessary.
 std::string describe(const Value& value, std::size_t depth) {
   if (const Array* array = value.asArray()) return describe(*array, depth);
   if (const Dictionary* dictionary = value.asDictionary()) return describe(*dictionary, depth);

@@ -13,7 +13,8 @@ bool integerEqualsReal(std::uint64_t magnitude, bool negative, double real) noex
          static_cast<std::uint64_t>(absolute) == magnitude;
 }
 
-// Integers of either sign compare exactly, and exactly with reals; reals compare as doubles.
+// Integers of either sign are compared exactly, with each other and with reals. Reals are compared
+// as doubles.
 bool numbersEqual(const Value& a, const Value& b) {
   const auto isReal = [](const Value& v) {
     return v.kind() == ValueKind::single || v.kind() == ValueKind::real;

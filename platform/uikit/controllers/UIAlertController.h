@@ -14,7 +14,7 @@ namespace platform {
 enum class UIAlertActionStyle : std::uint8_t { standard = 0, cancel = 1, destructive = 2 };
 enum class UIAlertControllerStyle : std::uint8_t { actionSheet = 0, alert = 1 };
 
-// One choice of an alert. Threads: main.
+// A choice in an alert. Threads: main.
 class UIAlertAction : public Object {
   PLATFORM_CLASS(UIAlertAction)
 
@@ -26,7 +26,7 @@ class UIAlertAction : public Object {
 
   const std::optional<std::string>& title() const noexcept { return _title; }
   UIAlertActionStyle style() const noexcept { return _style; }
-  // Runs the handler, where there is one.
+  // Calls the handler, if any.
   void run();
 
  private:
@@ -35,7 +35,7 @@ class UIAlertAction : public Object {
   Handler _handler;
 };
 
-// A question over a page. Threads: main.
+// An alert over a page. Threads: main.
 class UIAlertController : public UIViewController {
   PLATFORM_CLASS(UIAlertController)
 
@@ -47,15 +47,16 @@ class UIAlertController : public UIViewController {
   const std::optional<std::string>& message() const noexcept { return _message; }
   void setMessage(std::optional<std::string> message);
   UIAlertControllerStyle preferredStyle() const noexcept { return _style; }
-  // In the order in which they were added. An empty pointer is passed over; a second cancel action
-  // raises NSInternalInconsistencyException, as on the platform.
+  // Actions keep the order in which they were added. Ignores an empty pointer. As on the platform,
+  // a second cancel action raises NSInternalInconsistencyException.
   void addAction(const std::shared_ptr<UIAlertAction>& action);
   const std::vector<std::shared_ptr<UIAlertAction>>& actions() const noexcept { return _actions; }
 
-  // The user's hand: dismisses the alert, then runs the action's handler. False where there is no
+  // User input: dismisses the alert, then runs the action's handler. Returns false if there is no
   // such action or the alert is not shown.
   bool userChoose(std::int64_t index);
-  // Closed without a choice: the cancel action. False, and the alert stays, where there is none.
+  // User input: closes the alert with the cancel action. Returns false and keeps the alert if there
+  // is none.
   bool userCancel();
 
  private:

@@ -6,11 +6,11 @@
 
 namespace platform {
 
-// Takes addresses that lead out of the application. A service of the process. Threads: main.
+// Opens URLs that lead out of the application. A service of the process. Threads: main.
 class URLOpener {
  public:
   virtual ~URLOpener() = default;
-  // Whoever provides it decides what becomes of the address; it may ask the user first.
+  // The implementation decides what to do with the URL. It may ask the user first.
   virtual void openURL(const std::shared_ptr<NSURL>& url) = 0;
 };
 
@@ -22,7 +22,8 @@ class UIApplication : public Object {
   // One per process.
   static std::shared_ptr<UIApplication> sharedApplication();
 
-  // Hands the address to the process's URLOpener; nothing without one or for an empty pointer.
+  // Passes the URL to the process's URLOpener. Does nothing if there is none or the pointer is
+  // empty.
   void openURL(const std::shared_ptr<NSURL>& url);
 };
 

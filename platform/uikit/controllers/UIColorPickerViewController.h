@@ -9,41 +9,41 @@ namespace platform {
 
 class UIColorPickerViewController;
 
-// What a colour picker tells. Every operation does nothing unless overridden.
+// Receives events of a colour picker. By default, the functions do nothing.
 class UIColorPickerViewControllerDelegate {
  public:
   virtual ~UIColorPickerViewControllerDelegate() = default;
-  // The user took a colour; the picker stays open.
+  // The user chose a colour. The picker stays open.
   virtual void colorPickerViewControllerDidSelectColor(
       const std::shared_ptr<UIColorPickerViewController>&) {}
-  // The user closed the picker, which is no longer presented.
+  // The user closed the picker. It is no longer presented.
   virtual void colorPickerViewControllerDidFinish(
       const std::shared_ptr<UIColorPickerViewController>&) {}
 };
 
-// The platform's page for choosing a colour. Threads: main.
+// The platform's page to choose a colour. Threads: main.
 class UIColorPickerViewController : public UIViewController {
   PLATFORM_CLASS(UIColorPickerViewController)
 
  public:
-  // The colour that was set or picked last, black at first. Without the alpha control its alpha
-  // is 1, whatever was set. Never empty.
+  // Returns the colour that was set or chosen last; black at first. Without the alpha control, its
+  // alpha is always 1. Never empty.
   std::shared_ptr<UIColor> selectedColor() const;
-  void setSelectedColor(std::shared_ptr<UIColor> color);  // an empty one is passed over
+  void setSelectedColor(std::shared_ptr<UIColor> color);  // ignores an empty pointer
   bool supportsAlpha() const noexcept { return _supportsAlpha; }
   void setSupportsAlpha(bool supports);
-  // Not kept alive.
+  // Does not keep the delegate alive.
   void setDelegate(const std::shared_ptr<UIColorPickerViewControllerDelegate>& delegate) {
     _delegate = delegate;
   }
   std::shared_ptr<UIColorPickerViewControllerDelegate> delegate() const { return _delegate.lock(); }
-  // By name; an object that is no such delegate counts as none.
+  // For callers by name. An object that is not a delegate clears it.
   void setDelegateObject(const std::shared_ptr<Object>& delegate);
 
-  // The user's hand: takes a colour, each component kept between 0 and 1, and tells the delegate.
-  // False, and nothing done, where the picker is not shown or a component is not a number.
+  // User input: chooses a colour, clamps each component to 0..1, and notifies the delegate. Does
+  // nothing and returns false if the picker is not shown or a component is NaN.
   bool userPick(ColorComponents components);
-  // Closes the picker and tells the delegate. False where it is not shown.
+  // User input: closes the picker and notifies the delegate. Returns false if it is not shown.
   bool userClose();
 
  private:

@@ -18,49 +18,48 @@ enum class UIImagePickerControllerSourceType : std::uint8_t {
   savedPhotosAlbum = 2,
 };
 
-// Keys of what a picker tells of the choice.
+// Keys of the dictionary that describes the choice.
 inline constexpr std::string_view UIImagePickerControllerMediaType =
     "UIImagePickerControllerMediaType";  // "public.image"
 inline constexpr std::string_view UIImagePickerControllerOriginalImage =
     "UIImagePickerControllerOriginalImage";  // a UIImage
 
-// What an image picker tells. Every operation has the answer of a delegate without it.
+// Receives events of an image picker. The defaults behave like a delegate without the function.
 class UIImagePickerControllerDelegate {
  public:
   virtual ~UIImagePickerControllerDelegate() = default;
-  // The user chose a picture; the picker stays until somebody dismisses it. The dictionary may go
-  // to another thread.
+  // The user chose a picture. The picker stays until it is dismissed. The dictionary may be used on
+  // another thread.
   virtual void didFinishPickingMediaWithInfo(const std::shared_ptr<UIImagePickerController>&,
                                              const Dictionary& /*info*/) {}
-  // The user wants no picture: the picker is dismissed.
+  // The user cancelled. The picker is dismissed.
   virtual void imagePickerControllerDidCancel(
       const std::shared_ptr<UIImagePickerController>& picker);
 };
 
-// The platform's page for choosing a photo. What there is to choose from is the presenter's.
-// Threads: main.
+// The platform's page to choose a photo. The presenter supplies the photos. Threads: main.
 class UIImagePickerController : public UINavigationController {
   PLATFORM_CLASS(UIImagePickerController)
 
  public:
   UIImagePickerControllerSourceType sourceType() const noexcept { return _sourceType; }
   void setSourceType(UIImagePickerControllerSourceType type);
-  // Not kept alive.
+  // Does not keep the delegate alive.
   void setDelegate(const std::shared_ptr<UIImagePickerControllerDelegate>& delegate) {
     _delegate = delegate;
   }
   std::shared_ptr<UIImagePickerControllerDelegate> delegate() const { return _delegate.lock(); }
-  // By name; an object that is no such delegate counts as none.
+  // For callers by name. An object that is not a delegate clears it.
   void setDelegateObject(const std::shared_ptr<Object>& delegate);
 
-  // Whether the picker's view takes no touches, as while a choice is being worked on.
+  // Returns whether the picker's view ignores touches, for example while a choice is processed.
   bool isBusy();
 
-  // The user's hand: chooses the picture; without a delegate that only closes the picker. False,
-  // and nothing done, where there is none, or the picker is not shown or busy.
+  // User input: chooses the picture; without a delegate, only closes the picker. Does nothing and
+  // returns false if the image is empty or the picker is busy or not shown.
   bool userChoose(const std::shared_ptr<UIImage>& image);
-  // Closes the picker without a choice. A busy one too: the sheet is swiped away from outside of
-  // its view. False where it is not shown.
+  // User input: closes the picker without a choice, even if it is busy, because the sheet is swiped
+  // away from outside of its view. Returns false if it is not shown.
   bool userCancel();
 
  private:

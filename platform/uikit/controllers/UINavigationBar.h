@@ -11,7 +11,7 @@ class UINavigationBar : public UIView {
  public:
   bool prefersLargeTitles() const noexcept { return _prefersLargeTitles; }
   void setPrefersLargeTitles(bool prefers);
-  // From 0 to 1; sent by name as "_setTitleOpacity:".
+  // From 0 to 1. Set by name with "_setTitleOpacity:".
   double titleOpacity() const noexcept { return _titleOpacity; }
   void setTitleOpacity(double opacity);
 

@@ -70,7 +70,7 @@ void UINavigationController::show(const std::shared_ptr<UIViewController>& from,
   if (from == to) return;
   if (!isInSight()) {
     if (from && from->isViewLoaded()) from->view()->removeFromSuperview();
-    return;  // the page on top gets its view when the navigation controller appears
+    return;  // the top page gets its view when the navigation controller appears
   }
   if (to) to->view();
   if (from) from->beginAppearanceTransition(false, animated);

@@ -8,12 +8,12 @@
 
 namespace platform {
 
-// A stack of pages of which the last is shown, under a bar. May itself be a page of another
-// navigation controller; its own navigationController is then the outer one.
+// A stack of pages under a bar. The last page is shown. It may be a page of another navigation
+// controller; its navigationController is then the outer one.
 //
-// The stack and the tree change at once, and the pages are told in this order: the old one will
-// disappear, the new one will appear, the old one has disappeared, the new one has appeared. The
-// way there is the presenter's.
+// The stack and the tree change at once, and the pages are notified in this order: the old one will
+// disappear, the new one will appear, the old one did disappear, the new one did appear. The
+// presenter shows the transition.
 //
 // Threads: main.
 class UINavigationController : public UIViewController {
@@ -22,15 +22,16 @@ class UINavigationController : public UIViewController {
  public:
   virtual bool initWithRootViewController(const std::shared_ptr<UIViewController>& root);
 
-  // An empty pointer does nothing; a page that is on the stack already raises
-  // NSInvalidArgumentException, as on the platform.
+  // Ignores an empty pointer. As on the platform, a page that is already on the stack raises
+  // NSInvalidArgumentException.
   virtual void pushViewController(const std::shared_ptr<UIViewController>& page, bool animated);
-  // Gives the page that left; empty, and nothing done, where the stack has no second page.
+  // Returns the removed page. Does nothing and returns an empty pointer if the stack has fewer than
+  // two pages.
   virtual std::shared_ptr<UIViewController> popViewControllerAnimated(bool animated);
   const std::vector<std::shared_ptr<UIViewController>>& viewControllers() const noexcept {
     return _stack;
   }
-  // Empty pointers are passed over.
+  // Ignores empty pointers.
   void setViewControllers(std::vector<std::shared_ptr<UIViewController>> pages, bool animated);
   std::shared_ptr<UIViewController> topViewController() const;
   const std::shared_ptr<UINavigationBar>& navigationBar();

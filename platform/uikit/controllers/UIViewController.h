@@ -15,11 +15,11 @@ namespace platform {
 
 class UINavigationController;
 
-// How long a page takes to slide in, in seconds. The tree changes at once; completions of animated
-// presentations run when this has passed.
+// The duration of a page transition, in seconds. The tree changes at once; completions of animated
+// presentations run after this time.
 inline constexpr double controllerTransitionDuration = 0.35;
 
-// A page. Owns its view, its children and what it presents. Threads: main.
+// A page. Owns its view, its children and the controller that it presents. Threads: main.
 class UIViewController : public Object {
   PLATFORM_CLASS(UIViewController)
 
@@ -27,16 +27,16 @@ class UIViewController : public Object {
   UIViewController();
   ~UIViewController() override;
 
-  // This page's identity, of the same source as the views'.
+  // The unique identifier of this page, from the same sequence as those of views.
   std::uint64_t nodeIdentifier() const noexcept { return _nodeIdentifier; }
 
-  // The view; the first call makes it (loadView, then viewDidLoad).
+  // Returns the view. The first call makes it (loadView, then viewDidLoad).
   const std::shared_ptr<UIView>& view();
   const std::shared_ptr<UIView>& viewIfLoaded() const noexcept { return _view; }
   bool isViewLoaded() const noexcept { return _view != nullptr; }
-  // For loadView and for pages that bring their own.
+  // For loadView and for pages that supply a view.
   void setView(std::shared_ptr<UIView> view);
-  // Makes a plain view of the screen's size that resizes with its superview.
+  // Makes a plain view with the size of the screen that resizes with its superview.
   virtual void loadView();
   virtual void viewDidLoad() {}
   virtual void viewWillAppear(bool /*animated*/) {}
@@ -46,38 +46,38 @@ class UIViewController : public Object {
   virtual void viewWillLayoutSubviews() {}
   virtual void viewDidLayoutSubviews() {}
 
-  // Setting a title sets the navigation item's too.
+  // Setting the title also sets the title of the navigation item.
   const std::optional<std::string>& title() const noexcept { return _title; }
   void setTitle(std::optional<std::string> title);
   const std::shared_ptr<UINavigationItem>& navigationItem();
 
-  // The tree of controllers. An empty pointer, or one that would make a circle, is passed over.
+  // The tree of controllers. Ignores empty pointers and controllers that would create a cycle.
   std::shared_ptr<UIViewController> parentViewController() const { return _parent.lock(); }
   void addChildViewController(const std::shared_ptr<UIViewController>& child);
   void removeFromParentViewController();
-  // The nearest navigation controller around this one, itself not included; empty outside of one.
+  // Returns the nearest navigation controller among the ancestors; empty if there is none.
   std::shared_ptr<UINavigationController> navigationController() const;
 
-  // Presents over the outermost controller around this one, as the platform does. Where something
-  // is presented there already, or this page is, nothing happens but a line in the log. The
-  // completion runs on the main queue when the transition has passed.
+  // Presents over the outermost ancestor, as the platform does. If that already presents a
+  // controller, or the given one is already presented, only logs a line. The completion runs on the
+  // main queue after the transition.
   void presentViewController(const std::shared_ptr<UIViewController>& controller, bool animated,
                              std::function<void()> completion = nullptr);
-  // Takes away what this page, or one around it, presents; if there is nothing, this page itself
-  // where it is presented.
+  // Dismisses the controller that this page or an ancestor presents; if there is none, dismisses
+  // this page if it is presented.
   void dismissViewControllerAnimated(bool animated, std::function<void()> completion = nullptr);
   std::shared_ptr<UIViewController> presentedViewController() const;
   std::shared_ptr<UIViewController> presentingViewController() const;
 
-  // Appearance, for containers and for the application: each step calls the pair of functions that
-  // belongs to it, once; asking for the state that holds already does nothing.
+  // Appearance, for containers and the application. Each step calls its pair of functions once.
+  // Setting the current state does nothing.
   enum class Appearance : std::uint8_t { disappeared, appearing, appeared, disappearing };
   Appearance appearance() const noexcept { return _appearance; }
   void beginAppearanceTransition(bool appearing, bool animated);
   void endAppearanceTransition();
 
  protected:
-  // A container passes the steps on to the child that is in sight.
+  // Containers forward the steps to the visible child.
   virtual void appearanceTransitionDidBegin(bool /*appearing*/, bool /*animated*/) {}
   virtual void appearanceTransitionDidEnd() {}
   void noteChange();

@@ -4,7 +4,7 @@
 #include "platform/uikit/controllers/UIViewController.h"
 #include "platform/uikit/controllers/UIWindow.h"
 
-// Pages over pages.
+// Presentation of view controllers.
 namespace platform {
 
 std::shared_ptr<UIViewController> UIViewController::outermost() {

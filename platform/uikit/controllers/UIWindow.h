@@ -7,8 +7,8 @@
 
 namespace platform {
 
-// The root of what is shown. Has the screen's size and the device's tint unless told otherwise.
-// Threads: main.
+// The root of the view tree. By default, it has the screen's size and the device's tint. Threads:
+// main.
 class UIWindow : public UIView {
   PLATFORM_CLASS(UIWindow)
 
@@ -16,11 +16,11 @@ class UIWindow : public UIView {
   bool init() override;
   std::shared_ptr<UIWindow> window() override { return self<UIWindow>(); }
 
-  // Shows the controller's view in the whole window. The one before leaves.
+  // Shows the controller's view in the whole window and removes the previous one.
   void setRootViewController(std::shared_ptr<UIViewController> controller);
-  // From here on the root controller is in sight (and told so).
+  // Makes the root controller visible and notifies it.
   void makeKeyAndVisible();
-  // Takes size and tint from the device's traits again, and tells every view of the window.
+  // Reads size and tint from the device's traits again and notifies every view of the window.
   void traitsDidChange();
 
  private:

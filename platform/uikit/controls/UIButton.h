@@ -15,7 +15,7 @@ class UIButton : public UIControl {
   const std::optional<std::string>& title() const noexcept { return _title; }
   void setTitle(std::optional<std::string> title);
 
-  // The user's hand. Sends touchUpInside. False where no touch reaches the button.
+  // User input: sends touchUpInside. Returns false if the button cannot be touched.
   bool userTap();
 
  private:

@@ -10,7 +10,7 @@
 
 namespace platform {
 
-// Bits of control events.
+// Bit flags of control events.
 enum UIControlEvents : std::uint32_t {
   UIControlEventTouchUpInside = 1U << 6U,
   UIControlEventValueChanged = 1U << 12U,
@@ -20,8 +20,8 @@ enum UIControlEvents : std::uint32_t {
   UIControlEventEditingDidEndOnExit = 1U << 19U,
 };
 
-// A view that the user works. What a program sets sends no action; the functions whose names begin
-// with "user" stand for the user's hand and do. Threads: main.
+// A view that the user operates. Setters do not send actions. The functions that begin with "user"
+// simulate user input and do send them. Threads: main.
 class UIControl : public UIView {
   PLATFORM_CLASS(UIControl)
 
@@ -32,19 +32,18 @@ class UIControl : public UIView {
   void setSelected(bool selected);
   bool isHighlighted() const noexcept { return _highlighted; }
   void setHighlighted(bool highlighted);
-  // As of a view, and enabled.
+  // Like a view, and the control must be enabled.
   bool acceptsTouches() const override;
 
-  // The target is not kept alive. The action is a selector with no, one (the sender) or two (the
-  // sender and the event, which is none) arguments. The same triple given twice counts once.
+  // Does not keep the target alive. The action is a selector with no argument, one (the sender) or
+  // two (the sender and the event, which is none). Ignores a triple that was added before.
   void addTarget(const std::shared_ptr<Object>& target, std::string_view action,
                  std::uint32_t events);
-  // An empty target or action stands for all.
+  // An empty target or action matches all.
   void removeTarget(const std::shared_ptr<Object>& target, std::string_view action,
                     std::uint32_t events);
-  // Sends the actions of every target that is registered for one of the events and still lives, in
-  // the order in which they were added. Raises as Object::perform where a target does not offer
-  // its action.
+  // Sends the actions of all living targets for any of the events, in the order in which they were
+  // added. Raises like Object::perform if a target does not have the operation.
   void sendActionsForControlEvents(std::uint32_t events);
 
  private:

@@ -23,12 +23,12 @@ class UISegmentedControl : public UIControl {
     return static_cast<std::int64_t>(_titles.size());
   }
   std::int64_t selectedSegmentIndex() const noexcept { return _selected; }
-  // An index that is out of range selects none.
+  // An index out of range selects no segment.
   void setSelectedSegmentIndex(std::int64_t index);
   Size intrinsicContentSize() const override { return {noIntrinsicMetric, 32}; }
 
-  // The user's hand. Sends valueChanged only where another segment is selected then. False where
-  // there is no such segment or no touch reaches the control.
+  // User input: sends valueChanged if the selection changes. Returns false if there is no such
+  // segment or the control cannot be touched.
   bool userSelectSegment(std::int64_t index);
 
  private:

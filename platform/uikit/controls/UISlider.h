@@ -6,28 +6,28 @@ namespace platform {
 
 enum class SlidePhase : std::uint8_t { move, end };
 
-// Values are single-precision, as the platform's. Threads: main.
+// Values have single precision, as on the platform. Threads: main.
 class UISlider : public UIControl {
   PLATFORM_CLASS(UISlider)
 
  public:
   float value() const noexcept { return _value; }
-  // Kept between minimum and maximum; NaN counts as the minimum.
+  // Clamped to minimum and maximum. NaN becomes the minimum.
   void setValue(float value, bool animated = false);
   float minimumValue() const noexcept { return _minimum; }
-  // Raises the maximum, and moves the value, where they would be below.
+  // If necessary, also raises the maximum and the value.
   void setMinimumValue(float minimum);
   float maximumValue() const noexcept { return _maximum; }
-  // Lowers the minimum, and moves the value, where they would be above.
+  // If necessary, also lowers the minimum and the value.
   void setMaximumValue(float maximum);
   bool isContinuous() const noexcept { return _continuous; }
   void setContinuous(bool continuous);
-  // Whether the finger is on the knob.
+  // Returns whether a finger is on the knob.
   bool isTracking() const noexcept { return _tracking; }
   Size intrinsicContentSize() const override { return {noIntrinsicMetric, 34}; }
 
-  // The user's hand. Sends valueChanged while it moves where the slider is continuous, and at the
-  // end in any case. False where no touch reaches the slider.
+  // User input: a continuous slider sends valueChanged on each move, others only at the end.
+  // Returns false if the slider cannot be touched.
   bool userSlide(float value, SlidePhase phase);
 
  private:

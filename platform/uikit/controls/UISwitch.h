@@ -15,7 +15,8 @@ class UISwitch : public UIControl {
   void setOnTintColor(std::shared_ptr<UIColor> color);
   Size intrinsicContentSize() const override { return {51, 31}; }
 
-  // The user's hand. Sends valueChanged on a change. False where no touch reaches the switch.
+  // User input: sends valueChanged if the value changes. Returns false if the switch cannot be
+  // touched.
   bool userSetOn(bool on);
 
  private:

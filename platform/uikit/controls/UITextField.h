@@ -19,7 +19,7 @@ enum class UIKeyboardType : std::uint8_t {
   decimalPad = 8,
 };
 
-// What a text field asks and tells. Every operation has the answer of a delegate without it.
+// The delegate of a text field. The defaults behave like a delegate without the function.
 class UITextFieldDelegate {
  public:
   virtual ~UITextFieldDelegate() = default;
@@ -44,22 +44,22 @@ class UITextField : public UIControl {
   UIKeyboardType keyboardType() const noexcept { return _keyboardType; }
   void setKeyboardType(UIKeyboardType type);
   const std::shared_ptr<UIColor>& textColor() const noexcept { return _textColor; }
-  void setTextColor(std::shared_ptr<UIColor> color);  // empty: labelColor
+  void setTextColor(std::shared_ptr<UIColor> color);  // empty for labelColor
   void setDelegate(const std::shared_ptr<UITextFieldDelegate>& delegate) { _delegate = delegate; }
   std::shared_ptr<UITextFieldDelegate> delegate() const { return _delegate.lock(); }
 
   bool isEditing() const noexcept { return _editing; }
-  // Begins or ends editing, as the user would; true where it does (or does already).
+  // Begin or end editing, as the user would. Return true on success, also if nothing had to change.
   bool becomeFirstResponder();
   bool resignFirstResponder();
   Size intrinsicContentSize() const override { return {noIntrinsicMetric, 22}; }
 
-  // The user's hand; each begins editing where it has not begun. False where the field refuses or
-  // no touch reaches it.
+  // User input. Each function begins editing if necessary. Returns false if the field refuses or
+  // cannot be touched.
   bool userChangeText(std::string text);  // sends editingChanged
-  // Return key: asks the delegate, sends editingDidEndOnExit, ends editing.
+  // Return key: asks the delegate, sends editingDidEndOnExit, and ends editing.
   bool userReturn();
-  // Ends editing with the text as it was when editing began; sends editingChanged where it differs.
+  // Ends editing and restores the text from before it. Sends editingChanged if the text changes.
   bool userCancel();
 
  private:

@@ -2,7 +2,7 @@
 
 namespace platform {
 
-// Red, green, blue and alpha, nominally from 0 to 1. Not clamped.
+// Red, green, blue and alpha, normally 0 to 1. Not clamped.
 struct ColorComponents {
   double red = 0;
   double green = 0;

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-// All lengths are points; y grows downwards.
+// All lengths are in points. y grows downwards.
 struct Point {
   double x = 0;
   double y = 0;
@@ -27,7 +27,7 @@ struct Rect {
   Size size() const noexcept { return {width, height}; }
   double maxX() const noexcept { return x + width; }
   double maxY() const noexcept { return y + height; }
-  // The left and top edges belong to the rectangle, the right and bottom ones do not.
+  // The left and top edges are inside, the right and bottom edges are outside.
   bool contains(Point point) const noexcept {
     return point.x >= x && point.x < maxX() && point.y >= y && point.y < maxY();
   }

@@ -6,14 +6,14 @@
 
 namespace platform {
 
-// A colour of the system: what it resolves to in light and in dark appearance.
+// A system colour with its values for light and dark appearance.
 struct SystemColor {
   std::string_view name;
   ColorComponents light;
   ColorComponents dark;
 };
 
-// Null where there is none of that name.
+// Returns null if there is no such colour.
 const SystemColor* findSystemColor(std::string_view name) noexcept;
 
 }  // namespace platform

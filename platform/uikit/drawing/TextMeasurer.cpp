@@ -13,9 +13,9 @@ namespace {
 constexpr std::string_view narrowCharacters = "iljtfrI.,:;'|!()[] ";
 constexpr std::string_view wideCharacters = "mwMW@%";
 
-// The width of a character in parts of the font's size.
+// Returns the width of a character relative to the font size.
 double relativeWidth(char32_t character) {
-  constexpr char32_t firstWide = 0x1100;  // from here on scripts whose characters fill a square
+  constexpr char32_t firstWide = 0x1100;  // scripts with square characters start here
   if (character >= firstWide) return 1.0;
   if (character >= 0x80) return 0.56;
   const char ascii = static_cast<char>(character);
@@ -25,7 +25,7 @@ double relativeWidth(char32_t character) {
   return 0.55;
 }
 
-// Takes one character off the text. Bytes that are not UTF-8 count as a character each.
+// Removes the first character and returns it. Each invalid byte counts as a character.
 char32_t nextCharacter(std::string_view& utf8) {
   const auto first = static_cast<unsigned char>(utf8.front());
   std::size_t length = 1;
@@ -45,7 +45,7 @@ char32_t nextCharacter(std::string_view& utf8) {
   return character;
 }
 
-// Puts one word after the other on lines no wider than the maximum.
+// Distributes words over lines no wider than the maximum.
 class LineBreaker {
  public:
   explicit LineBreaker(double maximumWidth) : _maximumWidth(maximumWidth) {}
@@ -58,7 +58,7 @@ class LineBreaker {
       endWord();
       _blanks += width;
     } else {
-      if (_word > 0 && _word + width > _maximumWidth) endWord();  // longer than a whole line
+      if (_word > 0 && _word + width > _maximumWidth) endWord();  // longer than a line
       _word += width;
     }
   }

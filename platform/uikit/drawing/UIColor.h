@@ -11,9 +11,9 @@
 
 namespace platform {
 
-// A colour: components, or one of the system's names, which is resolved where it is shown.
-// Immutable. Threads: any, but components() of a named colour reads the device's traits, which
-// belong to the main thread.
+// A colour: either components, or the name of a system colour, which is resolved when it is shown.
+// Immutable. Threads: any, but components() of a system colour reads the device's traits and must
+// be called on the main thread.
 class UIColor : public Object {
   PLATFORM_CLASS(UIColor)
 
@@ -25,7 +25,7 @@ class UIColor : public Object {
 
   static Pointer colorWithRed(double red, double green, double blue, double alpha);
   static Pointer colorWithWhite(double white, double alpha);
-  // The system's colour of that name ("systemRedColor"); empty where there is none.
+  // Returns the system colour with that name ("systemRedColor"); empty if there is none.
   static Pointer systemColorNamed(std::string_view name);
 
   static Pointer blackColor();
@@ -55,26 +55,26 @@ class UIColor : public Object {
     return systemColorNamed("systemGroupedBackgroundColor");
   }
 
-  // The system's name, where the colour has one.
+  // The name, if it is a system colour.
   const std::optional<std::string>& systemName() const noexcept { return _systemName; }
   ColorComponents resolved(UserInterfaceStyle style) const;
-  // By the traits of the moment.
+  // Resolved with the current traits.
   ColorComponents components() const;
 
-  // Equal names, or equal components of two colours without a name.
+  // Colours are equal if their names are equal, or their components if both have no name.
   bool isEqual(const Object& other) const override;
   std::string description() const override;
 
  private:
-  ColorComponents _components;  // light, where the colour is named
+  ColorComponents _components;  // for light appearance if the colour has a name
   ColorComponents _dark;
   std::optional<std::string> _systemName;
 };
 
-// Equal colours, or both empty.
+// Returns whether the colours are equal or both empty.
 bool sameColor(const std::shared_ptr<UIColor>& a, const std::shared_ptr<UIColor>& b);
 
-// "RRGGBBAA" as components; empty for any other text.
+// Parses "RRGGBBAA"; empty for any other text.
 std::optional<ColorComponents> colorComponentsFromHex(std::string_view text);
 
 }  // namespace platform

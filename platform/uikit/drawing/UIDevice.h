@@ -8,7 +8,7 @@
 
 namespace platform {
 
-// The device, as its traits say. Threads: main.
+// The device, as described by its traits. Threads: main.
 class UIDevice : public Object {
   PLATFORM_CLASS(UIDevice)
 
@@ -17,7 +17,7 @@ class UIDevice : public Object {
   static std::shared_ptr<UIDevice> currentDevice();
 
   UserInterfaceIdiom userInterfaceIdiom() const;
-  std::string systemVersion() const;  // "15.4"
+  std::string systemVersion() const;  // such as "15.4"
   std::string model() const;          // "iPhone" or "iPad"
 };
 

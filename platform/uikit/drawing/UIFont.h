@@ -10,10 +10,10 @@ namespace platform {
 
 enum class UIFontWeight : std::uint8_t { light, regular, medium, semibold, bold };
 
-// "light", "regular", "medium", "semibold", "bold"
+// Returns "light", "regular", "medium", "semibold" or "bold".
 std::string_view fontWeightName(UIFontWeight weight) noexcept;
 
-// A size and a weight of the system font. Immutable. Threads: any.
+// The system font with a size and a weight. Immutable. Threads: any.
 class UIFont : public Object {
   PLATFORM_CLASS(UIFont)
 
@@ -27,7 +27,7 @@ class UIFont : public Object {
 
   double pointSize() const noexcept { return _pointSize; }
   UIFontWeight weight() const noexcept { return _weight; }
-  double lineHeight() const noexcept;  // points
+  double lineHeight() const noexcept;  // in points
 
   bool isEqual(const Object& other) const override;
 

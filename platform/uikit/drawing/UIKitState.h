@@ -8,32 +8,32 @@ namespace platform {
 
 enum class ViewAnimationKind : std::uint8_t { change, crossDissolve };
 
-// An animation that a view's last change was part of. Values change at once; a presenter may show
-// the way there. A new identifier is a new animation.
+// The animation of a view's last change. Values change at once; a presenter may animate the
+// transition. Each animation has its own identifier.
 struct ViewAnimation {
   std::uint64_t identifier = 0;
-  double duration = 0;  // seconds
+  double duration = 0;  // in seconds
   ViewAnimationKind kind = ViewAnimationKind::change;
   friend bool operator==(const ViewAnimation&, const ViewAnimation&) = default;
 };
 
-// What the views of one process share: the source of identities, the count of changes, the
-// animation that is being described just now. Hangs on Process.
-// Threads: makeNodeIdentifier from any; everything else from the main thread.
+// State shared by the views of a process: the source of node identifiers, the change counter and
+// the running animation block. Owned by Process. Threads: makeNodeIdentifier from any, everything
+// else on the main thread.
 class UIKitState {
  public:
   static UIKitState& current();
 
-  // Never given twice within a process.
+  // Unique within a process.
   std::uint64_t makeNodeIdentifier() noexcept { return ++_lastNodeIdentifier; }
 
-  // Grows with every change of a view, a row or a controller; a presenter that remembers the value
-  // sees whether anything changed since.
+  // Increases with every change of a view, a row or a controller, so that a presenter can detect
+  // changes.
   std::uint64_t changeCount() const noexcept { return _changeCount; }
   std::uint64_t countChange() noexcept { return ++_changeCount; }
 
   std::uint64_t makeAnimationIdentifier() noexcept { return ++_lastAnimationIdentifier; }
-  // The animation whose block is running, if any.
+  // The animation whose block is running; empty if there is none.
   const std::optional<ViewAnimation>& runningAnimation() const noexcept { return _animation; }
   void setRunningAnimation(std::optional<ViewAnimation> animation) noexcept {
     _animation = animation;

@@ -7,7 +7,7 @@
 
 namespace platform {
 
-// The device's screen, as its traits say. Threads: main.
+// The device's screen, as described by its traits. Threads: main.
 class UIScreen : public Object {
   PLATFORM_CLASS(UIScreen)
 
@@ -15,7 +15,7 @@ class UIScreen : public Object {
   // One per process.
   static std::shared_ptr<UIScreen> mainScreen();
 
-  Rect bounds() const;   // points
+  Rect bounds() const;   // in points
   double scale() const;  // pixels per point
 };
 

@@ -4,8 +4,8 @@
 
 namespace platform {
 
-// The traits that were provided to the current process; the standard ones where none were.
-// Threads: main.
+// Returns the traits of the current process, or the standard ones if none were provided. Threads:
+// main.
 const DeviceTraits& currentTraits();
 
 }  // namespace platform

@@ -18,7 +18,7 @@ Rect scaled(const Rect& rect, double scale) {
   return {rect.x * scale, rect.y * scale, rect.width * scale, rect.height * scale};
 }
 
-// Lays the ink on every pixel of the rectangle, as far as coverage(x, y) says.
+// Blends the ink over every pixel of the rectangle, weighted by coverage(x, y).
 template <class Coverage>
 void paint(ImagePixels& pixels, const Rect& rect, const Ink& ink, Coverage coverage) {
   const PixelRange range = PixelRange::of(rect, pixels);
@@ -32,7 +32,7 @@ void paint(ImagePixels& pixels, const Rect& rect, const Ink& ink, Coverage cover
   }
 }
 
-// How far a position lies outside a box with round corners; negative inside.
+// Returns the distance of a position from a rounded box; negative inside.
 double distanceToRoundedBox(Point at, const Rect& box, double radius) {
   const double x = std::abs(at.x - box.x - box.width / 2) - box.width / 2 + radius;
   const double y = std::abs(at.y - box.y - box.height / 2) - box.height / 2 + radius;

@@ -11,25 +11,26 @@ namespace platform {
 class UIColor;
 class UIImage;
 
-// A bitmap that is drawn into, in points from the top left corner. Everything is drawn over what
-// is there, with smooth edges; what lies outside of the bitmap, or has no finite place, is left
-// out. Threads: one at a time; a colour of the system is resolved on the main thread.
+// A bitmap to draw into, with coordinates in points from the top left corner. Drawing is blended
+// with the existing content and has smooth edges. Anything outside of the bitmap or without a
+// finite position is ignored. Threads: one at a time; system colours are resolved on the main
+// thread.
 class CGContext {
  public:
-  // A bitmap of that size in points, rounded up to whole pixels: black where it is opaque (and
-  // stays so), else transparent. scale is pixels per point. Nothing where the size is not positive
-  // or not within the limits of ImagePixels.h.
+  // Makes a bitmap with that size in points, rounded up to whole pixels. An opaque bitmap is black
+  // and stays opaque; others are transparent. scale is in pixels per point. Returns nothing if the
+  // size is not positive or exceeds the limits of ImagePixels.h.
   static std::optional<CGContext> create(Size size, double scale, bool opaque);
 
   void fillRect(Rect rect, const UIColor& color);
-  // Round corners of that radius, at most half of the shorter side.
+  // The radius is limited to half of the shorter side.
   void fillRoundedRect(Rect rect, double radius, const UIColor& color);
-  // Scaled to fill the rectangle. False where the image has no pixels: a symbol, or what does not
-  // decode.
+  // Scales the image to fill the rectangle. Returns false if the image has no pixels: it is a
+  // symbol or cannot be decoded.
   bool drawImage(const UIImage& image, Rect rect);
 
   const ImagePixels& pixels() const noexcept { return _pixels; }
-  // The bitmap; the context is not to be used afterwards.
+  // Returns the bitmap. Do not use the context afterwards.
   ImagePixels takePixels() noexcept { return std::move(_pixels); }
 
  private:

@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* noMemory = "There is not enough memory for the picture.";
 
-// Nothing where the pixels can be encoded.
+// Returns nothing if the pixels can be encoded.
 std::optional<std::string> refusalOfPixels(const ImagePixels& pixels) {
   if (auto refusal = refusalOfImageSize(pixels.width, pixels.height)) return refusal;
   if (pixels.rgba.size() == bytesPerPixel * pixels.width * pixels.height) return std::nullopt;

@@ -12,26 +12,27 @@
 
 namespace platform {
 
-// Turns files of pictures into pixels and pixels into files. A service of the process: a device
-// brings its own, a test one that fails. Threads: any, several at a time.
+// Decodes and encodes picture files. A service of the process: a device provides its own, a test
+// may provide one that fails. Threads: any, concurrently.
 class ImageCodecs {
  public:
   static constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
 
   virtual ~ImageCodecs() = default;
-  // A whole PNG or JPEG as the pixels that it shows, turned upright as its Exif orientation says.
-  // Refuses what is cut off or above the limits of ImagePixels.h, the latter before any pixel is
-  // read. Colour profiles are not looked at: the values are taken as sRGB.
+  // Decodes a PNG or JPEG to upright pixels, according to its Exif orientation. Refuses truncated
+  // files, and files above the limits of ImagePixels.h before it reads any pixel. Ignores colour
+  // profiles: values are treated as sRGB.
   virtual DecodedPicture decode(std::span<const std::uint8_t> file) = 0;
-  // Gives up as soon as more than maximumBytes are there; the outcome is the one that the whole
-  // file would have had. Equal pixels give equal bytes.
+  // Stops when the output exceeds maximumBytes; the outcome is the same as for the whole file.
+  // Equal pixels produce equal bytes.
   virtual EncodedPicture encodePng(const ImagePixels& pixels, std::size_t maximumBytes) = 0;
-  // The same; quality from 0 to 1. A JPEG has no transparency: what shines through is white.
+  // Like encodePng. quality is from 0 to 1. A JPEG has no transparency, so transparent pixels are
+  // blended with white.
   virtual EncodedPicture encodeJpeg(const ImagePixels& pixels, double quality,
                                     std::size_t maximumBytes) = 0;
 };
 
-// The codecs of libpng and libjpeg-turbo. Holds nothing.
+// The codecs of libpng and libjpeg-turbo. Stateless.
 class LibraryImageCodecs final : public ImageCodecs {
  public:
   DecodedPicture decode(std::span<const std::uint8_t> file) override;
@@ -40,7 +41,8 @@ class LibraryImageCodecs final : public ImageCodecs {
                             std::size_t maximumBytes) override;
 };
 
-// The codecs that the current process was given, or those of the libraries. Threads: any.
+// Returns the codecs of the current process, or those of the libraries if none were provided.
+// Threads: any.
 ImageCodecs& imageCodecs();
 
 }  // namespace platform

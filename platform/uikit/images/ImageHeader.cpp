@@ -35,8 +35,8 @@ struct PngChunk {
   Bytes content;
 };
 
-// Takes the next chunk (length, name, content, check sum) from the rest of a PNG; nothing where the
-// bytes end before it does.
+// Removes the next chunk (length, name, content, checksum) of a PNG and returns it; empty if the
+// data ends inside of it.
 std::optional<PngChunk> takeChunk(Bytes& rest) {
   constexpr std::size_t frame = 12;
   if (rest.size() < frame) return std::nullopt;
@@ -56,7 +56,7 @@ ImageOrientation pngOrientation(Bytes bytes) {
   return {};
 }
 
-// Signature, then the chunk IHDR: length, name, width, height.
+// Reads the signature and the chunk IHDR: length, name, width, height.
 std::optional<ImageHeader> readPng(Bytes bytes) {
   constexpr std::size_t sizeOffset = 16;
   constexpr std::array<std::uint8_t, 4> name = {'I', 'H', 'D', 'R'};
@@ -73,20 +73,22 @@ bool isWholePng(Bytes bytes) {
   return false;
 }
 
-// The start of a frame: 0xC0 to 0xCF but for the three other uses of that range.
+// Returns whether the marker is a start of frame: 0xC0 to 0xCF, except for three markers with
+// another meaning.
 bool isStartOfFrame(std::uint8_t marker) {
   return marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
 }
 
 struct JpegSegment {
   std::uint8_t marker = 0;
-  Bytes content;  // what there is of it
+  Bytes content;  // the available part
 };
 
-// Takes the next segment (a marker, the length, the content) from the rest of a JPEG; nothing where
-// no marker follows.
+// Removes the next segment (marker, length, content) of a JPEG and returns it; empty if there is no
+// marker.
 std::optional<JpegSegment> takeSegment(Bytes& rest) {
-  while (rest.size() > 1 && rest[0] == 0xFF && rest[1] == 0xFF) rest = rest.subspan(1);  // filling
+  // Skip fill bytes.
+  while (rest.size() > 1 && rest[0] == 0xFF && rest[1] == 0xFF) rest = rest.subspan(1);
   if (rest.size() < 4 || rest[0] != 0xFF) return std::nullopt;
   const std::size_t length = std::max(bigEndian(rest, 2, 2), 2U);
   const JpegSegment segment{rest[1], rest.subspan(4, std::min(length - 2, rest.size() - 4))};
@@ -100,7 +102,7 @@ ImageOrientation jpegOrientation(const JpegSegment& segment) {
   return ImageOrientation::fromExif(segment.content.subspan(mark.size()));
 }
 
-// Segments follow each other until the start of the frame, which holds precision, height and width.
+// Reads segments up to the start of the frame, which contains precision, height and width.
 std::optional<ImageHeader> readJpeg(Bytes bytes) {
   constexpr std::uint8_t exifMarker = 0xE1;
   ImageOrientation orientation;
@@ -118,9 +120,8 @@ std::optional<ImageHeader> readJpeg(Bytes bytes) {
   return std::nullopt;
 }
 
-// Up to the start of the frame the segments are skipped, since a picture may hold a smaller one of
-// itself. From there on the mark of the end stands nowhere else: in the data of a scan 0xFF is
-// never followed by it.
+// Skips the segments before the start of the frame, because a picture may contain a thumbnail.
+// After it, the end marker cannot occur elsewhere: in scan data, 0xFF is never followed by 0xD9.
 bool isWholeJpeg(Bytes bytes) {
   constexpr std::string_view end = "\xFF\xD9";
   Bytes rest = bytes.subspan(2);

@@ -12,19 +12,18 @@ enum class ImageFormat : std::uint8_t { png, jpeg };
 
 struct ImageHeader {
   ImageFormat format = ImageFormat::png;
-  std::uint32_t width = 0;   // pixels, as shown: after the orientation is applied
+  std::uint32_t width = 0;   // in pixels, after the orientation is applied
   std::uint32_t height = 0;  // the same
   ImageOrientation orientation;
 };
 
-// Format and size from the first bytes of a PNG or a JPEG; nothing where the bytes are neither, or
-// end before the size. The orientation is that of the Exif data, which a JPEG has before its size
-// and a PNG anywhere; it is the upright one where there is none or it makes no sense. The pixels
-// are not looked at.
+// Reads format and size from the first bytes of a PNG or JPEG; empty if the data is neither or ends
+// before the size. The orientation comes from the Exif data, which a JPEG has before its size and a
+// PNG anywhere; it is upright if missing or invalid. Does not read the pixels.
 std::optional<ImageHeader> readImageHeader(std::span<const std::uint8_t> bytes);
 
-// Whether a file with such a header goes on to the mark of its end. Says nothing of what is
-// between; the time is that of one pass over the bytes at most.
+// Returns whether the file with this header contains its end marker. Does not check the data before
+// it. Takes at most one pass over the bytes.
 bool isWholePicture(std::span<const std::uint8_t> bytes);
 
 }  // namespace platform

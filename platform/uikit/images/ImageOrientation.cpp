@@ -5,7 +5,7 @@ namespace {
 
 using Bytes = std::span<const std::uint8_t>;
 
-// Reads numbers in the byte order that the data states. Offsets must be within.
+// Reads numbers in the byte order of the data. Offsets must be in range.
 class TiffReader {
  public:
   TiffReader(Bytes bytes, bool bigEndian) : _bytes(bytes), _bigEndian(bigEndian) {}
@@ -25,7 +25,7 @@ class TiffReader {
 constexpr std::size_t headerSize = 8;
 constexpr std::size_t entrySize = 12;
 
-// The first list of entries: tag, type, count, value.
+// Searches the first directory. An entry has a tag, a type, a count and a value.
 std::uint32_t orientationIn(Bytes tiff, const TiffReader& reader) {
   constexpr std::uint32_t orientationTag = 0x112;
   constexpr std::uint32_t shortType = 3;

@@ -6,16 +6,16 @@
 
 namespace platform {
 
-// How the stored rows of a picture have to be turned so that it is shown upright: the eight values
-// of the Exif orientation. 1 is as stored; 2 is mirrored; 3 and 4 the same upside down; 5 to 8 have
-// rows for columns.
+// The transformation that shows the stored rows of a picture upright: the eight values of the Exif
+// orientation. 1 is unchanged, 2 is mirrored, 3 and 4 are the same upside down, and 5 to 8 swap
+// rows and columns.
 class ImageOrientation {
  public:
   ImageOrientation() = default;
-  // A value other than 1 to 8 counts as 1.
+  // Values other than 1 to 8 become 1.
   static ImageOrientation fromExifValue(std::uint32_t value) noexcept;
-  // Of the Exif data (the TIFF structure without what marks it in a file); as stored where there
-  // is no orientation in it, or it is broken.
+  // Reads the orientation from Exif data (the TIFF structure without the file's marker). Unchanged
+  // if the data has no orientation or is invalid.
   static ImageOrientation fromExif(std::span<const std::uint8_t> tiff) noexcept;
 
   std::uint8_t exifValue() const noexcept { return _value; }
@@ -25,7 +25,7 @@ class ImageOrientation {
   std::uint8_t _value = 1;
 };
 
-// Where the stored pixels belong in the upright picture, counted in pixels from its first one.
+// The position of stored pixels in the upright picture, as pixel offsets from its first pixel.
 struct PixelPlacement {
   std::ptrdiff_t origin = 0;  // of the first stored pixel
   std::ptrdiff_t acrossStep = 1;

@@ -5,7 +5,7 @@
 namespace platform {
 namespace {
 
-// Pixels; what is thinner than this leaves no trace.
+// In pixels. Anything thinner is not drawn.
 constexpr double thinnest = 1e-3;
 
 bool isDrawn(const Rect& rect) {
@@ -13,13 +13,14 @@ bool isDrawn(const Rect& rect) {
          std::isfinite(rect.height);
 }
 
-// Which pixels of the source, along one axis, a pixel of the target is made of.
+// The source pixels, along one axis, that make up a target pixel.
 struct Blend {
   std::size_t first = 0;
-  std::vector<float> weights;  // of first and the following; together 1
+  std::vector<float> weights;  // of `first` and the pixels after it; the sum is 1
 };
 
-// A tent over the centre of the target's pixel, as wide as a pixel of the coarser of the two.
+// A triangle filter around the centre of the target pixel, as wide as a pixel of the lower
+// resolution.
 Blend blendOf(double centre, double sourcePerTarget, std::uint32_t sourceLength) {
   const double reach = std::max(1.0, sourcePerTarget);
   const double last = sourceLength - 1.0;
@@ -51,7 +52,7 @@ class ScaledAxis {
   std::uint32_t _sourceLength;
 };
 
-// Adds a row of the source, premultiplied and weighted.
+// Adds a weighted, premultiplied row of the source.
 void addRow(const ImagePixels& source, std::size_t row, float weight, std::vector<float>& sums) {
   const std::uint8_t* pixel = &source.rgba[row * source.width * bytesPerPixel];
   for (std::size_t at = 0; at < sums.size(); at += bytesPerPixel, pixel += bytesPerPixel) {

@@ -5,9 +5,9 @@
 
 namespace platform {
 
-// Lays the source over the target, scaled to fill the rectangle (in the target's pixels). A smaller
-// picture is the mean of what it stands for, a larger one is interpolated; one that keeps its size
-// and lies on whole pixels keeps its pixels. Threads: any, with a target that nobody else uses.
+// Draws the source over the target, scaled to fill the rectangle (in pixels of the target).
+// Averages pixels when it shrinks and interpolates when it enlarges. If the size is unchanged and
+// aligned to whole pixels, copies pixels exactly. Threads: any, if no other thread uses the target.
 void drawScaled(const ImagePixels& source, const Rect& rect, ImagePixels& target);
 
 }  // namespace platform

@@ -7,14 +7,14 @@
 namespace platform {
 namespace {
 
-// How far from the corner the edge begins to bend, in sides, and how. The corner is the curve
-// u^n + v^n = 1 of a square of that length. With n above 2 its curvature is zero where it meets
-// the straight edge; this pair bends as far in as a round corner of 0.225 sides would.
+// The length of the corner, as a fraction of the side, and its exponent. The corner is the curve
+// u^n + v^n = 1 in a square of that length. With n above 2, its curvature is zero where it meets
+// the straight edge. With these values, it is as deep as a round corner of 0.225 sides.
 constexpr double cornerLength = 0.345;
 constexpr double cornerExponent = 3.27;
 
-// How far a position lies outside the curve, in lengths of the corner; negative inside. u and v
-// count from the inner end of the corner's square.
+// Returns the distance of a position from the curve, in corner lengths; negative inside. u and v
+// start at the inner end of the corner's square.
 double distanceToCorner(double u, double v) {
   const double power = std::pow(u, cornerExponent) + std::pow(v, cornerExponent);
   const double value = std::pow(power, 1 / cornerExponent);
@@ -24,7 +24,7 @@ double distanceToCorner(double u, double v) {
   return (value - 1) / slope;
 }
 
-// Of the pixel that lies x and y pixels from the corner.
+// Returns the coverage of the pixel that is x and y pixels from the corner.
 double coverageInCorner(double x, double y, double length) {
   const double u = 1 - (x + 0.5) / length;
   const double v = 1 - (y + 0.5) / length;

@@ -5,11 +5,11 @@
 
 namespace platform {
 
-// Makes transparent what lies outside the shape of an application's icon: a rectangle whose
-// corners leave the straight edges with no jump in curvature.
+// Makes everything outside of the shape of an application icon transparent: a rectangle whose
+// corners join the straight edges with continuous curvature.
 void cutOutIconShape(ImagePixels& pixels);
 
-// Gives every pixel the colour; its alpha is the pixel's times the colour's.
+// Sets each pixel to the colour; its alpha is multiplied by the colour's alpha.
 void tintPixels(ImagePixels& pixels, const ColorComponents& color);
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// The reader of JPEG files.
+// The JPEG decoder.
 
 #include <string>
 
@@ -9,17 +9,17 @@
 namespace platform {
 namespace {
 
-// A progressive file may go over the whole picture as often as it likes; no encoder needs more.
+// A progressive file may contain any number of scans, but no encoder needs more.
 constexpr int maximumScans = 64;
 
 void stopAfterManyScans(j_common_ptr common) {
   if (reinterpret_cast<j_decompress_ptr>(common)->input_scan_number > maximumScans) {
-    JpegErrors::leaveBecause(common, "it goes over the picture too often");
+    JpegErrors::leaveBecause(common, "it has too many scans");
   }
 }
 
-// Ink that is told as in print, to light; programs that leave Adobe's mark tell it the other way
-// round.
+// Converts ink values to light. Values are stored as in print, but files with Adobe's marker store
+// them inverted.
 void lightenRow(std::uint8_t* pixel, std::uint32_t width, bool inverted) {
   for (std::uint32_t x = 0; x < width; ++x, pixel += bytesPerPixel) {
     const int flip = inverted ? 0 : 0xFF;
@@ -38,7 +38,7 @@ class JpegReading {
   JpegReading(const JpegReading&) = delete;
   JpegReading& operator=(const JpegReading&) = delete;
 
-  // Each is false where the file is refused; problem() says why.
+  // Each function returns false if the file is refused; problem() has the reason.
   bool readHeader(std::span<const std::uint8_t> file);
   bool readRows(OrientedRows& rows);
 
@@ -89,7 +89,7 @@ DecodedPicture decodeJpegFile(std::span<const std::uint8_t> file, const ImageHea
   const bool swaps = header.orientation.swapsSides();
   if (reading.width() != (swaps ? header.height : header.width) ||
       reading.height() != (swaps ? header.width : header.height)) {
-    return {nullptr, "The JPEG cannot be read: its size is told twice."};
+    return {nullptr, "The JPEG cannot be read: it declares its size twice."};
   }
   OrientedRows rows(reading.width(), reading.height(), header.orientation,
                     OrientedRows::Order::oneAfterAnother);

@@ -1,4 +1,4 @@
-// The writer of JPEG files.
+// The JPEG encoder.
 
 #include <algorithm>
 #include <array>
@@ -12,7 +12,7 @@
 namespace platform {
 namespace {
 
-// From 0 to 1 as the library counts, from 1 to 100.
+// Converts 0..1 to the library's scale of 1 to 100.
 int libraryQuality(double quality) {
   const double kept = quality > 0 ? std::min(quality, 1.0) : 0.0;
   return std::max(1, static_cast<int>(std::lround(kept * 100)));
@@ -49,9 +49,9 @@ class JpegWriting {
  private:
   static constexpr const char* work = "The JPEG cannot be written";
 
-  // What the library writes to.
+  // The library's output.
   struct Destination {
-    jpeg_destination_mgr manager{};  // must be first: the library knows this address
+    jpeg_destination_mgr manager{};  // must be first: the library uses this address
     JpegWriting* writing = nullptr;
   };
 

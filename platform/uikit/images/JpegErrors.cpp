@@ -10,7 +10,7 @@ void JpegErrors::leave(j_common_ptr common) {
   leaveBecause(common, reason.data());
 }
 
-// The library goes on at a file's end as if grey followed. Other damage is the picture's own.
+// At the end of the file, the library only warns and fills in grey. Other damage is accepted.
 void JpegErrors::judge(j_common_ptr common, int level) {
   constexpr int warning = -1;
   if (level == warning && common->err->msg_code == JWRN_JPEG_EOF) {

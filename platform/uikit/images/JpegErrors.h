@@ -7,12 +7,12 @@
 
 namespace platform {
 
-// How the JPEG library reports: a call that fails leaves by a jump to where the work began, with
-// the reason in problem(). Nothing that needs a destructor may be made while the library works.
+// Error handling for the JPEG library: a failing call jumps back to the start of the work, with the
+// reason in problem(). While the library runs, do not create objects with destructors.
 class JpegErrors {
  public:
-  // work says what the library does, as "The JPEG cannot be read". `common` is the head of the
-  // structure that the library works with; this must live as long as that.
+  // `work` is the start of the message, such as "The JPEG cannot be read". `common` is the head of
+  // the library's structure; this object must live as long as it.
   void install(jpeg_common_struct& common, const char* work) noexcept {
     common.err = jpeg_std_error(&_manager);
     common.client_data = this;
@@ -21,9 +21,9 @@ class JpegErrors {
     _manager.output_message = [](j_common_ptr) {};
     _work = work;
   }
-  // Where the jump goes to: `if (setjmp(errors.back())) return false;`
+  // The target of the jump: `if (setjmp(errors.back())) return false;`
   std::jmp_buf& back() noexcept { return _back; }
-  // Leaves the work for a reason of our own.
+  // Aborts the work with a reason of the caller.
   [[noreturn]] static void leaveBecause(j_common_ptr common, const char* reason) noexcept {
     JpegErrors& errors = *static_cast<JpegErrors*>(common->client_data);
     static_cast<void>(std::snprintf(errors._problem.data(), errors._problem.size(), "%s: %s.",

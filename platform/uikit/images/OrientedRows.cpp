@@ -6,7 +6,7 @@
 namespace platform {
 namespace {
 
-// Stored rows become columns: this many together fill a line of the cache.
+// Stored rows become columns; this many together fill a cache line.
 constexpr std::uint32_t rowsPlacedTogether = 16;
 
 }  // namespace

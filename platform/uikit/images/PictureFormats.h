@@ -7,11 +7,11 @@
 #include "platform/uikit/images/ImageHeader.h"
 #include "platform/uikit/images/PictureResults.h"
 
-// The two formats of LibraryImageCodecs. Threads: any, several at a time. May run out of memory
-// (std::bad_alloc), and leaves nothing behind then.
+// The two formats of LibraryImageCodecs. Threads: any, concurrently. If memory runs out, they throw
+// std::bad_alloc without leaks.
 namespace platform {
 
-// The header must be the one of the file, its size within the limits.
+// The header must be that of the file, with a size within the limits.
 DecodedPicture decodePngFile(std::span<const std::uint8_t> file, const ImageHeader& header);
 DecodedPicture decodeJpegFile(std::span<const std::uint8_t> file, const ImageHeader& header);
 

@@ -7,13 +7,13 @@
 
 namespace platform {
 
-// The bytes of a picture that is being encoded, up to a limit.
+// Collects the bytes of an encoded picture, up to a limit.
 class PictureOutput {
  public:
   explicit PictureOutput(std::size_t limit) : _limit(limit) {}
 
-  // False, and nothing added, where the limit would be passed or there is no memory. Never throws:
-  // the callers are callbacks of C libraries.
+  // Appends nothing and returns false if the limit would be exceeded or memory runs out. Never
+  // throws, because the callers are callbacks of C libraries.
   bool append(const std::uint8_t* bytes, std::size_t count) noexcept try {
     _aboveLimit = count > _limit - _bytes.size();
     if (_aboveLimit) return false;
@@ -22,7 +22,7 @@ class PictureOutput {
   } catch (const std::bad_alloc&) {
     return false;
   }
-  // Whether the limit was the reason.
+  // Returns whether append failed because of the limit.
   bool isAboveLimit() const noexcept { return _aboveLimit; }
   std::vector<std::uint8_t> take() noexcept { return std::move(_bytes); }
 

@@ -9,19 +9,19 @@
 
 namespace platform {
 
-// What came of reading a picture.
+// The result of decoding a picture.
 struct DecodedPicture {
-  std::shared_ptr<const ImagePixels> pixels;  // empty where the picture was refused
-  std::string problem;                        // then why, as a sentence for people
+  std::shared_ptr<const ImagePixels> pixels;  // empty if the picture was refused
+  std::string problem;                        // the reason, as a sentence for the user
 };
 
 enum class EncodingOutcome : std::uint8_t { done, aboveLimit, failed };
 
-// What came of writing a picture.
+// The result of encoding a picture.
 struct EncodedPicture {
   EncodingOutcome outcome = EncodingOutcome::failed;
-  std::vector<std::uint8_t> bytes;  // only where it was done
-  std::string problem;              // why it failed, as a sentence for people
+  std::vector<std::uint8_t> bytes;  // only on success
+  std::string problem;              // the reason of a failure, as a sentence for the user
 };
 
 }  // namespace platform

@@ -9,7 +9,7 @@
 
 namespace platform {
 
-// A colour that is laid on a pixel: not premultiplied, each part from 0 to 1.
+// A colour to blend, not premultiplied. Each component is 0 to 1.
 struct Ink {
   double red = 0;
   double green = 0;
@@ -17,12 +17,12 @@ struct Ink {
   double alpha = 0;
 };
 
-// What is no number counts as 0.
+// NaN becomes 0.
 inline std::uint8_t byteOf(double part) {
   return static_cast<std::uint8_t>(std::lround((part > 0 ? std::min(part, 1.0) : 0.0) * 255));
 }
 
-// Lays the ink over the four bytes of a pixel.
+// Blends the ink over the four bytes of a pixel.
 inline void blendPixel(std::uint8_t* pixel, const Ink& ink) {
   const double below = pixel[3] / 255.0 * (1 - ink.alpha);
   const double alpha = ink.alpha + below;
@@ -36,14 +36,14 @@ inline void blendPixel(std::uint8_t* pixel, const Ink& ink) {
   pixel[3] = byteOf(alpha);
 }
 
-// The pixels that a rectangle touches, within a bitmap.
+// The pixels of a bitmap that a rectangle touches.
 struct PixelRange {
   std::uint32_t left = 0;
   std::uint32_t top = 0;
-  std::uint32_t right = 0;   // the first that is not touched
-  std::uint32_t bottom = 0;  // the same
+  std::uint32_t right = 0;   // exclusive
+  std::uint32_t bottom = 0;  // exclusive
 
-  // Empty where the rectangle lies outside, has no area or no finite place.
+  // Empty if the rectangle is outside, has no area or is not finite.
   static PixelRange of(const Rect& rect, const ImagePixels& pixels) {
     if (!(rect.width > 0) || !(rect.height > 0)) return {};
     const auto inside = [](double at, std::uint32_t end) {
@@ -56,7 +56,7 @@ struct PixelRange {
   }
 };
 
-// How much of the stretch from `at` to `at + 1` lies between start and end, from 0 to 1.
+// Returns the overlap of [at, at + 1] with [start, end], from 0 to 1.
 inline double coverageOfPixel(std::uint32_t at, double start, double end) {
   return std::clamp(std::min(end, at + 1.0) - std::max(start, static_cast<double>(at)), 0.0, 1.0);
 }

@@ -1,5 +1,5 @@
-// The reader of PNG files. The library leaves a call that fails by a jump to where the work began,
-// so nothing that needs a destructor is made while it works.
+// The PNG decoder. A failing library call jumps back to the start of the work, so no objects with
+// destructors may be created while the library runs.
 
 #include <array>
 #include <csetjmp>
@@ -25,7 +25,7 @@ class PngReading {
   PngReading(const PngReading&) = delete;
   PngReading& operator=(const PngReading&) = delete;
 
-  // Each is false where the file is refused; problem() says why.
+  // Each function returns false if the file is refused; problem() has the reason.
   bool readHeader();
   bool readRows(OrientedRows& rows);
 
@@ -60,7 +60,7 @@ class PngReading {
   std::array<char, 160> _problem = {"There is not enough memory for the picture."};
 };
 
-// Texts, profiles and the like are passed over unread, so that they cannot do harm.
+// Skips texts, profiles and the like without parsing them, so that they cannot do harm.
 void PngReading::ignoreWhatIsNotNeeded() {
   static constexpr char names[] =
       "bKGD\0cHRM\0eXIf\0gAMA\0hIST\0iCCP\0iTXt\0oFFs\0pCAL\0pHYs\0"

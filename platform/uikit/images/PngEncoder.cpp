@@ -1,5 +1,5 @@
-// The writer of PNG files. The library leaves a call that fails by a jump to where the work began,
-// so nothing that needs a destructor is made while it works.
+// The PNG encoder. A failing library call jumps back to the start of the work, so no objects with
+// destructors may be created while the library runs.
 
 #include <algorithm>
 #include <array>
@@ -15,7 +15,7 @@
 namespace platform {
 namespace {
 
-// What the pixels need: colours, transparency.
+// The features that the pixels need: colour, transparency.
 struct PixelKind {
   bool colours = false;
   bool transparency = false;

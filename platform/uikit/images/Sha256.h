@@ -9,12 +9,12 @@
 
 namespace platform {
 
-// The hash that names an image's content. Not for keeping secrets.
+// The hash that identifies the content of an image. Not for security.
 class Sha256 {
  public:
   void add(std::span<const std::uint8_t> bytes);
   void add(std::string_view bytes);
-  // 64 lower-case hexadecimal digits. Nothing may be added afterwards.
+  // Returns 64 lower-case hexadecimal digits. Nothing may be added afterwards.
   std::string finish();
 
  private:
@@ -25,7 +25,7 @@ class Sha256 {
                                          0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};
   std::array<std::uint8_t, blockSize> _buffer{};
   std::size_t _buffered = 0;
-  std::uint64_t _length = 0;  // bytes
+  std::uint64_t _length = 0;  // in bytes
 };
 
 }  // namespace platform

@@ -11,17 +11,17 @@ namespace platform {
 class UIImage;
 
 struct UIGraphicsImageRendererFormat {
-  double scale = 0;  // pixels per point; 0 is the main screen's
+  double scale = 0;  // pixels per point; 0 for the main screen's scale
   bool opaque = false;
 };
 
-// Makes images by drawing. Threads: any with a scale of its own, main with the screen's.
+// Makes images by drawing. Threads: any if the scale is set, main if it is the screen's.
 class UIGraphicsImageRenderer {
  public:
   explicit UIGraphicsImageRenderer(Size size, UIGraphicsImageRendererFormat format = {});
 
-  // Opens a context of the size, lets the actions draw into it, and gives what it holds then.
-  // Empty, and the actions do not run, where the size has no pixels or more than are allowed.
+  // Calls the actions with a context of the size and returns the resulting image. If the size has
+  // no pixels or too many, returns an empty pointer and does not call the actions.
   std::shared_ptr<UIImage> imageWithActions(const std::function<void(CGContext&)>& actions) const;
 
  private:

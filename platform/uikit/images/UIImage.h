@@ -16,56 +16,56 @@ namespace platform {
 
 class UIColor;
 
-// An image: encoded bytes as they came, or pixels, or a symbol of the system by its name.
-// Immutable. Threads: any.
+// An image: encoded bytes, pixels, or the name of a system symbol. Immutable. Threads: any.
 class UIImage : public Object {
   PLATFORM_CLASS(UIImage)
 
  public:
   UIImage() = default;
 
-  // A PNG or JPEG, recognised by its header; the bytes are kept as they are and decoded when the
-  // pixels are asked for. Empty for anything else, for a file that ends too early, and, with a line
-  // in the log, for a picture above the limits of ImagePixels.h.
+  // Makes an image from a PNG or JPEG, detected by its header. Keeps the bytes and decodes them on
+  // demand. Empty for other formats, truncated files and pictures above the limits of
+  // ImagePixels.h, which are also logged.
   static std::shared_ptr<UIImage> imageWithData(const Data& data, double scale = 1);
-  // A file of the device. A name that ends in "@2x" or "@3x" before its extension gives the scale.
-  // Empty where the file cannot be read or holds no image.
+  // Reads a file of the device. A name that ends in "@2x" or "@3x" before its extension sets the
+  // scale. Empty if the file cannot be read or is not an image.
   static std::shared_ptr<UIImage> imageWithContentsOfFile(std::string_view path);
-  // A symbol that the presenter draws. Empty for an empty name.
+  // Makes a symbol that the presenter draws. Empty for an empty name.
   static std::shared_ptr<UIImage> systemImageNamed(std::string_view name);
-  // Empty where the pixels do not fill width x height, or there are none.
+  // Empty if there are no pixels or they do not match width x height.
   static std::shared_ptr<UIImage> imageWithPixels(ImagePixels pixels, double scale);
 
   Size size() const noexcept;  // points
-  // Pixels as shown: turned as the Exif orientation says.
+  // In pixels, after the Exif orientation is applied.
   std::uint32_t pixelWidth() const noexcept { return _pixelWidth; }
   std::uint32_t pixelHeight() const noexcept { return _pixelHeight; }
   double scale() const noexcept { return _scale; }  // pixels per point
 
   const std::optional<std::string>& symbolName() const noexcept { return _symbolName; }
-  // The bytes of an encoded image, else null. Owned by the image.
+  // The bytes of an encoded image, owned by the image; otherwise null.
   const Data* encodedData() const noexcept { return _encoded ? &*_encoded : nullptr; }
-  // The pixels of an image that was made of pixels, else null. Owned by the image.
+  // The pixels of an image made from pixels, owned by the image; otherwise null.
   const ImagePixels* pixels() const noexcept { return _pixels.get(); }
 
-  // The pixels, upright; an encoded image is decoded at every call. Empty for a symbol and, with a
-  // line in the log, for what does not decode. Does not read the traits; threads: any.
+  // Returns upright pixels. Decodes an encoded image on every call. Empty for a symbol, and for an
+  // image that cannot be decoded, which is also logged. Does not read the traits. Threads: any.
   std::shared_ptr<const ImagePixels> decodedPixels() const;
-  // An image of decodedPixels, for who draws or encodes more than once. Empty where those are.
+  // Returns an image of decodedPixels, for callers that draw or encode it repeatedly. Empty if
+  // those are empty.
   std::shared_ptr<UIImage> imageByPreparingForDisplay() const;
 
-  // What is visible of the image in one colour: its alpha is the image's times the colour's. Empty
-  // for no colour, and where decodedPixels are: a symbol takes the tint of the view that shows it.
-  // A colour of the system is resolved by the traits of the moment (main thread).
+  // Returns the image in a single colour: its alpha is multiplied by the colour's alpha. Empty if
+  // the colour or decodedPixels are empty: a symbol has the tint of the view that shows it. A
+  // system colour is resolved with the current traits (main thread).
   std::shared_ptr<UIImage> imageWithTintColor(const std::shared_ptr<UIColor>& color) const;
-  // The image in the square of an application's icon, cut out in the icons' shape: 29 points for
-  // format 0, 40 for every other. No gloss is laid over it, precomposed or not. Empty where the
-  // pixels do not decode or the scale is not positive.
+  // Returns the image in the size and shape of an application icon: 29 points for format 0, 40 for
+  // all others. Never adds gloss, precomposed or not. Empty if the pixels cannot be decoded or the
+  // scale is not positive.
   std::shared_ptr<UIImage> applicationIconImageForFormat(std::int64_t format, bool precomposed,
                                                          double scale) const;
 
-  // SHA-256 of what the image shows, in lower-case hexadecimal; computed on the first call. Images
-  // of equal content (bytes, or size and pixels, or symbol) have equal hashes.
+  // Returns the SHA-256 of the content in lower-case hexadecimal, computed on the first call.
+  // Images with equal content (bytes, or size and pixels, or symbol) have equal hashes.
   const std::string& contentHash() const;
 
  private:

@@ -2,7 +2,7 @@
 
 namespace platform {
 
-// True as long as the scope lives.
+// Sets a flag until the end of the scope.
 class FlagWhile {
  public:
   explicit FlagWhile(bool& flag) noexcept : _flag(flag) { _flag = true; }

@@ -10,7 +10,7 @@
 
 namespace platform {
 
-// A row of a table. What C++ code passes around.
+// A row of a table, for C++ code.
 struct IndexPath {
   std::int64_t section = 0;
   std::int64_t row = 0;
@@ -18,7 +18,7 @@ struct IndexPath {
   friend auto operator<=>(const IndexPath&, const IndexPath&) = default;
 };
 
-// The same as an object, for operations that are sent by name.
+// An index path as an object, for operations that are sent by name.
 class NSIndexPath : public Object {
   PLATFORM_CLASS(NSIndexPath)
 

@@ -12,16 +12,16 @@ namespace platform {
 
 class UITableViewCell;
 
-// The cells of a table that have left their rows, by reuse identifier. A row gets the cell back
-// that it had, so that a table that is loaded again shows the same cells in the same places.
+// Unused cells of a table, by reuse identifier. A row gets its previous cell, so that a reloaded
+// table shows the same cells in the same places.
 class TableCellPool {
  public:
   using Cell = std::shared_ptr<UITableViewCell>;
 
-  // `row` is the token of the row that the cell has shown.
+  // `row` is the token of the row that the cell showed.
   void put(std::string_view identifier, const Cell& cell, std::uint64_t row);
-  // For the row of that token (0: not known): its own cell, else the oldest one that no row of
-  // `waiting` has a claim to. Empty where there is none.
+  // Returns a cell for the row with that token (0 if unknown): its previous cell, otherwise the
+  // oldest that no row in `waiting` may reclaim. Empty if there is none.
   Cell take(std::string_view identifier, std::uint64_t row,
             const std::unordered_set<std::uint64_t>& waiting);
   void remove(const Cell& cell);

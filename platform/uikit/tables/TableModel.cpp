@@ -13,7 +13,8 @@ std::uint64_t makeToken() {
   return UIKitState::current().makeNodeIdentifier();
 }
 
-// Equal for values that stand for the same thing: objects by identity, others by what they print.
+// Returns equal keys for values that represent the same thing: objects by identity, others by
+// description.
 std::string identityKey(const Value& identity) {
   if (const auto object = identity.asObject()) {
     return "object " + std::to_string(reinterpret_cast<std::uintptr_t>(object.get()));
@@ -21,7 +22,7 @@ std::string identityKey(const Value& identity) {
   return std::to_string(static_cast<int>(identity.kind())) + " " + identity.description();
 }
 
-// The tokens of the rows that were there, to be handed to those that stand for the same.
+// The tokens of the previous rows, for new rows with the same identity.
 class TokenStore {
  public:
   explicit TokenStore(const std::vector<TableSection>& sections) {

@@ -16,15 +16,15 @@ namespace platform {
 
 class UITableViewCell;
 
-// A row as its table knows it.
+// A row with the data that its table keeps.
 struct TableRow {
   std::uint64_t token = 0;  // the row's identity, a node identifier
-  Value identity;           // what the data source says the row stands for
+  Value identity;           // what the row represents, from the data source
   double height = 0;
-  bool selfSizing = false;                // the cell decides, once there is one
-  double y = 0;                           // of its top in the content
-  std::shared_ptr<UITableViewCell> cell;  // only while in sight
-  std::optional<std::string> problem;     // why no cell could be made; not tried again then
+  bool selfSizing = false;                // the cell determines the height, once it exists
+  double y = 0;                           // of its top, in the content
+  std::shared_ptr<UITableViewCell> cell;  // only while visible
+  std::optional<std::string> problem;     // why the cell could not be made; not retried
 };
 
 struct TableSection {
@@ -33,11 +33,12 @@ struct TableSection {
   std::optional<std::string> footerTitle;
   double headerHeight = 0;
   double footerHeight = 0;
-  double y = 0;  // of its header's top in the content
+  double y = 0;  // of the header's top, in the content
   std::vector<TableRow> rows;
 };
 
-// The changes of one batch. Indices of what goes count as before the batch, of what comes as after.
+// The changes of a batch. Indices of removed items refer to the state before the batch, those of
+// inserted items to the state after it.
 struct TableUpdates {
   std::vector<IndexPath> deletedRows;
   std::vector<IndexPath> insertedRows;
@@ -48,7 +49,7 @@ struct TableUpdates {
   std::vector<std::int64_t> reloadedSections;
 };
 
-// What there was before a batch.
+// The state before a batch.
 struct TableTokens {
   std::set<std::uint64_t> rows;
   std::set<std::uint64_t> sections;
@@ -57,7 +58,8 @@ struct TableTokens {
   std::vector<std::shared_ptr<UITableViewCell>> cells;
 };
 
-// The sections and rows of a table, their identities and where they lie. Asks nobody.
+// The sections and rows of a table, their identities and positions. Does not call the data source
+// or delegate.
 class TableModel {
  public:
   std::vector<TableSection>& sections() noexcept { return _sections; }
@@ -67,16 +69,16 @@ class TableModel {
   const TableRow* row(IndexPath path) const noexcept;
   std::optional<IndexPath> pathOfToken(std::uint64_t token) const noexcept;
 
-  // Takes the place of the sections; rows and sections keep the tokens of those before them: a row
-  // by what it stands for where it says so, else by its place; what is new gets new tokens.
+  // Replaces the sections and keeps the tokens of existing rows and sections. Rows are matched by
+  // identity if they have one, otherwise by position. New ones get new tokens.
   void replace(std::vector<TableSection> sections);
-  // Applies a batch to the tokens; rows and sections that come are empty but for their tokens.
-  // The reason where an index is out of range or given twice; the model is unchanged then.
+  // Applies a batch to the tokens. Inserted rows and sections have only their tokens. If an index
+  // is out of range or duplicated, returns the reason and changes nothing.
   std::optional<std::string> apply(const TableUpdates& updates);
-  // Takes the row out and puts it in again, its identity kept. False where there is no such place.
+  // Moves a row and keeps its identity. Returns false if a position does not exist.
   bool moveRow(IndexPath from, IndexPath to);
 
-  // Places everything below `top`; gives the bottom of the last section.
+  // Lays out all sections below `top`. Returns the bottom of the last one.
   double place(double top);
   std::optional<IndexPath> pathAtY(double y) const noexcept;
 

@@ -12,13 +12,13 @@ std::string describe(IndexPath path) {
   return "row " + std::to_string(path.row) + " of section " + std::to_string(path.section);
 }
 
-// Applies one batch to a copy of the sections.
+// Applies a batch to a copy of the sections.
 class Batch {
  public:
   Batch(std::vector<TableSection> sections, const TableUpdates& updates)
       : _sections(std::move(sections)), _updates(updates) {}
 
-  // The reason where it does not fit.
+  // Returns the reason if the batch is invalid.
   std::optional<std::string> apply() {
     takeRowsOut();
     takeSectionsOut();
@@ -43,7 +43,7 @@ class Batch {
     if (!_problem) _problem = std::move(reason);
   }
 
-  // From the last to the first, so that the indices still hold.
+  // From last to first, so that the indices remain valid.
   void takeRowsOut() {
     std::set<IndexPath> leaving;
     const auto leave = [&](IndexPath path) {
@@ -94,7 +94,7 @@ class Batch {
     }
   }
 
-  // From the first to the last: an index counts as after the update.
+  // From first to last, because indices refer to the state after the update.
   void putRowsIn() {
     for (const IndexPath path : _updates.insertedRows) {
       TableRow row;
@@ -124,11 +124,13 @@ class Batch {
 
 std::optional<std::string> TableModel::apply(const TableUpdates& updates) {
   for (const IndexPath path : updates.reloadedRows) {
-    if (row(path) == nullptr) return "attempt to reload " + describe(path) + ", which is not there";
+    if (row(path) == nullptr) {
+      return "attempt to reload " + describe(path) + ", which does not exist";
+    }
   }
   for (const std::int64_t index : updates.reloadedSections) {
     if (section(index) == nullptr) {
-      return "attempt to reload section " + std::to_string(index) + ", which is not there";
+      return "attempt to reload section " + std::to_string(index) + ", which does not exist";
     }
   }
   Batch batch(_sections, updates);

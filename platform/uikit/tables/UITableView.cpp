@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-// What a table is asked for and told.
+// Properties and queries of a table.
 namespace platform {
 
 bool UITableView::initWithFrame(Rect frame, UITableViewStyle style) {
@@ -25,7 +25,7 @@ std::shared_ptr<UITableViewDelegate> UITableView::tableDelegate() const {
 }
 
 void UITableView::delegateDidChange() {
-  _loaded = false;  // the heights are the delegate's
+  _loaded = false;  // the delegate determines the heights
   setNeedsLayout();
 }
 

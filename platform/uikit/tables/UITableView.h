@@ -34,9 +34,9 @@ enum class UITableViewRowAnimation : std::uint8_t {
   automatic = 100,
 };
 
-// A list of rows in sections. Rows that lie within the bounds (and the overscan around them) have
-// a cell, the others have none; cells are asked for when layout runs. Data source and delegate are
-// not kept alive; without a data source, or when it has died, the table has no rows.
+// A list of rows in sections. Only rows within the bounds, extended by the overscan, have cells,
+// which are requested during layout. Does not keep the data source and delegate alive. Without a
+// data source, or after its death, the table has no rows.
 //
 // Threads: main.
 class UITableView : public UIScrollView {
@@ -51,12 +51,12 @@ class UITableView : public UIScrollView {
 
   void setDataSource(const std::shared_ptr<UITableViewDataSource>& dataSource);
   std::shared_ptr<UITableViewDataSource> dataSource() const { return _dataSource.lock(); }
-  // For those who have an object only: one that is no data source clears it.
+  // For callers that have only an object. An object that is not a data source clears it.
   void setDataSourceObject(const std::shared_ptr<Object>& dataSource);
-  // The scroll view's delegate, where it is a table's delegate too.
+  // The scroll view's delegate, if it is also a table delegate.
   std::shared_ptr<UITableViewDelegate> tableDelegate() const;
 
-  // Rows. A count below 0 counts as 0. An index path outside of the rows gives nothing, an empty
+  // Rows. Negative counts become 0. For an invalid index path, functions return nothing, an empty
   // rectangle or 0.
   std::int64_t numberOfSections();
   std::int64_t numberOfRowsInSection(std::int64_t section);
@@ -65,39 +65,38 @@ class UITableView : public UIScrollView {
   double heightOfRow(IndexPath indexPath);
   std::optional<IndexPath> indexPathForRowAtPoint(Point point);
   std::optional<IndexPath> indexPathForCell(const std::shared_ptr<UITableViewCell>& cell);
-  // The cell of a row in sight, else empty.
+  // Returns the cell of a visible row; otherwise empty.
   std::shared_ptr<UITableViewCell> cellForRowAtIndexPath(IndexPath indexPath);
   std::vector<std::shared_ptr<UITableViewCell>> visibleCells();
   void scrollToRowAtIndexPath(IndexPath indexPath, bool animated = false);
 
-  // Identities of rows and sections for presenters: node identifiers that stay through insertions,
-  // deletions, moves and reloads as long as the row or section lives. 0 where there is none.
+  // Identities of rows and sections for presenters: node identifiers that survive insertions,
+  // deletions, moves and reloads as long as the row or section exists. 0 if there is none.
   std::uint64_t rowToken(IndexPath indexPath);
-  // Why the row has no cell though it is in sight: the reason of the exception that was raised
-  // when its cell was asked for. It is asked for again after a reload only.
+  // Returns why a visible row has no cell: the reason of the exception that was raised when the
+  // cell was requested. The cell is requested again only after a reload.
   std::optional<std::string> rowProblem(IndexPath indexPath);
   std::uint64_t sectionToken(std::int64_t section);
   std::optional<IndexPath> indexPathForRowToken(std::uint64_t token);
-  // The titles as they were asked for at the last reload or update, with their heights in points.
+  // The titles from the last reload or update, and their heights in points.
   std::optional<std::string> headerTitle(std::int64_t section);
   std::optional<std::string> footerTitle(std::int64_t section);
   double headerHeight(std::int64_t section);
   double footerHeight(std::int64_t section);
 
-  // Reuse. Only cells whose identifier is registered are recycled. A cell that is dequeued is an
-  // earlier one of that identifier, as it was left but for prepareForReuse, or a new one. A row
-  // gets the cell back that it had, where that is still there.
+  // Reuse. Only cells with a registered identifier are recycled. A dequeued cell is a recycled one
+  // after prepareForReuse, or a new one. A row gets its previous cell if that is still available.
   void registerClass(std::string_view className, std::string_view identifier);
-  // Empty where no class is registered for the identifier; raises NSInvalidArgumentException where
-  // the registered class is not known.
+  // Returns an empty pointer if no class is registered for the identifier. Raises
+  // NSInvalidArgumentException if the registered class is unknown.
   std::shared_ptr<UITableViewCell> dequeueReusableCellWithIdentifier(std::string_view identifier);
-  // The same, raising NSInternalInconsistencyException where no class is registered.
+  // Like above, but raises NSInternalInconsistencyException if no class is registered.
   std::shared_ptr<UITableViewCell> dequeueReusableCellWithIdentifier(std::string_view identifier,
                                                                      IndexPath indexPath);
 
-  // Changes. The data source has changed before; what it says afterwards must fit what the calls
-  // say, else NSInternalInconsistencyException is raised and the table shows what the data source
-  // says. Between beginUpdates and endUpdates the changes are one batch. Titles are asked for anew.
+  // Changes. The caller changes the data source first. If the new counts do not match the calls,
+  // the table shows the data source's state and raises NSInternalInconsistencyException. The calls
+  // between beginUpdates and endUpdates are one batch. Titles are requested again.
   void reloadData();
   void beginUpdates();
   void endUpdates();
@@ -112,7 +111,7 @@ class UITableView : public UIScrollView {
   void deleteSections(const std::vector<std::int64_t>& sections, UITableViewRowAnimation animation);
   void reloadSections(const std::vector<std::int64_t>& sections, UITableViewRowAnimation animation);
 
-  // Selection by the program tells the delegate nothing.
+  // Selection by the program does not notify the delegate.
   void selectRowAtIndexPath(IndexPath indexPath, bool animated = false);
   void deselectRowAtIndexPath(IndexPath indexPath, bool animated = false);
   std::optional<IndexPath> indexPathForSelectedRow();
@@ -124,30 +123,31 @@ class UITableView : public UIScrollView {
   // Editing.
   bool isEditing() const noexcept { return _editing; }
   void setEditing(bool editing, bool animated = false);
-  // None while the table is not being edited, or where the row cannot be.
+  // None while the table is not being edited, or if the row is not editable.
   UITableViewCellEditingStyle editingStyleForRow(IndexPath indexPath);
   bool canMoveRow(IndexPath indexPath);
 
-  // The user's hand. Each answers false, and does nothing, where the row is not there or cannot.
+  // User input. Each function does nothing and returns false if the row does not exist or does not
+  // allow it.
   bool canUserSelectRow(IndexPath indexPath);
   bool userTapRow(IndexPath indexPath);
   bool userCommitRow(IndexPath indexPath);         // the insert or delete control
-  bool userMoveRow(IndexPath from, IndexPath to);  // `to` as after the row has left its place
+  bool userMoveRow(IndexPath from, IndexPath to);  // `to` counts without the moved row
 
-  // Looks and measures.
+  // Appearance and measures.
   double rowHeight() const noexcept { return _rowHeight; }
   void setRowHeight(double height);  // points, or automaticDimension
   const std::shared_ptr<UIView>& tableHeaderView() const noexcept { return _tableHeaderView; }
-  // Gets the table's width; its height is its own.
+  // The header view gets the table's width and keeps its height.
   void setTableHeaderView(std::shared_ptr<UIView> view);
   const std::shared_ptr<UIView>& tableFooterView() const noexcept { return _tableFooterView; }
   void setTableFooterView(std::shared_ptr<UIView> view);
-  // How far beyond its bounds, in points, the presenter wants cells.
+  // The distance beyond the bounds, in points, in which the presenter wants cells.
   void setOverscan(double points);
   double overscan() const noexcept { return _overscan; }
-  // The content's margin at either side, in points.
+  // The margin of the content on each side, in points.
   double sideInset() const noexcept;
-  // Itself: what "_scrollView" names.
+  // Returns the table itself, for the key "_scrollView".
   std::shared_ptr<UIScrollView> scrollView() { return self<UIScrollView>(); }
 
   void layoutSubviews() override;
@@ -158,7 +158,7 @@ class UITableView : public UIScrollView {
   void delegateDidChange() override;
 
  private:
-  // The rows.
+  // Rows.
   void loadIfNeeded();
   void loadModel();
   TableSection askSection(std::int64_t index);
@@ -171,7 +171,7 @@ class UITableView : public UIScrollView {
   double contentWidth() const noexcept;
   void placeContent();
 
-  // The cells.
+  // Cells.
   void updateIfNeeded();
   void updateVisibleCells();
   bool updateVisibleRow(IndexPath path);
@@ -191,7 +191,7 @@ class UITableView : public UIScrollView {
   template <class F>
   void forEachRow(F function);
 
-  // The batches.
+  // Batches.
   template <class F>
   void update(UITableViewRowAnimation animation, F record);
   void applyUpdates();
@@ -210,7 +210,7 @@ class UITableView : public UIScrollView {
   TableUpdates _updates;
   int _updateDepth = 0;
   bool _updatesAnimated = false;
-  std::uint64_t _generation = 0;  // of the model; grows when rows come or go
+  std::uint64_t _generation = 0;  // of the model; increases when rows are inserted or removed
   bool _loaded = false;
   bool _loading = false;
   bool _updatingCells = false;
@@ -224,11 +224,11 @@ class UITableView : public UIScrollView {
   std::shared_ptr<UIView> _tableFooterView;
   std::map<std::string, std::string, std::less<>> _registeredClasses;
   TableCellPool _pool;
-  std::unordered_set<std::uint64_t> _waitingRows;  // in sight, and not asked for their cell yet
-  std::vector<std::shared_ptr<UITableViewCell>> _retired;  // still subviews until layout ends
+  std::unordered_set<std::uint64_t> _waitingRows;  // visible rows whose cells are not requested yet
+  std::vector<std::shared_ptr<UITableViewCell>> _retired;  // remain subviews until layout ends
 };
 
-// The function gets each row with its index path and must not change which rows there are.
+// Calls the function with each row and its index path. It must not change the set of rows.
 template <class F>
 void UITableView::forEachRow(F function) {
   auto& sections = _model.sections();

@@ -7,8 +7,8 @@
 namespace platform {
 namespace {
 
-constexpr double newCellWidth = 320;   // points, until the table places the cell
-constexpr double accessoryWidth = 20;  // points, of the accessories that a type names
+constexpr double newCellWidth = 320;   // in points, until the table places the cell
+constexpr double accessoryWidth = 20;  // in points, for the standard accessories
 constexpr double editingControlWidth = 40;
 constexpr double gap = 8;
 constexpr double subtitleSize = 12;

@@ -35,38 +35,39 @@ enum class UITableViewCellSelectionStyle : std::uint8_t {
 
 enum class UITableViewCellEditingStyle : std::uint8_t { none = 0, deletion = 1, insertion = 2 };
 
-// What shows a row of a table. The content view is the first subview; the accessory views are
-// subviews of the cell too. Threads: main.
+// Shows a row of a table. The content view is the first subview; accessory views are subviews too.
+// Threads: main.
 class UITableViewCell : public UIView {
   PLATFORM_CLASS(UITableViewCell)
 
  public:
   UITableViewCell();
-  // The plain initialiser makes a cell of the standard style without a reuse identifier.
+  // Makes a cell with the standard style and no reuse identifier.
   bool init() override;
   bool initWithFrame(Rect frame) override;
-  // A cell without a frame gets one of 320 by 44 points, which it has until the table places it.
+  // A cell without a frame gets 320 by 44 points, until the table places it.
   virtual bool initWithStyle(UITableViewCellStyle style,
                              std::optional<std::string> reuseIdentifier);
 
   UITableViewCellStyle style() const noexcept { return _style; }
   const std::optional<std::string>& reuseIdentifier() const noexcept { return _reuseIdentifier; }
-  // Before the cell is used for another row. The base takes away selection and highlight and
-  // nothing else: text, image, colours and accessories stay as they were.
+  // Called before the cell is reused. The base class resets selection and highlight only: text,
+  // image, colours and accessories are kept.
   virtual void prepareForReuse();
 
   const std::shared_ptr<UIView>& contentView() const noexcept { return _contentView; }
   const std::shared_ptr<UILabel>& textLabel() const noexcept { return _textLabel; }
-  // Empty in the standard style.
+  // Empty for the standard style.
   const std::shared_ptr<UILabel>& detailTextLabel() const noexcept { return _detailTextLabel; }
   const std::shared_ptr<UIImageView>& imageView() const noexcept { return _imageView; }
 
   UITableViewCellAccessoryType accessoryType() const noexcept { return _accessoryType; }
   void setAccessoryType(UITableViewCellAccessoryType type);
-  // Shown in place of the accessory type. The one before leaves the cell; empty takes it away.
+  // Shown instead of the accessory type. A new view replaces the previous one; an empty pointer
+  // removes it.
   const std::shared_ptr<UIView>& accessoryView() const noexcept { return _accessoryView; }
   void setAccessoryView(std::shared_ptr<UIView> view);
-  // The same while the table is being edited.
+  // The accessory view while the table is being edited.
   const std::shared_ptr<UIView>& editingAccessoryView() const noexcept {
     return _editingAccessoryView;
   }
@@ -75,7 +76,7 @@ class UITableViewCell : public UIView {
     return _editingAccessoryType;
   }
   void setEditingAccessoryType(UITableViewCellAccessoryType type);
-  // The symbol that the disclosure accessory shows.
+  // The symbol of the disclosure accessory.
   std::shared_ptr<UIImage> disclosureChevronImage() const;
 
   UITableViewCellSelectionStyle selectionStyle() const noexcept { return _selectionStyle; }
@@ -87,7 +88,7 @@ class UITableViewCell : public UIView {
   bool isEditing() const noexcept { return _editing; }
   virtual void setEditing(bool editing, bool animated = false);
 
-  // The height in points that the contents ask for in a row of that width; at least 44.
+  // Returns the height in points that the contents need in a row of that width; at least 44.
   virtual double heightThatFitsWidth(double width) const;
   void layoutSubviews() override;
 

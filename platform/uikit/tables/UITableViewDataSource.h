@@ -13,8 +13,8 @@ namespace platform {
 
 class UITableView;
 
-// Where a table gets its rows from. Every operation but the first two has the answer of a data
-// source without it.
+// Supplies the rows of a table. Except for the first two functions, the defaults behave like a data
+// source without the function.
 class UITableViewDataSource {
  public:
   virtual ~UITableViewDataSource() = default;
@@ -38,19 +38,19 @@ class UITableViewDataSource {
   virtual bool canEditRowAtIndexPath(const std::shared_ptr<UITableView>&, IndexPath) {
     return true;
   }
-  // A data source that takes moves (moveRowAtIndexPath) says here for which rows.
+  // For a data source that implements moveRowAtIndexPath: returns whether the row can be moved.
   virtual bool canMoveRowAtIndexPath(const std::shared_ptr<UITableView>&, IndexPath) {
     return false;
   }
   virtual void commitEditingStyle(const std::shared_ptr<UITableView>&, UITableViewCellEditingStyle,
                                   IndexPath) {}
-  // The user has dragged a row; the table shows it in its new place already. The destination is
-  // counted as after the row has left its old place.
+  // The user dragged a row. The table already shows it in its new place. The destination counts
+  // without the moved row.
   virtual void moveRowAtIndexPath(const std::shared_ptr<UITableView>&, IndexPath /*from*/,
                                   IndexPath /*to*/) {}
 
-  // What the row stands for, so that it keeps its identity when the table is reloaded and it
-  // stands elsewhere. None: the row is known by its place alone.
+  // Returns what the row represents, so that it keeps its identity when a reload changes its
+  // position. If none, the row is identified by its position.
   virtual Value identityForRowAtIndexPath(const std::shared_ptr<UITableView>&, IndexPath) {
     return {};
   }

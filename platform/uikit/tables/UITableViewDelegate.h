@@ -12,11 +12,11 @@ namespace platform {
 
 class UITableView;
 
-// What a table asks and tells. Every operation has the answer of a delegate without it.
+// The delegate of a table. The defaults behave like a delegate without the function.
 class UITableViewDelegate : public UIScrollViewDelegate {
  public:
-  // Asks the table to take its own height: of a row, what its cell asks for; of a header or
-  // footer, what its title takes.
+  // Lets the table determine the height: that of the cell for a row, that of the title for a header
+  // or footer.
   static constexpr double automaticDimension = -1;
 
   virtual double heightForRowAtIndexPath(const std::shared_ptr<UITableView>&, IndexPath) {
@@ -30,11 +30,11 @@ class UITableViewDelegate : public UIScrollViewDelegate {
                                           std::int64_t /*section*/) {
     return automaticDimension;
   }
-  // Whether a tap on the row does something.
+  // Returns whether a tap on the row has an effect.
   virtual bool shouldHighlightRowAtIndexPath(const std::shared_ptr<UITableView>&, IndexPath) {
     return true;
   }
-  // The row to select in place of the tapped one; none selects nothing.
+  // Returns the row to select instead of the tapped one; none to select nothing.
   virtual std::optional<IndexPath> willSelectRowAtIndexPath(const std::shared_ptr<UITableView>&,
                                                             IndexPath indexPath) {
     return indexPath;

@@ -103,7 +103,7 @@ bool UITableView::userMoveRow(IndexPath from, IndexPath to) {
   placeContent();
   setNeedsLayout();
   dataSource()->moveRowAtIndexPath(self<UITableView>(), from, to);
-  // A data source that did not follow the move, and did not reload either, has other counts now.
+  // If the data source neither followed the move nor reloaded, its counts differ now.
   if (generation == _generation && countMismatch({})) reloadData();
   return true;
 }

@@ -5,7 +5,7 @@
 #include "platform/uikit/tables/FlagWhile.h"
 #include "platform/uikit/tables/UITableView.h"
 
-// What a table asks its data source and delegate for, and where the rows lie.
+// Requests to the data source and delegate, and the layout of rows.
 namespace platform {
 
 void UITableView::loadIfNeeded() {
@@ -21,7 +21,7 @@ void UITableView::reloadData() {
 }
 
 void UITableView::loadModel() {
-  _loaded = true;  // a data source that raises is not asked again before the next reload
+  _loaded = true;  // after an exception, the data source is asked again only after a reload
   _updates = {};
   ++_generation;
   retireAllCells();

@@ -3,11 +3,11 @@
 #include "platform/foundation/values/Exception.h"
 #include "platform/uikit/tables/UITableView.h"
 
-// Rows and sections that come, go and move.
+// Insertion, deletion and moves of rows and sections.
 namespace platform {
 namespace {
 
-constexpr double rowAnimationDuration = 0.3;  // seconds
+constexpr double rowAnimationDuration = 0.3;  // in seconds
 
 template <class T>
 void append(std::vector<T>& list, const std::vector<T>& more) {
@@ -71,7 +71,7 @@ void UITableView::endUpdates() {
 void UITableView::applyUpdates() {
   const TableUpdates updates = std::exchange(_updates, {});
   const bool animated = std::exchange(_updatesAnimated, false);
-  if (!_loaded) return;  // nothing is known of the rows yet: they are asked for as they are now
+  if (!_loaded) return;  // nothing is loaded yet: loading reads the current state
   if (animated) {
     animateWithDuration(rowAnimationDuration, [&] { applyBatch(updates); });
   } else {
@@ -150,7 +150,7 @@ std::optional<std::string> UITableView::countMismatch(
   return std::nullopt;
 }
 
-// Asks for what is new, and for the heights and titles of everything, as they may hang together.
+// Requests new rows, and the heights and titles of all rows, because they may depend on each other.
 void UITableView::refreshRows(const std::set<std::uint64_t>& freshSections,
                               const TableTokens& before) {
   auto& sections = _model.sections();
@@ -182,7 +182,7 @@ void UITableView::refreshRow(TableRow& row, IndexPath path, const TableTokens& b
   row.token = token;
 }
 
-// The rows of a section that is new or reloaded as a whole.
+// Requests the rows of a new or fully reloaded section.
 void UITableView::refreshSection(TableSection& section, std::int64_t index) {
   for (TableRow& row : section.rows) retireCell(row);
   const auto previous = std::exchange(section.rows, askSection(index).rows);

@@ -5,7 +5,7 @@
 #include "platform/uikit/tables/FlagWhile.h"
 #include "platform/uikit/tables/UITableView.h"
 
-// Which rows have a cell, and which cell.
+// Assignment of cells to visible rows.
 namespace platform {
 
 void UITableView::registerClass(std::string_view className, std::string_view identifier) {
@@ -92,7 +92,7 @@ void UITableView::updateVisibleCells() {
   const FlagWhile updating(_updatingCells);
   retireRowsOutOfSight();
   findWaitingRows();
-  if (!showVisibleRows()) setNeedsLayout();  // the rows have changed on the way: once more
+  if (!showVisibleRows()) setNeedsLayout();  // the rows changed in the meantime: repeat
   _waitingRows.clear();
   placeCells();
   removeRetiredCells();
@@ -114,7 +114,7 @@ bool UITableView::showVisibleRows() {
   return true;
 }
 
-// False where the data source has changed the rows when it was asked.
+// Returns false if the data source changed the rows during the call.
 bool UITableView::updateVisibleRow(IndexPath path) {
   const TableRow& row = *_model.row(path);
   if (row.cell || row.problem || !isInViewport(row) || _dataSource.expired()) return true;
@@ -139,7 +139,7 @@ std::shared_ptr<UITableViewCell> UITableView::askCell(IndexPath path) {
                     "UITableView failed to obtain a cell from its dataSource for row " +
                         std::to_string(path.row) + " of section " + std::to_string(path.section));
   } catch (const Exception& exception) {
-    // Not asked again at every layout, so that one can go on with the other rows.
+    // Not requested again on every layout, so that the other rows remain usable.
     if (generation == _generation) _model.row(path)->problem = exception.reason();
     throw;
   }
@@ -147,7 +147,7 @@ std::shared_ptr<UITableViewCell> UITableView::askCell(IndexPath path) {
 
 bool UITableView::showCell(IndexPath path, const std::shared_ptr<UITableViewCell>& cell) {
   forEachRow([&](TableRow& row, IndexPath) {
-    if (row.cell == cell) row.cell.reset();  // a cell shows one row
+    if (row.cell == cell) row.cell.reset();  // a cell shows only one row
   });
   std::erase(_retired, cell);
   _pool.remove(cell);

@@ -12,24 +12,25 @@ namespace platform {
 
 class UIView;
 
-// How a view's rectangle is drawn. Threads: main.
+// The appearance of a view's rectangle. Threads: main.
 class CALayer : public Object {
   PLATFORM_CLASS(CALayer)
 
  public:
-  double cornerRadius() const noexcept { return _cornerRadius; }  // points
+  double cornerRadius() const noexcept { return _cornerRadius; }  // in points
   void setCornerRadius(double radius);
-  double borderWidth() const noexcept { return _borderWidth; }  // points
+  double borderWidth() const noexcept { return _borderWidth; }  // in points
   void setBorderWidth(double width);
-  // Empty: the platform's opaque black, shown only where the border has a width.
+  // If empty, opaque black, as on the platform. Visible only if the border has a width.
   const std::shared_ptr<UIColor>& borderColor() const noexcept { return _borderColor; }
   void setBorderColor(std::shared_ptr<UIColor> color);
-  // What the mask's contents leave transparent is not shown. Owned by this layer.
+  // Hides everything where the mask's contents are transparent. Owned by this layer.
   const std::shared_ptr<CALayer>& mask() const noexcept { return _mask; }
   void setMask(std::shared_ptr<CALayer> mask);
   const std::shared_ptr<UIImage>& contents() const noexcept { return _contents; }
   void setContents(std::shared_ptr<UIImage> contents);
-  const Rect& frame() const noexcept { return _frame; }  // of a mask; a view's layer has none
+  // used for masks only; the layer of a view has none
+  const Rect& frame() const noexcept { return _frame; }
   void setFrame(Rect frame);
   const std::string& minificationFilter() const noexcept { return _minificationFilter; }
   void setMinificationFilter(std::string filter);
@@ -38,7 +39,7 @@ class CALayer : public Object {
   friend class UIView;
   void noteChange();
 
-  UIView* _owner = nullptr;  // cleared when the view goes
+  UIView* _owner = nullptr;  // cleared when the view is destroyed
   double _cornerRadius = 0;
   double _borderWidth = 0;
   std::shared_ptr<UIColor> _borderColor;

@@ -10,7 +10,7 @@
 namespace platform {
 namespace {
 
-// One axis of a view, in the holder's coordinates. Two of the four values give the others.
+// One axis of a view, in the holder's coordinates. Two of the four values determine the others.
 struct Axis {
   std::optional<double> start;
   std::optional<double> end;
@@ -19,7 +19,7 @@ struct Axis {
 
   bool isSolved() const noexcept { return start && length; }
 
-  // True where it found something out.
+  // Returns true if it determined a value.
   bool complete() {
     if (start && length && end && center) return false;
     if (!solveStartAndLength()) return false;
@@ -126,7 +126,7 @@ class Solver {
     }
   }
 
-  // From the one side of a constraint to the other, whichever is known.
+  // Computes one side of a constraint from the other, known side.
   bool carry(const NSLayoutConstraint& constraint) {
     const auto firstView = constraint.firstItem();
     if (!firstView) return false;
@@ -160,9 +160,9 @@ class Solver {
     return taken;
   }
 
-  // Superviews first, since a frame counts from where the superview is by then.
+  // Superviews first, because a frame is relative to the new position of the superview.
   void apply(const UIView& view) {
-    // A copy: a view that gets another size may change the list.
+    // A copy, because a resized view may change the list.
     const std::vector<std::shared_ptr<UIView>> subviews(view.subviews().begin(),
                                                         view.subviews().end());
     for (const auto& subview : subviews) {

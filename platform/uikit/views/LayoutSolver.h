@@ -4,10 +4,10 @@ namespace platform {
 
 class UIView;
 
-// Gives the descendants of the view that do not translate their autoresizing mask the frames that
-// the active constraints within the view determine, with the sizes that their contents ask for
-// where the constraints leave them open. What stays undetermined keeps its frame; of constraints
-// that contradict each other the ones activated first win.
+// Computes the frames of the view's descendants that do not translate their autoresizing mask, from
+// the active constraints within the view. Sizes that the constraints leave open are intrinsic
+// sizes. Undetermined values keep the current frame. If constraints conflict, those activated first
+// win.
 void solveConstraints(UIView& holder);
 
 }  // namespace platform

@@ -17,7 +17,8 @@ std::shared_ptr<UIView> commonAncestor(const std::shared_ptr<UIView>& first,
   return nullptr;
 }
 
-// A view that holds its own size is placed by its ancestors' constraints.
+// The position of a view that holds constraints for its own size depends on its ancestors'
+// constraints.
 void layOutAnew(UIView& holder) {
   holder.setNeedsLayout();
   holder.invalidateIntrinsicContentSize();
@@ -51,7 +52,7 @@ void NSLayoutConstraint::setActive(bool active) {
     return;
   }
   const auto first = firstItem();
-  if (!first) return;  // a view that is gone needs no frame
+  if (!first) return;  // a destroyed view needs no layout
   const auto holder = commonAncestor(first, secondItem());
   if (!holder) {
     raiseInvalidArgument(

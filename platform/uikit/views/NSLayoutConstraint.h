@@ -12,7 +12,7 @@ namespace platform {
 
 class UIView;
 
-// The platform writes from left to right here: leading is left, trailing is right.
+// The text direction is left to right: leading is left, trailing is right.
 enum class NSLayoutAttribute : std::uint8_t {
   none,
   leading,
@@ -25,9 +25,9 @@ enum class NSLayoutAttribute : std::uint8_t {
   centerY,
 };
 
-// first.attribute = second.attribute x multiplier + constant, in points; without a second view the
-// constant alone. A constraint acts while it is active; the nearest view that holds both then owns
-// it. Threads: main.
+// first.attribute = second.attribute x multiplier + constant, in points; only the constant without
+// a second view. An active constraint is owned by the nearest common ancestor of its views.
+// Threads: main.
 class NSLayoutConstraint : public Object {
   PLATFORM_CLASS(NSLayoutConstraint)
 
@@ -45,11 +45,11 @@ class NSLayoutConstraint : public Object {
   void setConstant(double constant);
 
   bool isActive() const { return !_holder.expired(); }
-  // Raises NSInvalidArgumentException where the two views have no common ancestor, as the platform
-  // does. Nothing changes for a constraint that is (in)active already.
+  // As on the platform, raises NSInvalidArgumentException if the two views have no common ancestor.
+  // Does nothing if the state does not change.
   void setActive(bool active);
 
-  // Activates all of them. An empty pointer among them is passed over.
+  // Activates all constraints. Ignores empty pointers.
   static void activateConstraints(
       std::initializer_list<std::shared_ptr<NSLayoutConstraint>> constraints);
 
@@ -62,8 +62,8 @@ class NSLayoutConstraint : public Object {
   double _constant = 0;
 };
 
-// One edge, centre line or dimension of a view, from which constraints are made. Does not keep the
-// view alive. The constraints that it makes are not active yet.
+// An edge, centre line or dimension of a view, from which constraints are made. Does not keep the
+// view alive. New constraints are inactive.
 class NSLayoutAnchor {
  public:
   NSLayoutAnchor(std::weak_ptr<UIView> view, NSLayoutAttribute attribute)
@@ -71,7 +71,7 @@ class NSLayoutAnchor {
 
   std::shared_ptr<NSLayoutConstraint> constraintEqualToAnchor(const NSLayoutAnchor& other,
                                                               double constant = 0) const;
-  // Of a dimension.
+  // For dimensions only.
   std::shared_ptr<NSLayoutConstraint> constraintEqualToConstant(double constant) const;
 
  private:

@@ -7,8 +7,8 @@
 
 namespace platform {
 
-// Sends an action as controls and gesture recognisers do: the sender goes along where the selector
-// has a colon, none for a second one.
+// Sends an action as controls and gesture recognisers do: a selector with one colon gets the
+// sender, the argument for a second colon is none.
 void sendAction(Object& target, std::string_view action, const std::shared_ptr<Object>& sender);
 
 }  // namespace platform

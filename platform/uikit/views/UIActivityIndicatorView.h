@@ -8,7 +8,7 @@ namespace platform {
 
 enum class UIActivityIndicatorViewStyle : std::uint8_t { medium = 100, large = 101 };
 
-// Hidden while it does not animate, unless told otherwise. Threads: main.
+// By default, hidden while it is not animating. Threads: main.
 class UIActivityIndicatorView : public UIView {
   PLATFORM_CLASS(UIActivityIndicatorView)
 

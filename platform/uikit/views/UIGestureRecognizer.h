@@ -22,7 +22,7 @@ enum class UIGestureRecognizerState : std::uint8_t {
   failed = 5,
 };
 
-// Watches the touches of the view that it is added to, which owns it. The application is the
+// Watches the touches of the view that it is added to, which owns it. The application simulates the
 // finger: it calls the touch functions with points in the root's coordinates. Threads: main.
 class UIGestureRecognizer : public Object {
   PLATFORM_CLASS(UIGestureRecognizer)
@@ -30,18 +30,18 @@ class UIGestureRecognizer : public Object {
  public:
   virtual bool initWithTarget(const std::shared_ptr<Object>& target, std::string_view action);
 
-  // The target is not kept alive. The action has no argument, or the recogniser as its argument.
+  // Does not keep the target alive. The action has no argument or one, the recogniser.
   void addTarget(const std::shared_ptr<Object>& target, std::string_view action);
   std::shared_ptr<UIView> view() const { return _view.lock(); }
   UIGestureRecognizerState state() const noexcept { return _state; }
   bool isEnabled() const noexcept { return _enabled; }
-  void setEnabled(bool enabled);  // switching off cancels what goes on
-  // Whether a touch that was recognised no longer reaches the view (a row is not tapped then).
+  void setEnabled(bool enabled);  // disabling cancels the current gesture
+  // Whether a recognised touch is not delivered to the view (a row is then not tapped).
   bool cancelsTouchesInView() const noexcept { return _cancelsTouchesInView; }
   void setCancelsTouchesInView(bool cancels) noexcept { _cancelsTouchesInView = cancels; }
-  // The last touch in the view's coordinates; an empty view stands for the root.
+  // Returns the last touch in the view's coordinates; in the root's if the view is empty.
   Point locationInView(const std::shared_ptr<UIView>& view) const;
-  // Whether the touch that goes on, or was the last one, was recognised.
+  // Whether the current or last touch was recognised.
   bool hasRecognized() const noexcept { return _recognized; }
 
   void touchBegan(Point point);
@@ -54,7 +54,7 @@ class UIGestureRecognizer : public Object {
   virtual void handleTouchMoved(Point /*from*/) {}
   virtual void handleTouchEnded() {}
   virtual void handleTouchCancelled() {}
-  // Sends the actions for began, changed, ended and cancelled.
+  // Sends the actions for the states began, changed, ended and cancelled.
   void setState(UIGestureRecognizerState state);
   Point location() const noexcept { return _location; }
 

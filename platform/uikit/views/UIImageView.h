@@ -7,13 +7,13 @@
 
 namespace platform {
 
-// An image, fitted by the content mode. Takes no touches unless told to. Threads: main.
+// Shows an image, fitted by the content mode. By default, ignores touches. Threads: main.
 class UIImageView : public UIView {
   PLATFORM_CLASS(UIImageView)
 
  public:
   UIImageView();
-  // The frame gets the image's size.
+  // Sets the frame to the image's size.
   bool initWithImage(const std::shared_ptr<UIImage>& image);
 
   const std::shared_ptr<UIImage>& image() const noexcept { return _image; }

@@ -12,21 +12,21 @@ namespace platform {
 
 enum class NSTextAlignment : std::uint8_t { left = 0, center = 1, right = 2, natural = 4 };
 
-// A text. Threads: main.
+// Shows a text. Threads: main.
 class UILabel : public UIView {
   PLATFORM_CLASS(UILabel)
 
  public:
   UILabel();
 
-  // None is not the same as empty, but shows the same.
+  // None and empty text differ but look the same.
   const std::optional<std::string>& text() const noexcept { return _text; }
   void setText(std::optional<std::string> text);
   const std::shared_ptr<UIFont>& font() const noexcept { return _font; }
-  void setFont(std::shared_ptr<UIFont> font);  // empty: the standard font
+  void setFont(std::shared_ptr<UIFont> font);  // empty for the standard font
   const std::shared_ptr<UIColor>& textColor() const noexcept { return _textColor; }
-  void setTextColor(std::shared_ptr<UIColor> color);  // empty: labelColor
-  // Empty: the text colour is kept while highlighted.
+  void setTextColor(std::shared_ptr<UIColor> color);  // empty for labelColor
+  // If empty, the text colour is used while highlighted.
   const std::shared_ptr<UIColor>& highlightedTextColor() const noexcept {
     return _highlightedTextColor;
   }
@@ -37,12 +37,12 @@ class UILabel : public UIView {
   void setEnabled(bool enabled);
   NSTextAlignment textAlignment() const noexcept { return _textAlignment; }
   void setTextAlignment(NSTextAlignment alignment);
-  std::int64_t numberOfLines() const noexcept { return _numberOfLines; }  // 0: any number
+  std::int64_t numberOfLines() const noexcept { return _numberOfLines; }  // 0 for no limit
   void setNumberOfLines(std::int64_t lines);
 
-  // Within the current width where the text may wrap, else on one line.
+  // For the current width if the text may wrap, otherwise for one line.
   Size intrinsicContentSize() const override;
-  // The size in points that the text takes within the given width.
+  // Returns the size in points that the text needs in the given width.
   Size sizeThatFitsWidth(double width) const;
 
  private:

@@ -9,7 +9,7 @@ namespace platform {
 
 namespace {
 
-constexpr double allowableMovement = 10;  // points
+constexpr double allowableMovement = 10;  // in points
 
 }  // namespace
 
@@ -40,7 +40,7 @@ void UILongPressGestureRecognizer::handleTouchMoved(Point /*from*/) {
 }
 
 void UILongPressGestureRecognizer::handleTouchEnded() {
-  ++_touch;  // a timer that still runs belongs to no touch now
+  ++_touch;  // invalidates running timers
   setState(isUnderWay() ? UIGestureRecognizerState::ended : UIGestureRecognizerState::failed);
 }
 

@@ -6,14 +6,14 @@
 
 namespace platform {
 
-// Recognises a finger that stays: within 10 points of where it came down, until the scheduler's
-// clock has passed the minimum duration. It begins then, and ends when the finger is lifted.
-// Threads: main.
+// Recognises a long press: the finger stays within 10 points of its start until the scheduler's
+// clock has passed the minimum duration. The gesture then begins, and it ends when the finger is
+// lifted. Threads: main.
 class UILongPressGestureRecognizer : public UIGestureRecognizer {
   PLATFORM_CLASS(UILongPressGestureRecognizer)
 
  public:
-  double minimumPressDuration() const noexcept { return _minimumPressDuration; }  // seconds
+  double minimumPressDuration() const noexcept { return _minimumPressDuration; }  // in seconds
   void setMinimumPressDuration(double seconds) noexcept { _minimumPressDuration = seconds; }
 
  protected:
@@ -28,7 +28,7 @@ class UILongPressGestureRecognizer : public UIGestureRecognizer {
 
   double _minimumPressDuration = 0.5;
   Point _start;
-  std::uint64_t _touch = 0;  // which touch a timer belongs to
+  std::uint64_t _touch = 0;  // the touch that a timer belongs to
 };
 
 }  // namespace platform

@@ -3,9 +3,10 @@
 namespace platform {
 namespace {
 
-constexpr double scrollDuration = 0.3;  // seconds
+constexpr double scrollDuration = 0.3;  // in seconds
 
-// The least move of an interval of the given length that makes it show [start, end).
+// Returns the offset nearest to the current one at which an interval of the given length contains
+// [start, end).
 double offsetShowing(double offset, double length, double start, double end) {
   if (end > offset + length) offset = end - length;
   return start < offset ? start : offset;

@@ -14,30 +14,30 @@ class UIScrollViewDelegate {
   virtual void scrollViewDidScroll(const std::shared_ptr<UIScrollView>&) {}
 };
 
-// A view whose bounds move over its content. Threads: main.
+// A view whose bounds scroll over its content. Threads: main.
 class UIScrollView : public UIView {
   PLATFORM_CLASS(UIScrollView)
 
  public:
   UIScrollView() { setClipsToBounds(true); }
 
-  // May lie outside of the content, as while the page is pulled down past its top.
+  // May be outside of the content, for example while the page is pulled down past its top.
   Point contentOffset() const noexcept { return bounds().origin(); }
-  // Tells the delegate of each change.
+  // Notifies the delegate of each change.
   void setContentOffset(Point offset, bool animated = false);
   const Size& contentSize() const noexcept { return _contentSize; }
   void setContentSize(Size size);
-  // Moves the offset by as little as shows the rectangle.
+  // Scrolls by the smallest distance that makes the rectangle visible.
   void scrollRectToVisible(Rect rect, bool animated = false);
 
-  // Not kept alive.
+  // Does not keep the delegate alive.
   void setDelegate(const std::shared_ptr<UIScrollViewDelegate>& delegate);
   std::shared_ptr<UIScrollViewDelegate> delegate() const { return _delegate.lock(); }
-  // For those who have an object only: one that is no delegate clears it.
+  // For callers that have only an object. An object that is not a delegate clears it.
   void setDelegateObject(const std::shared_ptr<Object>& delegate);
 
  protected:
-  // After another object has become the delegate.
+  // Called after the delegate object changed.
   virtual void delegateDidChange() {}
   virtual void contentOffsetDidChange() {}
   void boundsOriginDidChange() override;

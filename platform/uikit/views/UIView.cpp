@@ -29,7 +29,7 @@ Rect UIView::bounds() const noexcept {
 }
 
 void UIView::setFrame(Rect frame) {
-  const auto length = [](double value) { return value > 0 ? value : 0; };  // NaN too becomes 0
+  const auto length = [](double value) { return value > 0 ? value : 0; };  // NaN becomes 0 too
   frame.width = length(frame.width);
   frame.height = length(frame.height);
   const Size previous = _frame.size();

@@ -20,7 +20,7 @@ class UIGestureRecognizer;
 class UIViewController;
 class UIWindow;
 
-// Bits of an autoresizing mask.
+// Bit flags of an autoresizing mask.
 enum UIViewAutoresizing : std::uint32_t {
   UIViewAutoresizingNone = 0,
   UIViewAutoresizingFlexibleLeftMargin = 1U << 0U,
@@ -38,7 +38,7 @@ enum class UIViewContentMode : std::uint8_t {
   center = 4,
 };
 
-// Bits of the options of an animation or transition.
+// Bit flags of animation and transition options.
 enum UIViewAnimationOptions : std::uint32_t {
   UIViewAnimationOptionNone = 0,
   UIViewAnimationOptionTransitionCrossDissolve = 5U << 20U,
@@ -47,8 +47,8 @@ enum UIViewAnimationOptions : std::uint32_t {
 using AnimationBlock = std::function<void()>;
 using AnimationCompletion = std::function<void(bool finished)>;
 
-// A rectangle in the tree of what is shown. A view owns its subviews and not its superview. It
-// draws nothing: a presenter reads the tree.
+// A rectangle in the view tree. A view owns its subviews but not its superview. It does not draw: a
+// presenter reads the tree.
 //
 // Threads: main.
 class UIView : public Object {
@@ -60,28 +60,29 @@ class UIView : public Object {
   bool init() override { return initWithFrame({}); }
   virtual bool initWithFrame(Rect frame);
 
-  // This view's identity: unique in its process, kept for life, never used again.
+  // A unique identifier in the process. Never reused.
   std::uint64_t nodeIdentifier() const noexcept { return _nodeIdentifier; }
 
-  // Geometry. The frame is in the superview's coordinates; the bounds have the frame's size and
-  // the origin of this view's own coordinates. A size that is negative counts as 0.
+  // Geometry. The frame is in the superview's coordinates. The bounds have the frame's size and the
+  // origin of this view's own coordinates. Negative sizes become 0.
   const Rect& frame() const noexcept { return _frame; }
   void setFrame(Rect frame);
   Rect bounds() const noexcept;
   void setBounds(Rect bounds);
   Point center() const noexcept;
   void setCenter(Point center);
-  // A point of this view in another view's coordinates; with an empty view in the root's.
+  // Converts a point of this view to another view's coordinates, or to the root's if the view is
+  // empty.
   Point convertPointToView(Point point, const std::shared_ptr<UIView>& view) const;
-  // What the contents ask for; noIntrinsicMetric where they ask for nothing.
+  // Returns the size that the contents need; noIntrinsicMetric if they need none.
   virtual Size intrinsicContentSize() const { return {noIntrinsicMetric, noIntrinsicMetric}; }
-  // Says that the contents ask for another size; setters call it.
+  // Setters call it when the intrinsic size changes.
   void invalidateIntrinsicContentSize();
   static constexpr double noIntrinsicMetric = -1;
 
   // Appearance.
   double alpha() const noexcept { return _alpha; }
-  void setAlpha(double alpha);  // kept between 0 and 1
+  void setAlpha(double alpha);  // clamped to 0..1
   bool isHidden() const noexcept { return _hidden; }
   void setHidden(bool hidden);
   const std::shared_ptr<UIColor>& backgroundColor() const noexcept { return _backgroundColor; }
@@ -91,24 +92,24 @@ class UIView : public Object {
   UIViewContentMode contentMode() const noexcept { return _contentMode; }
   void setContentMode(UIViewContentMode mode);
   const std::shared_ptr<CALayer>& layer();  // made on the first call
-  // The layer, empty where nobody has asked for it: it has no effect then.
+  // The layer, or empty if it has not been made and thus has no effect.
   const std::shared_ptr<CALayer>& layerIfMade() const noexcept { return _layer; }
 
-  // Tint: the view's own, or the nearest ancestor's, or the system blue. A change of the tint that
-  // a view sees, whether set, inherited or met on joining another superview, calls
-  // tintColorDidChange on it at once.
+  // Tint: of the view, otherwise of the nearest ancestor, otherwise the system blue. Any change of
+  // the effective tint, set, inherited or caused by a new superview, immediately calls
+  // tintColorDidChange.
   std::shared_ptr<UIColor> tintColor() const;
-  void setTintColor(std::shared_ptr<UIColor> color);  // empty: inherited again
+  void setTintColor(std::shared_ptr<UIColor> color);  // empty to inherit it
   const std::shared_ptr<UIColor>& ownTintColor() const noexcept { return _tintColor; }
   virtual void tintColorDidChange() {}
-  // The device's traits have changed; called on every view of the window.
+  // Called on every view of the window when the device's traits change.
   virtual void traitCollectionDidChange() {}
 
   // Interaction.
   bool isUserInteractionEnabled() const noexcept { return _userInteractionEnabled; }
   void setUserInteractionEnabled(bool enabled);
-  // Whether a touch reaches the view: it and every ancestor are enabled, not hidden and not
-  // transparent (alpha below 0.01).
+  // Returns whether a touch reaches the view: it and all its ancestors are enabled, not hidden and
+  // not transparent (alpha below 0.01).
   virtual bool acceptsTouches() const;
   void addGestureRecognizer(const std::shared_ptr<UIGestureRecognizer>& recognizer);
   void removeGestureRecognizer(const std::shared_ptr<UIGestureRecognizer>& recognizer);
@@ -122,33 +123,33 @@ class UIView : public Object {
   std::int64_t tag() const noexcept { return _tag; }
   void setTag(std::int64_t tag) noexcept { _tag = tag; }
 
-  // The tree. An empty pointer is passed over, and so is a view that would become its own
-  // ancestor. A view that has a superview leaves it first.
+  // The tree. Ignores an empty pointer and a view that would become its own ancestor. A view with a
+  // superview is first removed from it.
   void addSubview(const std::shared_ptr<UIView>& view);
   void insertSubview(const std::shared_ptr<UIView>& view, std::size_t index);
   void removeFromSuperview();
   void bringSubviewToFront(const std::shared_ptr<UIView>& view);
   std::shared_ptr<UIView> superview() const { return _superview.lock(); }
   const std::vector<std::shared_ptr<UIView>>& subviews() const noexcept { return _subviews; }
-  virtual std::shared_ptr<UIWindow> window();         // empty outside of one
-  bool isDescendantOfView(const UIView& view) const;  // itself included
+  virtual std::shared_ptr<UIWindow> window();         // empty if outside of a window
+  bool isDescendantOfView(const UIView& view) const;  // includes itself
   std::shared_ptr<UIView> viewWithTag(std::int64_t tag);
   virtual void willMoveToSuperview(const std::shared_ptr<UIView>& /*newSuperview*/) {}
-  // After this view joined or left a superview.
+  // Called after this view was added to or removed from a superview.
   virtual void didMoveToSuperview() {}
-  // The controller whose view is this one or the nearest ancestor.
+  // Returns the controller of this view or of the nearest ancestor that has one.
   std::shared_ptr<UIViewController> viewControllerForAncestor() const;
 
-  // Layout. Subviews that translate their autoresizing mask follow a change of size at once; the
-  // others get their frames from the active constraints when layout runs.
+  // Layout. Subviews that translate their autoresizing mask follow a change of size at once. Others
+  // get their frames from the active constraints during layout.
   std::uint32_t autoresizingMask() const noexcept { return _autoresizingMask; }
   void setAutoresizingMask(std::uint32_t mask);
   bool translatesAutoresizingMaskIntoConstraints() const noexcept { return _translatesMask; }
   void setTranslatesAutoresizingMaskIntoConstraints(bool translates);
   void setNeedsLayout();
   bool needsLayout() const noexcept { return _needsLayout; }
-  // Lays out this view and its descendants where they need it. The application calls it on the
-  // window after everything that happens.
+  // Lays out this view and its descendants if needed. The application calls it on the window after
+  // each event.
   void layoutIfNeeded();
   virtual void layoutSubviews() {}
   NSLayoutAnchor topAnchor() { return anchor(NSLayoutAttribute::top); }
@@ -164,25 +165,26 @@ class UIView : public Object {
     return _constraints;
   }
 
-  // Changes. lastChange is the process's count of changes when this view changed last: its values,
-  // its layer or the list of its subviews.
+  // Changes. lastChange is the process's change counter at the last change of this view: its
+  // values, its layer or its list of subviews.
   std::uint64_t lastChange() const noexcept { return _lastChange; }
-  // The animation that the last animated change was part of.
+  // The animation of the last animated change.
   const std::optional<ViewAnimation>& lastAnimation() const noexcept { return _lastAnimation; }
-  // Says that this view has changed; setters call it.
+  // Setters call it after a change.
   void noteChange();
 
-  // Values that the block sets change at once, and the views that change remember the animation.
-  // The completion runs on the main queue when the duration (seconds) has passed.
+  // Values set by the block change at once, and the changed views record the animation. The
+  // completion runs on the main queue after the duration (seconds).
   static void animateWithDuration(double duration, const AnimationBlock& animations,
                                   AnimationCompletion completion = nullptr);
-  // The same, and the view itself remembers the transition whatever the block changes.
+  // Like animateWithDuration, and the view itself records the transition even if the block does not
+  // change it.
   static void transitionWithView(const std::shared_ptr<UIView>& view, double duration,
                                  std::uint32_t options, const AnimationBlock& animations,
                                  AnimationCompletion completion = nullptr);
 
  protected:
-  // Sets the field and notes the change where the value is another one. True where it is.
+  // Sets the field. If the value differs, notes the change and returns true.
   template <class T>
   bool assign(T& field, T value) {
     if (field == value) return false;
@@ -190,10 +192,10 @@ class UIView : public Object {
     noteChange();
     return true;
   }
-  // After the size of the bounds has changed and the subviews have followed.
+  // Called after the size of the bounds changed and the subviews were resized.
   virtual void boundsSizeDidChange(Size /*previous*/) {}
   virtual void boundsOriginDidChange() {}
-  // Whether the view places its descendants by what their contents ask for.
+  // Returns whether the view lays out its descendants by their intrinsic sizes.
   virtual bool laysOutByContents() const { return !_constraints.empty(); }
 
  private:
@@ -234,7 +236,8 @@ class UIView : public Object {
   std::vector<std::shared_ptr<NSLayoutConstraint>> _constraints;
 };
 
-// Allocates a view of the class and initialises it with the frame. Empty where that refuses.
+// Allocates a view of the class and initialises it with the frame. Returns an empty pointer if that
+// fails.
 template <std::derived_from<UIView> T>
 std::shared_ptr<T> makeWithFrame(Rect frame) {
   auto view = std::make_shared<T>();

@@ -2,11 +2,11 @@
 #include "platform/foundation/scheduling/Scheduler.h"
 #include "platform/uikit/views/UIView.h"
 
-// Changes that take their time on the screen.
+// Animated changes.
 namespace platform {
 namespace {
 
-// The animation that changes belong to while the scope lives.
+// Sets the running animation until the end of the scope.
 class RunningAnimation {
  public:
   explicit RunningAnimation(const ViewAnimation& animation)

@@ -2,7 +2,7 @@
 
 #include "platform/uikit/views/UIView.h"
 
-// Views joining and leaving each other.
+// Adding views to and removing them from superviews.
 namespace platform {
 
 void UIView::addSubview(const std::shared_ptr<UIView>& view) {

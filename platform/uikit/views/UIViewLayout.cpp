@@ -5,11 +5,11 @@
 #include "platform/uikit/views/LayoutSolver.h"
 #include "platform/uikit/views/UIView.h"
 
-// How views follow each other's size.
+// Layout by autoresizing masks and constraints.
 namespace platform {
 namespace {
 
-// One axis of a rectangle in its parent: the space before it, its length, the space behind it.
+// One axis of a rectangle in its parent: the space before it, its length and the space after it.
 struct Span {
   double before = 0;
   double length = 0;
@@ -22,8 +22,8 @@ struct Flexibility {
   bool behind = false;
 };
 
-// Shares out what the parent has grown by among the flexible parts, in proportion to what they
-// take already, evenly where they take nothing.
+// Distributes the parent's growth among the flexible parts in proportion to their sizes, or evenly
+// if all are zero.
 void stretch(Span& span, Flexibility flexible, double growth) {
   const auto part = [](bool isFlexible, double length) {
     return isFlexible ? std::max(length, 0.0) : 0.0;
@@ -99,10 +99,10 @@ void UIView::layoutNow() {
     if (controller) controller->viewWillLayoutSubviews();
     solveConstraints(*this);
     layoutSubviews();
-    solveConstraints(*this);  // for what hangs on a frame that layoutSubviews has set
+    solveConstraints(*this);  // for views that depend on frames set by layoutSubviews
     if (controller) controller->viewDidLayoutSubviews();
   } catch (...) {
-    _needsLayout = true;  // what was left out is done next time
+    _needsLayout = true;  // skipped views are laid out next time
     throw;
   }
 }

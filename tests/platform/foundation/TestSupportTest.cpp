@@ -1,4 +1,4 @@
-// The tools of the other tests keep their word, too.
+// Tests of the test tools.
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>

@@ -77,7 +77,7 @@ TEST_F(UIKitClassesTest, ATablesDelegateIsSetByNameToo) {
   EXPECT_EQ(table->numberOfRowsInSection(0), 1);
   EXPECT_EQ(table->tableDelegate(), source);
   table->perform("setDataSource:", {Value(recorder)});
-  EXPECT_EQ(table->numberOfSections(), 0) << "the recorder is no data source";
+  EXPECT_EQ(table->numberOfSections(), 0) << "the recorder is not a data source";
 }
 
 TEST_F(UIKitClassesTest, TheTitleOpacityOfABarIsReachedByItsPrivateName) {

@@ -14,7 +14,7 @@
 
 namespace uikit_test {
 
-// An object that writes down what it is sent by name.
+// Records the operations that it is sent by name.
 class Recorder : public platform::Object {
   PLATFORM_CLASS(Recorder)
 
@@ -52,7 +52,7 @@ class UIKitTest : public ::testing::Test {
   std::shared_ptr<Recorder> recorder = platform::make<Recorder>();
 };
 
-// A table's rows as lists of texts, one per section, that a test changes as it likes.
+// A data source with rows as lists of texts, one per section, that tests can change.
 class TextSource : public platform::Object,
                    public platform::UITableViewDataSource,
                    public platform::UITableViewDelegate {
@@ -86,7 +86,7 @@ class TextSource : public platform::Object,
   double rowHeight = 50;
 };
 
-// A plain table of 320 x 200 points over a TextSource: four rows of 50 points are in sight.
+// A plain table of 320 x 200 points over a TextSource. Four rows of 50 points are visible.
 class TableTest : public UIKitTest {
  protected:
   TableTest() {

@@ -1,4 +1,4 @@
-// What a write asks of the system.
+// The system calls of a write.
 #include <cerrno>
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -27,7 +27,7 @@ class AtomicWriteCalls : public DeviceFilesTest {
 INSTANTIATE_TEST_SUITE_P(Both, AtomicWriteCalls, AtomicWriteCalls::bothResolutions(),
                          AtomicWriteCalls::nameOf);
 
-// A folder in which the first names for a temporary file are taken.
+// A folder in which the first names for temporary files already exist.
 class TakenNames final : public SystemCalls {
  public:
   explicit TakenNames(std::size_t taken) : _taken(taken) {}
@@ -63,7 +63,7 @@ TEST_P(AtomicWriteCalls, WhereEveryTemporaryNameIsTakenTheOldFileStays) {
   EXPECT_THAT(_files.contentsOfDirectory(preferences).value(), ElementsAre("a.plist"));
 }
 
-// Notes what was made to reach the disk, and when it was renamed.
+// Records what is synced to disk, and when the file is renamed.
 class NotedSyncs final : public SystemCalls {
  public:
   int fdatasync(int descriptor) override {

@@ -1,4 +1,4 @@
-// What a write leaves behind, whatever goes wrong.
+// The state after a write, including failed ones.
 #include <atomic>
 #include <cerrno>
 #include <gmock/gmock.h>
@@ -124,7 +124,7 @@ TEST_P(AtomicWriteTest, AMissingFolderIsAnErrorThatSaysSo) {
 TEST_P(AtomicWriteTest, AReadOnlyFolderLeavesTheOldFile) {
   _tree.write(target, "old");
   _tree.setMode(folder, 0555);
-  // The administrator may write there all the same.
+  // Permissions do not stop the superuser.
   if (::geteuid() == 0) _calls->fail("openat", EACCES, FaultySystemCalls::always);
   EXPECT_EQ(_files.writeAtomically(target, "new").code, EACCES);
   _calls->clear();
@@ -177,7 +177,7 @@ TEST_P(AtomicWriteTest, EachKindOfFailureIsToldAndLeavesTheOldFileWhole) {
   }
 }
 
-// Lets each system call of a write fail in turn.
+// Makes each system call of a write fail in turn.
 TEST_P(AtomicWriteTest, WhateverCallFailsTheOldFileIsWholeAndNothingStays) {
   _tree.write(target, "old");
   std::size_t failures = 0;
@@ -219,7 +219,7 @@ TEST_P(AtomicWriteTest, AFailureAfterAShortWriteLeavesNothing) {
   EXPECT_THAT(names(), ElementsAre("a.plist"));
 }
 
-// Takes the folder away in the middle of a write.
+// Removes the folder during a write.
 class VanishingFolder final : public platform::SystemCalls {
  public:
   explicit VanishingFolder(const TemporaryDeviceTree& tree) : _tree(tree) {}
@@ -238,7 +238,7 @@ TEST_P(AtomicWriteTest, AFolderThatVanishesIsAnError) {
   EXPECT_FALSE(_tree.exists(folder));
 }
 
-// A disk that takes no byte and names no reason.
+// A disk that accepts no byte and reports no error.
 class DeafDisk final : public platform::SystemCalls {
  public:
   ssize_t writev(int, const iovec*, int) override { return 0; }
@@ -272,7 +272,7 @@ TEST_P(AtomicWriteTest, WritersAtTheSameTimeNeverMixTheirBytes) {
   EXPECT_THAT(names(), ElementsAre("a.plist"));
 }
 
-// A name as a writer would give that died, or lives.
+// Returns a name as used by a dead or a living writer.
 std::string temporaryOf(const std::string& writer) {
   return std::string(folder) + "/" + std::string(DeviceFileSystem::temporaryPrefix) + writer +
          "-0-0123456789abcdef";
@@ -294,7 +294,7 @@ TEST_P(AtomicWriteTest, StaleTemporariesOfDeadWritersAreRemoved) {
   EXPECT_EQ(_files.removeStaleTemporaries("/none"), 0U);
 }
 
-// Ends a writer before it renames, as a power cut would.
+// Ends a writer before its rename, like a power failure.
 class EndsBeforeRename final : public platform::SystemCalls {
  public:
   int renameat(int, const char*, int, const char*) override { ::_exit(0); }
@@ -316,7 +316,7 @@ TEST_P(AtomicWriteTest, WhatAKilledWriterLeavesIsRecognised) {
   EXPECT_THAT(names(), ElementsAre("a.plist"));
 }
 
-// As where the first process of a container asks nobody how it ended.
+// Like a container whose first process does not reap its children.
 TEST_P(AtomicWriteTest, WhatAKilledWriterLeavesIsRecognisedAlsoWhereNobodyHasAskedHowItEnded) {
   const pid_t child = ::fork();
   if (child == 0) {

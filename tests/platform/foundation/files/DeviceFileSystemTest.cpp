@@ -218,7 +218,7 @@ TEST_P(DeviceFileSystemTest, ContentsOfFoldersAreSorted) {
 TEST_P(DeviceFileSystemTest, CreatesFoldersWithThoseAbove) {
   EXPECT_EQ(_files.createDirectory("/a/b/c").code, 0);
   EXPECT_EQ(_files.attributesOfItem("/a/b/c")->type, FileType::directory);
-  EXPECT_EQ(_files.createDirectory("/a/b/c/").code, 0) << "one that is there is enough";
+  EXPECT_EQ(_files.createDirectory("/a/b/c/").code, 0) << "an existing folder is accepted";
   EXPECT_EQ(_files.createDirectory("/").code, 0);
 }
 

@@ -8,8 +8,8 @@
 #include "tests/support/FaultySystemCalls.h"
 #include "tests/support/TemporaryDeviceTree.h"
 
-// The files of an empty tree, whose system calls can be made to fail. Everything holds whether the
-// kernel resolves the paths or we do.
+// The files of an empty tree, with system calls that can be made to fail. Runs every test with both
+// ways of path resolution, by the kernel and step by step.
 class DeviceFilesTest : public testing::TestWithParam<platform::PathResolution> {
  public:
   static auto bothResolutions() {

@@ -39,7 +39,7 @@ TEST_F(ObservedFileSystemTest, RecordsEveryWriteAndWhetherItChangedTheBytes) {
   EXPECT_FALSE(writes[1].changed);
   EXPECT_TRUE(writes[2].changed) << "other bytes, same size";
   EXPECT_TRUE(writes[3].changed) << "another size";
-  EXPECT_TRUE(_files.takeWrites().empty()) << "each is told once";
+  EXPECT_TRUE(_files.takeWrites().empty()) << "each is reported once";
 }
 
 TEST_F(ObservedFileSystemTest, SeesWhatOthersChangedMeanwhile) {

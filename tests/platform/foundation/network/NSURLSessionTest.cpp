@@ -78,7 +78,7 @@ TEST_F(Session, ATaskIsKeptWhenNobodyElseHoldsIt) {
   process.scheduler().runAllBackground();
   process.scheduler().advance(3600);
   EXPECT_EQ(session->tasks()[0]->state(), NSURLSessionTaskState::suspended);
-  EXPECT_THAT(ran, IsEmpty()) << "nobody has started it";
+  EXPECT_THAT(ran, IsEmpty()) << "it was not started";
 }
 
 TEST_F(Session, ATaskKeepsTheRequestAsItWas) {

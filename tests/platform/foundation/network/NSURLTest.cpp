@@ -123,7 +123,7 @@ TEST(NSURL, AnswersByNameAndKey) {
 
 class Components : public testing::Test {
  protected:
-  // What the components give with one query item.
+  // Returns the components' text with one query item.
   static std::string withItem(std::string name, std::optional<std::string> value) {
     const auto components = NSURLComponents::componentsWithString("https://example.org/find");
     components->setQueryItems(NSURLComponents::QueryItems{

@@ -17,7 +17,7 @@ class PercentEncoding : public testing::Test {
   TestProcess _process;
 };
 
-// The printable ASCII characters that the set leaves out.
+// Returns the printable ASCII characters that are not in the set.
 std::string leftOut(const NSCharacterSet& set) {
   std::string result;
   for (char each = '!'; each <= '~'; ++each) {

@@ -92,7 +92,7 @@ TEST(ClassRegistry, RefusesANameGivenTwice) {
   ClassRegistry classes;
   classes.add(animalClass());
   EXPECT_EQ(reasonOf([&] { classes.add(animalClass()); }),
-            "a class named Animal is registered already");
+            "a class named Animal is already registered");
 }
 
 TEST(ClassRegistry, RefusesAnUnknownBaseClass) {

@@ -47,7 +47,7 @@ TEST(MutableDictionary, AKeyThatIsNoStringRaises) {
   }
 }
 
-// What follows the sign is asked of the dictionary itself, whatever entries there are.
+// A key with "@" is sent to the dictionary itself, whatever its entries are.
 TEST(MutableDictionary, AKeyWithASignIsOneOfTheDictionaryItself) {
   MutableDictionary dictionary(Dictionary{{"@count", "stored"}, {"@name", 1}, {"name", 2}});
   EXPECT_EQ(dictionary.valueForKey(Value("@count")), Value(3));
@@ -85,7 +85,7 @@ TEST(MutableDictionary, ASnapshotDoesNotChange) {
   EXPECT_EQ(dictionary.count(), 0U);
 }
 
-// The end of this object sets a value in the dictionary that held it.
+// The destructor sets a value in the dictionary that held this object.
 class Avenger : public Object {
  public:
   explicit Avenger(MutableDictionary& dictionary) : _dictionary(dictionary) {}

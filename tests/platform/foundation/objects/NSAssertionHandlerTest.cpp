@@ -17,7 +17,7 @@ using platform::Value;
 using test_support::TestProcess;
 using testing::ElementsAre;
 
-// Takes note and lets the operation go on.
+// Records the failure and lets the operation continue.
 class NotingHandler final : public NSAssertionHandler {
  public:
   std::vector<std::string> failures;

@@ -30,7 +30,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-// Waits for a condition that a child makes true.
+// Waits for a condition that depends on a child process.
 bool comesTrue(const std::function<bool()>& condition) {
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
   while (!condition()) {
@@ -84,7 +84,7 @@ TEST_F(DeviceProgramsTest, StartsAProgramOfTheTreeWithItsArguments) {
 }
 
 TEST_F(DeviceProgramsTest, NoEnvironmentIsAnEmptyOne) {
-  // The shell adds a few names of its own; /proc tells what it was given.
+  // The shell adds a few variables; /proc has the original environment.
   _tree.writeProgram("/env", "/bin/cat /proc/$$/environ");
   const auto program = _programs.start(request("/env"));
   ASSERT_TRUE(program);
@@ -131,10 +131,10 @@ TEST_F(DeviceProgramsTest, AProgramLeadsAGroupOfItsOwn) {
   EXPECT_EQ(allOutput(*program), std::to_string(program->processIdentifier()) + "\n");
 }
 
-// Prints when it has started another program, and waits for that.
+// Starts another program, prints, and waits for it.
 constexpr const char* startsAnother = "/bin/sleep 60 & echo started; wait";
 
-// Whether the output ends: nobody has the other end of the pipe any more.
+// Returns whether the output ends, so that no process has the writing end open.
 bool outputEnds(RunningProgram& program) {
   constexpr int milliseconds = 20000;
   pollfd output{program.outputDescriptor(), POLLIN, 0};
@@ -149,7 +149,7 @@ TEST_F(DeviceProgramsTest, ASignalReachesWhatTheProgramHasStarted) {
     ASSERT_EQ(program->readAvailable(), "started\n");
     _programs.sendSignal(_programs.records().back().id, number);
     EXPECT_EQ(exitOf(*program), 128 + number);
-    EXPECT_TRUE(outputEnds(*program)) << "what it has started goes on";
+    EXPECT_TRUE(outputEnds(*program)) << "its own children keep running";
   }
 }
 
@@ -162,11 +162,11 @@ TEST_F(DeviceProgramsTest, KillAtEndReachesWhatTheProgramHasStarted) {
     ASSERT_TRUE(program);
     ASSERT_EQ(program->readAvailable(), "started\n");
   }
-  EXPECT_TRUE(outputEnds(*program)) << "what it has started goes on";
+  EXPECT_TRUE(outputEnds(*program)) << "its own children keep running";
 }
 
 TEST_F(DeviceProgramsTest, ChildrenGetTheStandardDescriptorsOnly) {
-  // Not marked as closing on exec, as those of a library that knows nothing of us.
+  // Without close-on-exec, like the descriptors of other libraries.
   const int opened = ::open("/dev/null", O_RDONLY);
   const int careless = ::fcntl(opened, F_DUPFD, 100);
   ASSERT_GE(careless, 100);

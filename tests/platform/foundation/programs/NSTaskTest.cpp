@@ -32,7 +32,7 @@ std::string textOf(const Value& data) {
   return {bytes.begin(), bytes.end()};
 }
 
-// Collects the chunks that a reading end is told of, as long as it lives.
+// Collects the chunks that a reading end reports, while it exists.
 class ChunkObserver {
  public:
   explicit ChunkObserver(const std::shared_ptr<NSFileHandle>& handle)
@@ -65,7 +65,7 @@ std::string exceptionOf(const std::function<void()>& work) {
 
 class NSTaskTest : public testing::Test {
  protected:
-  // Runs a program of the tree whose output goes to a pipe, and gives the chunks that were told.
+  // Runs a program of the tree with a pipe as output, and returns the reported chunks.
   std::vector<std::string> run(const std::string& path) {
     const auto pipe = make<NSPipe>();
     _task->setLaunchPath(path);
@@ -122,7 +122,7 @@ TEST_F(NSTaskTest, WhatArrivesAfterTheObserverIsGoneIsIgnored) {
   }
   ASSERT_EQ(::write(pipe->fileHandleForWriting()->fileDescriptor(), "x", 1), 1);
   EXPECT_NO_THROW(_test.scheduler().runMain());
-  EXPECT_EQ(textOf(pipe->fileHandleForReading()->availableData()), "x") << "nobody has read it";
+  EXPECT_EQ(textOf(pipe->fileHandleForReading()->availableData()), "x") << "it has not been read";
 }
 
 TEST_F(NSTaskTest, MainWorkGoesOnWhileTheTaskIsWaitedFor) {

@@ -13,8 +13,8 @@ namespace {
 
 using namespace std::string_literals;
 
-// A file in the binary form from its objects' bytes. One-byte offsets and references unless the
-// test says otherwise.
+// A binary property list made from the bytes of its objects. By default, offsets and references
+// have one byte.
 struct BinaryFile {
   std::vector<std::string> objects;
   std::uint64_t top = 0;
@@ -146,7 +146,7 @@ TEST(PropertyListBinary, RefusesKeysThatAreNoStrings) {
   EXPECT_NE(refusalOf({{"\xD1\1\1"s, "\x10\1"s}}).find(what), std::string::npos);
   EXPECT_NE(refusalOf({{"\xD1\1\1"s, "\xA0"s}}).find(what), std::string::npos);
   EXPECT_NE(refusalOf({{"\xD1\0\1"s, "\x09"s}}).find("contains itself"), std::string::npos);
-  // A container that is known already is no key either.
+  // A container that was already read is not a valid key either.
   EXPECT_NE(refusalOf({{"\xA2\1\2"s, "\xA0"s, "\xD1\1\1"s}}).find(what), std::string::npos);
 }
 
@@ -156,7 +156,7 @@ TEST(PropertyListBinary, OfDuplicateKeysTheLastWins) {
 }
 
 TEST(PropertyListBinary, RefusesLengthsBeyondTheObjects) {
-  const std::string what = "reaches beyond the objects' end";
+  const std::string what = "extends beyond the end of the objects";
   EXPECT_NE(refusalOf({{"\x53"s + "ab"}}).find(what), std::string::npos);
   EXPECT_NE(refusalOf({{"\x4F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s}}).find(what),
             std::string::npos);
@@ -183,18 +183,18 @@ TEST(PropertyListBinary, RefusesReferencesToNothing) {
 
 TEST(PropertyListBinary, ARefusalNamesTheByteOfTheCulprit) {
   EXPECT_EQ(refusalOf({{"\xA2\1\5"s, "\x09"s}}),
-            "byte 10: a reference to object 5, which there is not");
+            "byte 10: a reference to object 5, which does not exist");
   EXPECT_EQ(refusalOf({{"\xD1\1\7"s, "\x50"s}}),
-            "byte 10: a reference to object 7, which there is not");
+            "byte 10: a reference to object 7, which does not exist");
   EXPECT_EQ(refusalOf({{"\xA2\1\2"s, "\xA0"s, "\xD1\1\1"s}}),
             "byte 13: a key that is not a string");
   EXPECT_EQ(refusalOf({{"\xA1\1"s, "\xA1\0"s}}), "byte 8: a container that contains itself");
   EXPECT_EQ(refusalOf({{"\x33\x7F\xF8\0\0\0\0\0\0"s}}),
             "byte 8: a date that is not a finite number of seconds");
   EXPECT_EQ(refusalOf({{"\xA1\1"s, "\x53"s + "ab"}}),
-            "byte 10: an object reaches beyond the objects' end");
+            "byte 10: an object extends beyond the end of the objects");
   EXPECT_EQ(refusalOf({{"\xA1\1"s, "\x5F\x09"s}}),
-            "byte 11: the size of an object is no integer that can be read");
+            "byte 11: the size of an object is not a valid integer");
   EXPECT_EQ(refusalOf({{"\x61\xD8\x3D"s}}), "byte 9: an unpaired surrogate");
   EXPECT_EQ(refusalOf({{"\xA1\1"s, "\x71"s + "a"}}), "byte 10: an object of unknown type 113");
 }
@@ -206,7 +206,8 @@ TEST(PropertyListBinary, RefusesCycles) {
 }
 
 TEST(PropertyListBinary, ABillionSharedLeavesInAFewBytesCostNothing) {
-  // Nine arrays of ten references, each to the next, and a leaf: a billion leaves in 153 bytes.
+  // Nine arrays of ten references, each to the next array, and a leaf: a billion leaves in 153
+  // bytes.
   BinaryFile file;
   for (char i = 1; i <= 9; ++i) file.objects.push_back("\xAA"s + std::string(10, i));
   file.objects.emplace_back("\x50");
@@ -229,7 +230,8 @@ TEST(PropertyListBinary, SharedObjectsAreReadOnceAndCountedEachTime) {
   EXPECT_NE(refusalOf(file, limits).find("more than 3 values"), std::string::npos);
 }
 
-// With that limit of bytes the file is accepted; gives the refusal with one byte less.
+// Checks that the file is accepted with that limit of bytes, and returns the error for one byte
+// less.
 std::string refusalBelow(const BinaryFile& file, std::size_t bytes) {
   PropertyListLimits limits;
   limits.bytes = bytes;
@@ -249,7 +251,7 @@ TEST(PropertyListBinary, SharedTextAndDataCountTheirBytesEachTime) {
 }
 
 TEST(PropertyListBinary, SharedContainersAndKeysCountTheBytesThatTheyHold) {
-  // Ten times a dictionary with a key of 100 bytes and a text of 10.
+  // Ten references to a dictionary with a key of 100 bytes and a text of 10.
   const BinaryFile file{{"\xAA"s + std::string(10, '\1'), "\xD1\2\3"s,
                          "\x5F\x10\x64"s + std::string(100, 'k'), "\x5A"s + "0123456789"}};
   EXPECT_NE(refusalBelow(file, 1100).find("byte 18: more than 1099 bytes"), std::string::npos);
@@ -262,7 +264,7 @@ TEST(PropertyListBinary, SharedUtf16TextCountsItsBytesInTheFile) {
   EXPECT_NE(refusalBelow(file, 1200).find("more than 1199 bytes"), std::string::npos);
 }
 
-// 60 KB with 1.1 million values and texts of 60 GB together.
+// 60 KB with 1.1 million values and 60 GB of text in total.
 TEST(PropertyListBinary, AMillionSharedLongTextsAreRefused) {
   BinaryFile file;
   file.offsetWidth = 2;
@@ -305,7 +307,7 @@ TEST(PropertyListBinary, TheLimitOfDepthHoldsForSharedContainersToo) {
   };
   EXPECT_EQ(refusalOf(nested(512)), "accepted");
   EXPECT_NE(refusalOf(nested(513)).find("more than 512 deep"), std::string::npos);
-  // Object 0 holds the chain from 1 on twice: once at its own depth, once one level further down.
+  // Object 0 holds the chain from object 1 twice: directly, and one level deeper.
   nested(512);
   const int last = static_cast<int>(chain.objects.size());
   chain.objects[0] = "\xA2\0\1"s + static_cast<char>(last >> 8) + static_cast<char>(last);
@@ -357,7 +359,7 @@ TEST(PropertyListBinary, RefusesWidthsTooSmallForTheFile) {
 }
 
 TEST(PropertyListBinary, RefusesOffsetsThatCannotReachTheTable) {
-  // The table of offsets begins at byte 256, behind the highest offset of an object.
+  // The offset table begins at byte 256, after the highest offset of an object.
   EXPECT_EQ(refusalOf({{"\x4F\x11\x00\xF4"s + std::string(244, 'd')}}), "accepted");
   EXPECT_EQ(refusalOf({{"\x4F\x11\x00\xF5"s + std::string(245, 'd')}}),
             "byte 264: the width of offsets is too small for the file");

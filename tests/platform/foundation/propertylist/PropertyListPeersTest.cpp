@@ -10,7 +10,7 @@
 #include "platform/foundation/propertylist/PropertyListBinary.h"
 #include "tests/support/TemporaryDeviceTree.h"
 
-// What others read in the files that are written here.
+// Checks how other programs read the files that are written here.
 namespace platform {
 namespace {
 
@@ -33,7 +33,7 @@ Outcome outcomeOf(const std::string& command) {
 
 class PropertyListPeers : public testing::Test {
  protected:
-  // One value of every kind, and what tends to go wrong.
+  // One value of every kind, and common edge cases.
   static Dictionary everything() {
     return {{"array", Array{1, "two", Array{}, Dictionary{}}},
             {"caf\xC3\xA9 \xF0\x9F\x98\x80", "\xE2\x82\xAC < > & \" '"},
@@ -90,7 +90,7 @@ TEST_F(PropertyListPeers, WhatPythonWritesIsReadAndIsOurOwnForm) {
   if (outcomeOf("python3 -c 'import plistlib' 2>&1").status != 0)
     GTEST_SKIP() << "python3 is missing";
   Dictionary entries = everything();
-  // The one place where the forms differ: how reals are printed.
+  // The only difference between the forms is how reals are printed.
   for (const char* key : {"real", "whole real"}) entries = std::move(entries).without(key);
   const std::string path = write("ours.plist", writeXmlPropertyList(entries).bytes);
   const std::string script =
@@ -114,7 +114,7 @@ TEST_F(PropertyListPeers, PlistutilReadsWhatIsWritten) {
   if (outcomeOf("command -v plistutil").status != 0) {
     GTEST_SKIP() << "plistutil is missing (package libplist-utils)";
   }
-  // plistutil keeps integers from 2^63 on in its own way.
+  // plistutil stores integers from 2^63 in a different way.
   const Dictionary entries = everything().without("highest");
   const std::string xml = write("all.plist", writeXmlPropertyList(entries).bytes);
   const std::string converted = pathOf("converted.bin");

@@ -29,7 +29,7 @@ Value content(std::string_view text) {
   return read(document(text));
 }
 
-// What is said of a text that is refused.
+// Returns the error for a text that is refused.
 std::string xmlRefusal(std::string_view text, const PropertyListLimits& limits = {}) {
   const PropertyListResult result = readPropertyList(text, limits);
   EXPECT_EQ(result.value.isNone(), result.error.has_value());
@@ -143,7 +143,7 @@ TEST(PropertyListXml, RefusesIntegersOutsideTheirRange) {
 TEST(PropertyListXml, RefusesWhatIsNoInteger) {
   for (const char* bad : {"", " ", "a", "1.5", "1 2", "0x", "--1", "+-1", "1_0", "12a", "- 1"}) {
     EXPECT_NE(xmlRefusal(document("<integer>" + std::string(bad) + "</integer>"))
-                  .find("holds no integer"),
+                  .find("does not contain an integer"),
               std::string::npos)
         << bad;
   }
@@ -196,12 +196,12 @@ TEST(PropertyListXml, ReadsDates) {
 
 TEST(PropertyListXml, RefusesDataThatIsNoBase64) {
   EXPECT_EQ(xmlRefusal("<plist><data>AQ*D</data></plist>"),
-            "line 1, column 16: only base64 text may stand in <data>");
+            "line 1, column 16: only base64 text is allowed in <data>");
   for (const char* bad : {"AQI", "A", "AQ=D", "=", "AQID=", "&#65;QID", "<!-- -->AQID"}) {
     EXPECT_NE(xmlRefusal(document("<data>" + std::string(bad) + "</data>")), "accepted") << bad;
   }
   EXPECT_EQ(xmlRefusal("<plist><data>AQID<!-- --></data></plist>"),
-            "line 1, column 18: a comment, CDATA or the like stands where only a tag may stand");
+            "line 1, column 18: markup such as a comment or CDATA where only a tag is allowed");
   EXPECT_EQ(xmlRefusal("<plist><data>AQID< /data></plist>"),
             "line 1, column 18: a tag has no name");
   EXPECT_EQ(xmlRefusal("<plist><data>AQID</"), "line 1, column 20: the text ends inside a tag");
@@ -238,13 +238,13 @@ TEST(PropertyListXml, RefusesBrokenStructureWithLineAndColumn) {
            Case{"<plist><dict><key>a</key><key>b</key></dict></plist>",
                 "line 1, column 26: a key without a value is followed by another"},
            Case{"<plist><array><key>a</key></array></plist>",
-                "line 1, column 15: <key> stands only in <dict>"},
+                "line 1, column 15: <key> is allowed only in <dict>"},
            Case{"<plist><true/></plist>\nmore",
-                "line 2, column 1: something follows the end of the property list"},
+                "line 2, column 1: unexpected content after the end of the property list"},
            Case{"<plist><true/><false/></plist>",
                 "line 1, column 15: expected </plist>, found <false>"},
            Case{"<true/><false/>",
-                "line 1, column 8: something follows the end of the property list"},
+                "line 1, column 8: unexpected content after the end of the property list"},
            Case{"<plist><array><string>a</array></plist>",
                 "line 1, column 24: expected </string>, found </array>"},
            Case{"<plist><array><true/></dict></plist>",
@@ -257,18 +257,18 @@ TEST(PropertyListXml, RefusesBrokenStructureWithLineAndColumn) {
            Case{"<plist/>", "line 1, column 1: the property list holds no value"},
            Case{"", "line 1, column 1: there is no property list"},
            Case{" \n ", "line 2, column 2: there is no property list"},
-           Case{"{ a = b; }", "line 1, column 1: text stands where only a tag may stand"},
+           Case{"{ a = b; }", "line 1, column 1: text where only a tag is allowed"},
            Case{"<plist><dict>x</dict></plist>",
-                "line 1, column 14: text stands where only a tag may stand"},
+                "line 1, column 14: text where only a tag is allowed"},
            Case{"<plist><set></set></plist>",
-                "line 1, column 8: <set> is no element of a property list"},
+                "line 1, column 8: <set> is not an element of a property list"},
            Case{"<plist><plist><true/></plist></plist>",
-                "line 1, column 8: <plist> stands only around the whole"},
-           Case{"</dict>", "line 1, column 1: </dict> closes nothing"},
+                "line 1, column 8: <plist> is allowed only around the root"},
+           Case{"</dict>", "line 1, column 1: </dict> has no start tag"},
            Case{"<plist>\n\xC3\xA9<true/></plist>",
-                "line 2, column 1: text stands where only a tag may stand"},
+                "line 2, column 1: text where only a tag is allowed"},
            Case{"<dict><key>\xC3\xA9</key>x</dict>",
-                "line 1, column 19: text stands where only a tag may stand"},
+                "line 1, column 19: text where only a tag is allowed"},
        }) {
     EXPECT_EQ(xmlRefusal(bad.text), bad.says) << bad.text;
   }

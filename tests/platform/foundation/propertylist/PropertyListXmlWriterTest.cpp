@@ -20,7 +20,7 @@ const std::string head =
     "<plist version=\"1.0\">\n";
 const std::string tail = "</plist>\n";
 
-// What stands between the first three lines and the last one.
+// Returns the text between the first three lines and the last one.
 std::string body(const Value& value) {
   const PropertyListText text = writeXmlPropertyList(value);
   EXPECT_FALSE(text.error) << *text.error;
@@ -156,7 +156,7 @@ TEST(PropertyListXmlWriter, RefusesWithTheKeyPathOfTheCulprit) {
   EXPECT_EQ(errorOf(Dictionary{{"a", "\xED\xB0\x80"}}),
             "a: text with the lone surrogate U+DC00, which a property list cannot hold");
   EXPECT_EQ(errorOf(Array{"\x01"}), "[0]: text with U+0001, which a property list cannot hold");
-  EXPECT_EQ(errorOf(Array{"\xFF"}), "[0]: bytes that are no UTF-8");
+  EXPECT_EQ(errorOf(Array{"\xFF"}), "[0]: bytes that are not UTF-8");
   EXPECT_EQ(errorOf(Dictionary{{"k\x02", 1}}),
             "k\x02: the key: text with U+0002, which a property list cannot hold");
   EXPECT_EQ(errorOf(Array{Date{std::nan("")}}), "[0]: a date that is not a number");
@@ -180,7 +180,7 @@ TEST(PropertyListXmlWriter, RefusesWhatTheReaderWouldRefuseAsTooDeepAlsoWhereItI
   }
 }
 
-// Shared values take next to no memory, and data as large as this is never copied.
+// Shared values need almost no memory, and data of this size is never copied.
 TEST(PropertyListXmlWriter, RefusesWhatTheReaderWouldRefuseAsTooLarge) {
   constexpr std::size_t limit = PropertyListLimits{}.bytes;
   const Value data = Data(std::string(51'000, 'x'));
@@ -200,7 +200,7 @@ TEST(PropertyListXmlWriter, RefusesMoreValuesThanTheReaderTakes) {
   EXPECT_NE(errorOf(shared).find("more than 8388608 values"), std::string::npos);
 }
 
-// Values of every kind, nested, from a seed.
+// Makes nested values of every kind from a seed.
 Value randomValue(std::mt19937_64& random, int depth) {
   const auto text = [&random] {
     std::string result;

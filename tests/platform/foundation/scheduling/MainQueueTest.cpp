@@ -15,12 +15,12 @@ using platform::MainQueue;
 
 constexpr std::int64_t millisecond = 1'000'000;
 
-// The deadline of a test that waits for something that comes.
+// A deadline for waits that are expected to succeed.
 std::int64_t farAway() {
   return machineNanoseconds() + 20'000 * millisecond;
 }
 
-// Runs the queue until the condition holds; gives how often it was looked at.
+// Runs the queue until the condition is true. Returns how often the condition was checked.
 int turnsUntil(MainQueue& queue, const std::function<bool()>& condition) {
   int turns = 0;
   const auto counted = [&] {
@@ -66,7 +66,7 @@ TEST(MainQueue, RunUntilGivesUpAtItsDeadlineAfterASingleSleep) {
     return false;
   };
   EXPECT_FALSE(queue.runUntil(never, machineNanoseconds() + 50 * millisecond));
-  EXPECT_LE(turns, 3) << "before the sleep and after it, and where it ended a moment too early";
+  EXPECT_LE(turns, 3) << "before and after the sleep, and after an early wake-up";
 }
 
 TEST(MainQueue, ADescriptorEndsTheSleep) {

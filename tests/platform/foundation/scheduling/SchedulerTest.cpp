@@ -1,4 +1,4 @@
-// What both schedulers promise alike.
+// The promises that both schedulers keep.
 #include <array>
 #include <atomic>
 #include <gmock/gmock.h>
@@ -24,7 +24,7 @@ using platform::VirtualScheduler;
 
 constexpr double patience = 20.0;
 
-// Lets background and main work run until the condition holds.
+// Runs background and main work until the condition is true.
 bool settle(VirtualScheduler& scheduler, const std::function<bool()>& condition) {
   for (int round = 0; round < 1000 && !condition(); ++round) {
     scheduler.runAllBackground();
@@ -98,7 +98,7 @@ TYPED_TEST(SchedulerTest, ASerialQueueKeepsItsOrderAndRunsOneAtATime) {
   const auto queue = this->_scheduler.makeSerialQueue("icons");
   EXPECT_EQ(queue->label(), "icons");
   constexpr int count = 200;
-  std::vector<int> order;  // unguarded: the queue is the guard
+  std::vector<int> order;  // unguarded: the queue serialises access
   std::atomic<int> running{0};
   std::atomic<int> done{0};
   for (int index = 0; index < count; ++index) {
@@ -173,7 +173,7 @@ TYPED_TEST(SchedulerTest, RunMainUntilSleepsUntilThereIsSomethingToLookAt) {
     return false;
   };
   EXPECT_FALSE(this->_scheduler.runMainUntil(counted, 0.05));
-  EXPECT_LE(turns, 3) << "before the sleep and after it, and where it ended a moment too early";
+  EXPECT_LE(turns, 3) << "before and after the sleep, and after an early wake-up";
 }
 
 TYPED_TEST(SchedulerTest, TheWakerMakesRunMainUntilLookAgain) {

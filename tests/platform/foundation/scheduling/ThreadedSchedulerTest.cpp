@@ -24,7 +24,7 @@ TEST(ThreadedScheduler, GlobalWorkRunsSideBySide) {
   std::promise<void> first;
   std::promise<void> second;
   std::atomic<int> met{0};
-  // Each waits for the other, which takes two threads.
+  // The two wait for each other, which needs two threads.
   scheduler.asyncGlobal([&] {
     first.set_value();
     second.get_future().wait();

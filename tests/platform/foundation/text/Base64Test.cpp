@@ -10,7 +10,7 @@
 namespace platform::base64 {
 namespace {
 
-// Each test runs on both paths; on a machine without AVX2 the vector one is the scalar one.
+// Runs each test on both paths. On a machine without AVX2, both are the scalar one.
 class Base64 : public testing::TestWithParam<Path> {
  protected:
   static Path path() {

@@ -57,7 +57,8 @@ TEST(Data, BytesLiveAsLongAsAnyCopy) {
 }
 
 TEST(Dictionary, OrdersKeysByCodeUnits) {
-  // U+FF5E comes after U+1F600, whose first code unit is 0xD83D, though its bytes come before.
+  // U+FF5E is greater than U+1F600, whose first code unit is 0xD83D, although its UTF-8 bytes are
+  // less.
   const Dictionary dictionary{
       {"\xEF\xBD\x9E", 1}, {"\xF0\x9F\x98\x80", 2}, {"b", 3}, {"B", 4}, {"", 5}, {"ba", 6}};
   EXPECT_EQ(keysOf(dictionary),
@@ -110,7 +111,8 @@ TEST(Dictionary, AnyOrderOfChangesGivesTheSame) {
   std::mt19937 random(7);
   std::vector<std::pair<std::string, Value>> entries;
   for (int i = 0; i < 300; ++i) {
-    entries.emplace_back("key number " + std::to_string(i) + std::string(static_cast<std::size_t>(i % 40), 'x'), i);
+    entries.emplace_back(
+        "key number " + std::to_string(i) + std::string(static_cast<std::size_t>(i % 40), 'x'), i);
   }
   const Dictionary expected(entries);
   std::shuffle(entries.begin(), entries.end(), random);
@@ -147,7 +149,7 @@ TEST(Utf, ComparesByCodeUnits) {
   EXPECT_LT(utf::compare("\xF0\x9F\x98\x80", "\xEE\x80\x80"), 0);  // U+1F600, U+E000
   EXPECT_GT(utf::compare("\xEF\xBF\xBF", "\xF4\x8F\xBF\xBF"), 0);  // U+FFFF, U+10FFFF
   EXPECT_LT(utf::compare("\xED\x9F\xBF", "\xF0\x90\x80\x80"), 0);  // U+D7FF, U+10000
-  // The lone surrogate 0xD83D against U+1F600, which begins with it and goes on.
+  // The lone surrogate 0xD83D is a prefix of U+1F600.
   EXPECT_LT(utf::compare("\xED\xA0\xBD", "\xF0\x9F\x98\x80"), 0);
   EXPECT_GT(utf::compare("\xED\xA0\xBE", "\xF0\x9F\x98\x80"), 0);
 }

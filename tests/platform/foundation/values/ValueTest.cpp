@@ -30,7 +30,7 @@ std::string reasonOf(const std::function<void()>& action) {
   return "nothing was raised";
 }
 
-// A pointer, which C++ would make a boolean, is no value.
+// A pointer, which C++ would convert to a boolean, is not a value.
 static_assert(!std::is_constructible_v<Value, int*>);
 
 TEST(Value, DefaultIsNoneWhichIsNotEmpty) {
@@ -242,7 +242,7 @@ TEST(Value, NumbersAreEqualByWhatTheyStandFor) {
   EXPECT_NE(Value(-1), Value(highestUnsigned));
   EXPECT_NE(Value(1), Value("1"));
   EXPECT_EQ(Value(0.0), Value(-0.0));
-  // 2^53 + 1 is no double, so that its nearest one is not equal to it.
+  // 2^53 + 1 is not a double, so it differs from the nearest double.
   EXPECT_NE(Value(std::int64_t{9007199254740993}), Value(9007199254740992.0));
   EXPECT_NE(Value(highestUnsigned), Value(0x1p64));
   EXPECT_EQ(Value(std::uint64_t{1} << 63U), Value(0x1p63));

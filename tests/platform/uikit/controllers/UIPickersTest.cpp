@@ -13,7 +13,7 @@ using namespace platform;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-// A page that presents pickers and writes down what they tell.
+// A page that presents pickers and records their events.
 class PickerPage : public UIViewController,
                    public UIColorPickerViewControllerDelegate,
                    public UIImagePickerControllerDelegate {
@@ -144,7 +144,7 @@ TEST_F(UIColorPickerTest, ThePickerIsMadeAndSetUpByName) {
   EXPECT_FALSE(byName->supportsAlpha());
   EXPECT_TRUE(sameColor(made->perform("selectedColor").as<UIColor>(), UIColor::redColor()));
   made->perform("setDelegate:", {Value(recorder)});
-  EXPECT_EQ(byName->delegate(), nullptr) << "the recorder is no delegate";
+  EXPECT_EQ(byName->delegate(), nullptr) << "the recorder is not a delegate";
 }
 
 class UIImagePickerTest : public UIPickersTest {
@@ -188,7 +188,7 @@ TEST_F(UIImagePickerTest, ABusyPickerCanBeSwipedAway) {
   EXPECT_TRUE(picker->userCancel());
   EXPECT_EQ(page->presentedViewController(), nullptr);
   picker->dismissViewControllerAnimated(true);
-  EXPECT_EQ(page->presentedViewController(), nullptr) << "to dismiss it once more does nothing";
+  EXPECT_EQ(page->presentedViewController(), nullptr) << "dismissing it again does nothing";
 }
 
 TEST_F(UIImagePickerTest, ADelegateMayCancelItsOwnWay) {

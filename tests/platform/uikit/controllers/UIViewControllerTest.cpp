@@ -12,7 +12,7 @@ using namespace platform;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-// A page that writes its life into a common list.
+// A page that records its life cycle in a shared list.
 class Page : public UIViewController {
  public:
   Page(std::string name, std::vector<std::string>& calls) : _name(std::move(name)), _calls(calls) {}
@@ -75,7 +75,7 @@ TEST_F(UIViewControllerTest, AWindowTellsItsRootThatItAppears) {
   EXPECT_THAT(calls, ElementsAre("page did load", "page will appear", "page did appear"));
   EXPECT_EQ(page->view()->window(), window);
   window->makeKeyAndVisible();
-  EXPECT_EQ(calls.size(), 3U) << "a page that is in sight does not appear again";
+  EXPECT_EQ(calls.size(), 3U) << "a visible page does not appear again";
 }
 
 TEST_F(UIViewControllerTest, LayoutOfTheViewTellsTheController) {
@@ -286,7 +286,7 @@ TEST_F(UIAlertControllerTest, AChoiceDismissesTheSheetAndRunsItsHandler) {
   EXPECT_TRUE(alert->userChoose(1));
   EXPECT_THAT(chosen, ElementsAre("Clear image"));
   EXPECT_EQ(page->presentedViewController(), nullptr);
-  EXPECT_FALSE(alert->userChoose(1)) << "it is not shown any more";
+  EXPECT_FALSE(alert->userChoose(1)) << "it is no longer shown";
 }
 
 TEST_F(UIAlertControllerTest, AHandlerMayPresentAnotherPage) {

@@ -42,7 +42,7 @@ class UITextFieldTest : public UIKitTest {
 TEST_F(UITextFieldTest, TypingBeginsEditingAndReturnEndsIt) {
   EXPECT_TRUE(field->userChangeText("Zen"));
   EXPECT_TRUE(field->isEditing());
-  EXPECT_THAT(recorder->calls, IsEmpty()) << "the end of editing is still to come";
+  EXPECT_THAT(recorder->calls, IsEmpty()) << "editing has not ended yet";
   EXPECT_TRUE(field->userReturn());
   EXPECT_FALSE(field->isEditing());
   EXPECT_THAT(delegate->calls, ElementsAre("did begin", "return", "did end: Zen"));
@@ -89,7 +89,7 @@ TEST_F(UITextFieldTest, AProgramThatSetsTheTextSendsNothing) {
   field->setText("x");
   EXPECT_THAT(recorder->calls, IsEmpty());
   field->userChangeText("x");
-  EXPECT_THAT(recorder->calls, IsEmpty()) << "the same text is no change";
+  EXPECT_THAT(recorder->calls, IsEmpty()) << "the same text is not a change";
   field->userChangeText("y");
   EXPECT_THAT(recorder->calls, ElementsAre("plain"));
 }

@@ -15,7 +15,7 @@ LibraryImageCodecs& codecs() {
   return library;
 }
 
-// The pixels of a file that must be readable.
+// Decodes a file that must be readable.
 ImagePixels read(const Bytes& file) {
   const DecodedPicture picture = codecs().decode(file);
   EXPECT_EQ(picture.problem, "");
@@ -30,7 +30,7 @@ std::string refusalOf(const Bytes& file) {
   return picture.problem;
 }
 
-// How far apart two pixels given as "RRGGBBAA" are, in the channel that differs most.
+// Returns the largest difference of a channel between two pixels given as "RRGGBBAA".
 int distance(const std::string& a, const std::string& b) {
   int largest = 0;
   for (std::size_t at = 0; at < 8; at += 2) {
@@ -86,10 +86,9 @@ TEST(ImageCodecs, AnInterlacedPngHasThePixelsOfAPlainOne) {
   EXPECT_EQ(read(makePng(kind, 37, 23, drawn.rgba)).rgba, drawn.rgba);
 }
 
-// A picture of 3 x 2 with the letters
+// Returns the pixels as letters, one per grey level. The upright picture of 3 x 2 is
 //   a b c
 //   d e f
-// as grey levels, upright.
 std::string lettersOf(const ImagePixels& pixels) {
   std::string text;
   for (std::uint32_t y = 0; y < pixels.height; ++y) {
@@ -152,7 +151,7 @@ TEST(ImageCodecs, BrokenExifDataIsPassedOver) {
     EXPECT_EQ(lettersOf(read(withSegment(plain, 0xE1, cut))), "abc def ") << length;
   }
   Bytes lost = whole;
-  lost[6 + 4] = 0xFF;  // the list of entries lies far behind the end
+  lost[6 + 4] = 0xFF;  // the directory is far beyond the end
   EXPECT_EQ(lettersOf(read(withSegment(plain, 0xE1, lost))), "abc def ");
 }
 
@@ -178,7 +177,7 @@ TEST(ImageCodecs, InkBecomesLight) {
   }
 }
 
-// Without Adobe's mark the ink is told as it is in print.
+// Without Adobe's marker, ink values are stored as in print.
 TEST(ImageCodecs, InkWithoutAdobesMarkIsNotInverted) {
   Bytes file = makeJpeg({JpegColors::cmyk}, 1, 1, {0, 0, 0, 0});  // stored as 255, 255, 255, 255
   constexpr std::string_view adobe = "Adobe";
@@ -248,7 +247,7 @@ TEST(ImageCodecs, DamageInThePixelsOfAPngIsRefused) {
   EXPECT_THAT(refusalOf(png), HasSubstr("The PNG cannot be read"));
 }
 
-// Whatever one byte becomes, the answer is pixels or a refusal.
+// For any value of any byte, the result is pixels or a refusal.
 TEST(ImageCodecs, DamageAnywhereIsSurvived) {
   const Bytes files[] = {
       makePng({PngColors::palette}, 3, 1, {0, 1, 2}),
@@ -292,8 +291,7 @@ TEST(ImageCodecs, AProgressivePictureWithTooManyScansIsRefused) {
   std::string many = text.substr(0, text.size() - 2);
   for (int i = 0; i < 100; ++i) many += scan;
   many += "\xFF\xD9";
-  EXPECT_EQ(refusalOf(bytesOf(many)),
-            "The JPEG cannot be read: it goes over the picture too often.");
+  EXPECT_EQ(refusalOf(bytesOf(many)), "The JPEG cannot be read: it has too many scans.");
 }
 
 TEST(ImageCodecs, APngComesBackAsItWasWritten) {
@@ -369,7 +367,7 @@ TEST(ImageCodecs, AQualityOutsideOfTheRangeCountsAsItsEnd) {
   EXPECT_NE(at(0), at(1));
 }
 
-// The decision is that of the whole file, to the byte.
+// The decision equals that for the whole file, to the byte.
 TEST(ImageCodecs, TheLimitIsTheLargestFileThatIsWritten) {
   const ImagePixels pixels = noise(200, 200);
   const std::size_t png = codecs().encodePng(pixels, ImageCodecs::noLimit).bytes.size();

@@ -29,7 +29,7 @@ ColorSpaces spacesOf(JpegColors colors) {
   return {3, JCS_RGB, JCS_YCbCr};
 }
 
-// Programs that leave Adobe's mark, which the library writes with ink, tell no ink as 255.
+// With Adobe's marker, which the library writes for ink, no ink is stored as 255.
 Bytes asStored(Bytes rows, const ColorSpaces& spaces) {
   if (spaces.given != JCS_CMYK) return rows;
   for (std::uint8_t& ink : rows) ink = static_cast<std::uint8_t>(0xFF - ink);
@@ -44,7 +44,7 @@ void describe(jpeg_compress_struct& info, JpegKind kind, const ColorSpaces& spac
   jpeg_set_colorspace(&info, spaces.stored);
   jpeg_set_quality(&info, best, TRUE);
   for (int i = 0; i < info.num_components; ++i) {
-    info.comp_info[i].h_samp_factor = 1;  // every pixel keeps its colour
+    info.comp_info[i].h_samp_factor = 1;  // no chroma subsampling
     info.comp_info[i].v_samp_factor = 1;
   }
   if (kind.progressive) jpeg_simple_progression(&info);

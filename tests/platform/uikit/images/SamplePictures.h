@@ -8,7 +8,7 @@
 
 #include "platform/uikit/images/ImagePixels.h"
 
-// Files of pictures, also of kinds that our own encoders do not write.
+// Picture files, including kinds that our encoders do not write.
 namespace uikit_test {
 
 using Bytes = std::vector<std::uint8_t>;
@@ -25,14 +25,14 @@ struct PngKind {
   bool interlaced = false;
 };
 
-// A PNG of packed rows as the kind has them (16-bit samples with the high byte first; a palette has
-// the entries 0: red, 1: half transparent green, 2: blue).
+// Makes a PNG from packed rows in the format of the kind (16-bit samples with the high byte first;
+// the palette has the entries 0: red, 1: half transparent green, 2: blue).
 Bytes makePng(PngKind kind, std::uint32_t width, std::uint32_t height, const Bytes& rows);
 
-// With one more chunk behind the header. The check sum is right.
+// Inserts a chunk with a correct checksum after the header.
 Bytes withChunk(const Bytes& png, std::string_view name, const Bytes& content);
 
-// The signature and a header that promises the size, and the end, with no pixels between.
+// Makes a signature, a header with that size, and an end, without pixels in between.
 Bytes pngThatPromises(std::uint32_t width, std::uint32_t height);
 
 enum class JpegColors : std::uint8_t { grey, rgb, cmyk, ycck };
@@ -42,22 +42,22 @@ struct JpegKind {
   bool progressive = false;
 };
 
-// A JPEG of the best quality, of rows as the colours have them (one, three or four bytes a pixel;
-// ink as in print: 255 is all).
+// Makes a JPEG of the best quality from rows in the format of the colours (one, three or four bytes
+// per pixel; ink as in print: 255 is full).
 Bytes makeJpeg(JpegKind kind, std::uint32_t width, std::uint32_t height, const Bytes& rows);
 
-// With one more segment behind the start.
+// Inserts a segment after the start.
 Bytes withSegment(const Bytes& jpeg, std::uint8_t marker, const Bytes& content);
 
-// Exif data (without what marks it in a file) that tells the orientation.
+// Returns Exif data (without the file's marker) with the orientation.
 Bytes exifOf(std::uint8_t orientation, bool bigEndian = true);
-// The same as a JPEG's segment has it.
+// Returns the same data as a JPEG segment.
 Bytes jpegExifOf(std::uint8_t orientation);
 
-// Pixels that no encoder makes small; the same for the same seed.
+// Returns pixels that cannot be compressed; the same for equal seeds.
 platform::ImagePixels noise(std::uint32_t width, std::uint32_t height, std::uint32_t seed = 1);
 
-// The four bytes of a pixel as "RRGGBBAA".
+// Returns the four bytes of a pixel as "RRGGBBAA".
 std::string pixelAt(const platform::ImagePixels& pixels, std::uint32_t x, std::uint32_t y);
 
 }  // namespace uikit_test

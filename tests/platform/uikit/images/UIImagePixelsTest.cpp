@@ -10,7 +10,7 @@ namespace {
 using namespace platform;
 using ::testing::HasSubstr;
 
-// Codecs that fail at everything, as a device's might for lack of memory.
+// Codecs that always fail, like on a device without free memory.
 class FailingCodecs final : public ImageCodecs {
  public:
   DecodedPicture decode(std::span<const std::uint8_t>) override {
@@ -35,7 +35,7 @@ std::shared_ptr<UIImage> imageOf(const Bytes& file, double scale = 1) {
 
 class UIImagePixelsTest : public UIKitTest {
  protected:
-  // What the log has, one line after another.
+  // Returns the lines of the log.
   std::string log() {
     std::string lines;
     for (const LogEntry& entry : process.log().entries()) lines += entry.message + "\n";
@@ -154,7 +154,7 @@ TEST_F(UIImagePixelsTest, ABoundedRepresentationTellsThatTheLimitIsPassed) {
   EXPECT_EQ(above.data, Data());
   EXPECT_EQ(UIImageJPEGRepresentation(image, 0.8, 100).outcome, EncodingOutcome::aboveLimit);
   EXPECT_EQ(UIImageJPEGRepresentation(image, 0.8, size).outcome, EncodingOutcome::done);
-  EXPECT_EQ(log(), "") << "that is no fault";
+  EXPECT_EQ(log(), "") << "this is not an error";
 }
 
 TEST_F(UIImagePixelsTest, TheCodecsAreAServiceOfTheProcess) {
@@ -170,7 +170,7 @@ TEST_F(UIImagePixelsTest, TheCodecsAreAServiceOfTheProcess) {
             "An image cannot be encoded: The encoder is out of order.\n");
 }
 
-// The corner of the icons' shape, one row after another: "." is transparent, "#" full, "+" between.
+// Returns the corner of the icon shape by rows: "." is transparent, "#" opaque, "+" in between.
 std::string cornerOf(const UIImage& icon, std::uint32_t side) {
   std::string text;
   for (std::uint32_t y = 0; y < side; ++y) {
@@ -233,7 +233,7 @@ TEST_F(ApplicationIconTest, TheFourCornersAreAlike) {
   }
 }
 
-// Where the shape of an icon of many pixels begins in each row, counted from the left.
+// Returns the start of the icon shape in each row of a large icon, from the left.
 std::vector<double> leftEdgeOf(const UIImage& icon, std::uint32_t rows) {
   std::vector<double> edge;
   for (std::uint32_t y = 0; y < rows; ++y) {
@@ -246,8 +246,8 @@ std::vector<double> leftEdgeOf(const UIImage& icon, std::uint32_t rows) {
   return edge;
 }
 
-// A round corner's edge has the bend 1/radius as soon as it leaves the straight side; a continuous
-// one begins with none, and bends more and more.
+// The edge of a round corner has the curvature 1/radius where it leaves the straight side. That of
+// a continuous corner starts at zero and increases.
 TEST_F(ApplicationIconTest, TheCornerBeginsWithoutAJumpInCurvature) {
   constexpr double side = 29 * 40;
   const auto icon = iconOf(29 * 40, 0, 40);
@@ -264,10 +264,10 @@ TEST_F(ApplicationIconTest, TheCornerBeginsWithoutAJumpInCurvature) {
     const double round = radius - std::sqrt(radius * radius - reach * reach);
     EXPECT_LT(sag(rows), round / 2) << rows;
   }
-  EXPECT_GT(sag(120) / sag(60), 4.5) << "a round corner's edge goes with the square";
+  EXPECT_GT(sag(120) / sag(60), 4.5) << "a round corner has a ratio of 4";
 }
 
-// On the diagonal it is as deep as a round corner of 0.225 sides.
+// On the diagonal, the corner is as deep as a round corner of 0.225 sides.
 TEST_F(ApplicationIconTest, TheCornerIsAsDeepAsARoundOne) {
   constexpr std::uint32_t side = 29 * 20;
   const auto icon = iconOf(side, 0, 20);

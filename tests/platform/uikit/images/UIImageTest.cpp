@@ -113,7 +113,7 @@ TEST_F(UIImageTest, TheHashOfAnEncodedImageIsTheSha256OfItsBytes) {
   EXPECT_EQ(UIImage::imageWithData(Data(png()))->contentHash(), hash.finish());
 }
 
-// The vectors of the algorithm's standard: nothing, one block, two blocks, a million bytes.
+// The test vectors of the standard: empty, one block, two blocks, a million bytes.
 TEST(Sha256, AnswersTheStandardsVectors) {
   const auto hashOf = [](std::string_view text) {
     Sha256 hash;

@@ -33,7 +33,7 @@ TEST_F(UITableViewCellTest, TheOtherStylesHaveOne) {
   }
 }
 
-// What asks for the size of a cell that is in no table yet does not meet a cell of no height.
+// Code that reads the size of a cell outside of a table must not see a height of zero.
 TEST_F(UITableViewCellTest, ANewCellHasTheStandardHeight) {
   EXPECT_EQ(make<UITableViewCell>()->frame(), (Rect{0, 0, 320, 44}));
   EXPECT_EQ(makeCell(UITableViewCellStyle::subtitle)->frame(), (Rect{0, 0, 320, 44}));

@@ -11,7 +11,7 @@ std::string text(IndexPath path) {
   return std::to_string(path.section) + "." + std::to_string(path.row);
 }
 
-// A page with an editing table, that writes down what it is told.
+// The data source and delegate of an editing table. Records its calls.
 class EditingSource : public TextSource {
  public:
   bool canEditRowAtIndexPath(const Table&, IndexPath path) override { return path.row != 2; }
@@ -174,12 +174,12 @@ TEST_F(UITableViewInteractionTest, ADataSourceThatNeitherFollowsNorReloadsIsShow
 
 TEST_F(UITableViewInteractionTest, AMoveToNowhereIsRefused) {
   table->setEditing(true);
-  EXPECT_FALSE(table->userMoveRow({0, 0}, {0, 4})) << "after it has left there are three places";
+  EXPECT_FALSE(table->userMoveRow({0, 0}, {0, 4})) << "there are three places without it";
   EXPECT_FALSE(table->userMoveRow({0, 0}, {2, 0}));
   EXPECT_FALSE(table->userMoveRow({0, 0}, {1, 3}));
   EXPECT_THAT(editing->calls, IsEmpty());
   EXPECT_TRUE(table->userMoveRow({0, 0}, {0, 0}));
-  EXPECT_THAT(editing->calls, IsEmpty()) << "a row that is put back has not moved";
+  EXPECT_THAT(editing->calls, IsEmpty()) << "a row that returns to its place has not moved";
 }
 
 TEST_F(UITableViewInteractionTest, ADelegateThatHasDiedIsNotAsked) {

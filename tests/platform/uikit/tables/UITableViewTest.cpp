@@ -47,7 +47,7 @@ TEST_F(UITableViewTest, ARecycledCellKeepsWhatNobodySetAnew) {
   const auto recycled = table->cellForRowAtIndexPath({0, 4});
   EXPECT_EQ(recycled->editingAccessoryView(), chevron);
   EXPECT_EQ(recycled->textLabel()->textColor()->systemName(), "systemRedColor");
-  EXPECT_EQ(recycled->textLabel()->text(), "e") << "what the page sets is set";
+  EXPECT_EQ(recycled->textLabel()->text(), "e") << "the setters take effect";
 }
 
 TEST_F(UITableViewTest, ReloadingRecyclesToo) {
@@ -61,7 +61,7 @@ TEST_F(UITableViewTest, ReloadingRecyclesToo) {
   EXPECT_EQ(table->subviews().size(), 1U) << "the cells of the other rows have left";
 }
 
-// So that a presenter sees the same cells in the same places.
+// A presenter then sees the same cells in the same places.
 TEST_F(UITableViewTest, ARowGetsItsCellBackWhenTheTableIsLoadedAgain) {
   source->sections = {{"a", "b", "c"}};
   table->reloadData();
@@ -122,7 +122,7 @@ TEST_F(UITableViewTest, ARowScrollsIntoSight) {
   table->layoutIfNeeded();
   EXPECT_THAT(visibleTexts(), ElementsAre("e", "f", "g", "h"));
   table->scrollToRowAtIndexPath({0, 5});
-  EXPECT_EQ(table->contentOffset(), (Point{0, 200})) << "it is in sight already";
+  EXPECT_EQ(table->contentOffset(), (Point{0, 200})) << "it is already visible";
   table->scrollToRowAtIndexPath({4, 4});
   EXPECT_EQ(table->contentOffset(), (Point{0, 200}));
 }
@@ -155,7 +155,7 @@ TEST_F(UITableViewTest, RowsAreFortyFourPointsHighUnlessTold) {
   EXPECT_EQ(table->heightOfRow({0, 0}), 60);
   source->rowHeight = 0;
   table->reloadData();
-  EXPECT_EQ(table->heightOfRow({0, 0}), 0) << "a row may be told to have no height";
+  EXPECT_EQ(table->heightOfRow({0, 0}), 0) << "a row may have a height of zero";
 }
 
 TEST_F(UITableViewTest, AnAutomaticRowGrowsWithItsText) {
@@ -206,7 +206,7 @@ TEST_F(UITableViewTest, ADataSourceThatGivesNoCellRaises) {
     EXPECT_EQ(exception.reason(),
               "UITableView failed to obtain a cell from its dataSource for row 1 of section 0");
   }
-  // One can go on with the other rows; the one without a cell says what is wrong.
+  // The other rows remain usable; the row without a cell has the reason.
   table->layoutIfNeeded();
   EXPECT_THAT(visibleTexts(), ElementsAre("a", "c"));
   EXPECT_TRUE(table->rowProblem({0, 1}).has_value());
@@ -267,7 +267,7 @@ TEST_F(UITableViewTest, ScrollingTellsTheDelegate) {
   table->setContentOffset({0, -0.5});
   table->setContentOffset({0, 0});
   EXPECT_THAT(delegate->offsets, ElementsAre(-0.5, 0));
-  EXPECT_EQ(table->heightOfRow({0, 0}), 44) << "a delegate of scroll views has no heights";
+  EXPECT_EQ(table->heightOfRow({0, 0}), 44) << "a scroll view delegate has no heights";
 }
 
 TEST_F(UITableViewTest, HeadersAndFootersTakeTheirTextsHeight) {

@@ -95,7 +95,7 @@ TEST_F(UITableViewUpdatesTest, AnUpdateThatDoesNotFitTheDataSourceRaises) {
     EXPECT_EQ(exception.reason(),
               "Invalid update: section 0 has 4 rows after the update, and its data source has 3");
   }
-  EXPECT_EQ(table->numberOfRowsInSection(0), 3) << "the table shows what the data source says";
+  EXPECT_EQ(table->numberOfRowsInSection(0), 3) << "the table shows the data source's rows";
   table->layoutIfNeeded();
   EXPECT_THAT(visibleTexts(), ElementsAre("a", "b", "c", "x"));
 }
@@ -168,7 +168,7 @@ TEST_F(UITableViewUpdatesTest, AReloadKeepsTheIdentityOfWhatARowStandsFor) {
   EXPECT_EQ(table->rowToken({0, 0}), before[1]);
   EXPECT_EQ(table->rowToken({1, 1}), before[2]) << "the second row of the same name";
   EXPECT_EQ(table->rowToken({0, 1}), other);
-  EXPECT_GT(table->rowToken({0, 2}), other) << "an identity is never used again";
+  EXPECT_GT(table->rowToken({0, 2}), other) << "an identity is never reused";
 }
 
 TEST_F(UITableViewUpdatesTest, RowsAndViewsNeverShareAnIdentity) {

@@ -10,7 +10,7 @@ namespace {
 
 using namespace platform;
 
-// A slope of colours, which both formats make small.
+// A colour gradient, which both formats compress well.
 std::shared_ptr<UIImage> makeSlope(std::uint32_t side) {
   ImagePixels pixels{side, side, {}};
   for (std::uint32_t y = 0; y < side; ++y) {
@@ -27,8 +27,8 @@ class ImageThreadsTest : public ::testing::Test {
  protected:
   static constexpr int threads = 4;
 
-  // Runs the work on several background threads while the main thread does its own; what each of
-  // the threads gives.
+  // Runs the work on several background threads while the main thread does its own. Returns the
+  // result of each thread.
   template <class Work, class MainWork>
   auto together(Work work, MainWork mainWork) {
     std::vector<decltype(work())> results(threads);
@@ -83,7 +83,7 @@ TEST_F(ImageThreadsTest, AFileIsDecodedAndEncodedOnSeveralThreads) {
   }
 }
 
-// The failing of one encoding, which leaves the library by a jump, is no matter of another's.
+// A failed encoding, which leaves the library by a jump, must not affect another one.
 TEST_F(ImageThreadsTest, AnEncodingThatEndsAtItsLimitDisturbsNoOther) {
   const auto image = makeSlope(150);
   const auto expected = UIImagePNGRepresentation(image);

@@ -11,7 +11,7 @@ using ::testing::IsEmpty;
 
 using State = UIGestureRecognizerState;
 
-// The page that a press is reported to.
+// The target of the recogniser.
 class PressTarget : public Object {
   PLATFORM_CLASS(PressTarget)
 

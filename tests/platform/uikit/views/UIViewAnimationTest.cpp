@@ -37,7 +37,7 @@ TEST_F(UIViewAnimationTest, AChangedViewRemembersTheAnimation) {
   EXPECT_FALSE(untouched->lastAnimation().has_value());
   const std::uint64_t first = view->lastAnimation()->identifier;
   view->setAlpha(0.7);
-  EXPECT_EQ(view->lastAnimation()->identifier, first) << "a plain change is no new animation";
+  EXPECT_EQ(view->lastAnimation()->identifier, first) << "a plain change is not a new animation";
   UIView::animateWithDuration(0.3, [&] { view->setAlpha(0.6); });
   EXPECT_GT(view->lastAnimation()->identifier, first);
 }
@@ -90,7 +90,7 @@ TEST_F(UIViewAnimationTest, ANegativeDurationIsNone) {
   UIView::animateWithDuration(
       -1, [&] { view->setAlpha(0); }, [&](bool) { ++completions; });
   EXPECT_EQ(view->lastAnimation()->duration, 0);
-  EXPECT_EQ(completions, 0) << "the completion waits for the run loop in any case";
+  EXPECT_EQ(completions, 0) << "the completion always waits for the run loop";
   advance(0);
   EXPECT_EQ(completions, 1);
 }

@@ -59,7 +59,7 @@ TEST_F(UIViewLayoutTest, AFrameOfNegativeSizeIsEmpty) {
   EXPECT_EQ(parent->frame(), (Rect{0, 0, 0, 0}));
 }
 
-// The banner of a page: as high as the header, 50 points away from either side.
+// Like the banner of a page: as high as the header, 50 points from each side.
 TEST_F(UIViewLayoutTest, AnImageViewIsPlacedWithinAHeader) {
   const auto header = makeWithFrame<UIView>({0, 0, 390, 100});
   const auto image = make<UIImageView>();
@@ -92,8 +92,8 @@ TEST_F(UIViewLayoutTest, FourPinnedEdgesFillTheView) {
   EXPECT_EQ(table->frame(), (Rect{0, 0, 390, 700}));
 }
 
-// The title of a colour row: centred in the cell, 10 points from its leading edge, and 10 points
-// before the trailing edge of another view within it.
+// Like the title of a colour row: vertically centred in the cell, 10 points from its leading edge,
+// and 10 points before the trailing edge of a view inside another view.
 TEST_F(UIViewLayoutTest, AConstraintMayReachIntoAnotherBranch) {
   const auto content = addChild({0, 0, 80, 44}, 0);
   const auto label = make<UILabel>();

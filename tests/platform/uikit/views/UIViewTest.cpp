@@ -7,7 +7,7 @@ namespace {
 using namespace platform;
 using ::testing::ElementsAre;
 
-// Counts what a view is told.
+// Counts the notifications of a view.
 class WatchingView : public UIView {
  public:
   void tintColorDidChange() override { ++tintChanges; }
@@ -128,7 +128,7 @@ TEST_F(UIViewTest, AChangeIsCountedOnTheViewThatChanged) {
   EXPECT_LE(parent->lastChange(), seen);
   const std::uint64_t after = UIKitState::current().changeCount();
   child->setAlpha(0.5);
-  EXPECT_EQ(UIKitState::current().changeCount(), after) << "the same value is no change";
+  EXPECT_EQ(UIKitState::current().changeCount(), after) << "the same value is not a change";
 }
 
 TEST_F(UIViewTest, AChangeOfTheLayerIsAChangeOfTheView) {
@@ -137,7 +137,7 @@ TEST_F(UIViewTest, AChangeOfTheLayerIsAChangeOfTheView) {
   layer->setCornerRadius(14.5);
   EXPECT_GT(child->lastChange(), seen);
   child.reset();
-  layer->setCornerRadius(2);  // the view is gone: nobody to tell
+  layer->setCornerRadius(2);  // the view is gone and is not notified
   EXPECT_EQ(layer->cornerRadius(), 2);
 }
 
