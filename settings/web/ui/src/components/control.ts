@@ -6,10 +6,10 @@ import './slider.js';
 import './switch.js';
 import './text-field.js';
 
-/** The kinds that take input by themselves, inside a row or alone. */
+/** The kinds of nodes that take input, inside a row or alone. */
 export const controlKinds: readonly Kind[] = ['switch', 'segmented', 'slider', 'textField'];
 
-/** The control for a node, or nothing where the node is no control. `name` is what it is called. */
+/** The control for a node, or nothing if the node is not a control. `name` is its accessible name. */
 export function controlFor(context: Context, id: string, name: string, enabled: boolean): TemplateResult | undefined {
   const node = context.tree.nodes[id];
   if (!node) return undefined;

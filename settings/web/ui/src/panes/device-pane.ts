@@ -16,7 +16,7 @@ export function devicePane(context: Context): TemplateResult {
   </button>`;
 }
 
-/** A value that is not on the list is shown as it is. */
+/** A value that is not in the list is shown unchanged. */
 function choice(context: Context, { name, label, value: current, choices }: Trait): TemplateResult {
   const all = choices.some(([value]) => value === current) ? choices : [...choices, [current, current]];
   return html`<label class="trait"><span>${label}</span><span class="choice"><select data-trait=${name} .value=${live(current)}
@@ -25,7 +25,7 @@ function choice(context: Context, { name, label, value: current, choices }: Trai
   </select></span></label>`;
 }
 
-/** The browser's own colour field knows no alpha. */
+/** The browser's colour field does not support alpha. */
 function colour(context: Context, { name, label, value }: Trait): TemplateResult {
   const shown = `#${parseTint(value).map((part) => part.toString(16).padStart(2, '0')).join('')}`;
   return html`<label class="trait"><span>${label}</span><input type="color" data-trait=${name} .value=${live(shown)}
@@ -36,7 +36,7 @@ function setTrait(context: Context, name: string, value: string): void {
   void context.act({ action: 'trait', name, value });
 }
 
-/** The stand-ins for other products' classes, which pages find by name and must do without where they are not installed. */
+/** The stand-ins for other products' classes. Pages find them by name and must work without them. */
 function neighbours(context: Context): TemplateResult | typeof nothing {
   const all = Object.entries(context.tree.device.neighbours ?? {});
   if (all.length === 0) return nothing;

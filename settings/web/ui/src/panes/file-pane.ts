@@ -1,4 +1,4 @@
-// The preference file as it is on the disk, with what the last tap changed.
+// The preference file as it is on the disk, with the changes of the last tap.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import { keyed } from 'lit/directives/keyed.js';

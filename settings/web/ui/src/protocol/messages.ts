@@ -27,7 +27,7 @@ export interface RowInfo {
   setter?: string | null;
   action?: string | null;
   detail?: string | null;
-  /** What the getter gives now. */
+  /** The current result of the getter. */
   value?: unknown;
   problem?: string;
   properties?: Record<string, unknown>;
@@ -47,7 +47,7 @@ export interface SideMessage {
   type: 'side';
   file?: FileState;
   log?: LogEntry[];
-  /** The log is the whole one, not what is new. */
+  /** True if the message has the whole log, not only new entries. */
   logFromStart?: boolean;
   programs?: ProgramRecord[];
   row?: RowInfo;
@@ -67,14 +67,14 @@ export interface Action {
   [member: string]: unknown;
 }
 
-/** A number of a property list as it was written, so that 1.0 stays a real and 2^63 stays exact. */
+/** A number of a property list in its original spelling, so 1.0 stays a real and 2^63 stays exact. */
 export class NumberText {
   constructor(readonly source: string) {}
 }
 
 /**
- * A message of the server, or nothing where the text is none. In the panes' messages the numbers of
- * property lists keep their spelling where the browser can tell it.
+  * Parses a message of the server; undefined if the text is not a message. In the panes' messages the
+  * numbers of property lists keep their spelling if the browser supports it.
  */
 export function parseMessage(text: string): ServerMessage | undefined {
   try {

@@ -1,4 +1,4 @@
-// A picture of the user's own on its way to the server, which gives it a name to be chosen by.
+// Uploads the user's own picture to the server, which returns a name to choose it by.
 
 export type SentPhoto = { name: string } | { name?: undefined; problem: string };
 

@@ -1,5 +1,5 @@
-// What the page knows: the tree, the panes, and what has just been said. It changes only by what the
-// server sends; nothing that the user does changes it by itself.
+// The page's state: the tree, the panes, and the last announcement. Only messages of the server change
+// it; user actions do not change it directly.
 
 import type { EventMessage, FileState, LogEntry, ProgramRecord, RowInfo, ServerMessage, SideMessage } from './messages.js';
 import { applyPatch, PatchError } from './patch.js';
@@ -9,7 +9,7 @@ const logLimit = 2000;
 
 export interface Sides {
   file?: FileState;
-  /** Counts the files that came, so that a change that comes twice is lit up twice. */
+  /** Counts the received files, so that a change that comes twice is highlighted twice. */
   fileCount: number;
   log: LogEntry[];
   programs: ProgramRecord[];
@@ -19,7 +19,7 @@ export interface Sides {
 export interface Outcome {
   refused?: string;
   event?: EventMessage;
-  /** The message does not follow on what is here: the whole tree must be asked for. */
+  /** The message does not follow the current revision: request the whole tree. */
   gap?: boolean;
   treeChanged?: boolean;
 }
@@ -30,7 +30,7 @@ export class PageState {
   sides: Sides = { fileCount: 0, log: [], programs: [] };
   private _resyncing = false;
 
-  /** Takes one message in and says what follows from it. */
+  /** Applies one message and returns what follows from it. */
   take(message: ServerMessage): Outcome {
     switch (message.type) {
       case 'tree':

@@ -1,5 +1,5 @@
-// The view tree as the server sends it (docs/tree.md). A member that has its default value is
-// absent, so every optional one is read through a default where it is shown.
+// The view tree as the server sends it (docs/tree.md). Members with their default value are absent, so
+// code that shows an optional member supplies the default.
 
 export type Color = { name: string } | { rgba: [number, number, number, number] };
 
@@ -62,7 +62,7 @@ export interface TableNode extends Common {
   kind: 'table';
   style?: 'grouped' | 'insetGrouped' | 'plain';
   editing?: boolean;
-  /** A long press on a row may do something. */
+  /** A long press on a row may have an effect. */
   pressable?: boolean;
   offset?: number;
   contentHeight?: number;
@@ -72,7 +72,7 @@ export interface SectionNode extends Common {
   index?: number;
   header?: string;
   footer?: string;
-  /** Where its first row begins in the table's content. */
+  /** The y of the first row in the table's content. */
   rowsTop?: number;
 }
 export interface RowNode extends Common {
@@ -174,11 +174,11 @@ export interface Device {
   appearance?: 'light' | 'dark';
   textScale?: number;
   tint?: string;
-  /** Classes that pages find by name, and whether they will be there at the next opening. */
+  /** Classes that pages find by name, and whether they will exist when Settings is opened next. */
   neighbours?: Record<string, boolean>;
 }
 
-/** A trait of the device as people set it, with the values that are offered; none for a colour. */
+/** A trait of the device, with the offered values; a colour has none. */
 export interface Trait {
   name: string;
   label: string;
@@ -196,13 +196,13 @@ export interface Tree {
   application?: { program: string; bundle: string };
 }
 
-/** The node of this name and kind, or nothing where the tree has no such node. */
+/** The node with this name and kind, or undefined if the tree has no such node. */
 export function nodeOf<K extends Kind>(tree: Tree, id: string, kind: K): Extract<TreeNode, { kind: K }> | undefined {
   const node = tree.nodes[id];
   return node?.kind === kind ? (node as Extract<TreeNode, { kind: K }>) : undefined;
 }
 
-/** The names of the children of a node that are of one kind, in their order. */
+/** The names of a node's children of one kind, in their order. */
 export function childrenOf(tree: Tree, id: string, kind: Kind): string[] {
   return (tree.nodes[id]?.children ?? []).filter((child) => tree.nodes[child]?.kind === kind);
 }
