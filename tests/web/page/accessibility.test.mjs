@@ -28,8 +28,8 @@ for (const appearance of ['light', 'dark']) {
       const { page, context, server, trouble } = await openAlone(browser, fixture.tree, { viewport: { width, height }, reducedMotion: 'reduce' });
       server.send(side);
       server.send({ type: 'event', event: 'homeScreenRestarted' });
-      await page.getByText('The home screen restarted. It reads').waitFor();
-      // In a window no larger than a phone every tab has the page to itself: it has no landmark around it.
+      await page.getByText('The home screen restarted and reread').waitFor();
+      // In a window no larger than a phone, every tab fills the page and has no landmark around it.
       const impacts = size === 'phone window' ? undefined : anyImpact;
       await assertAccessible(page, 'the page', impacts);
       if (size !== 'wide') {

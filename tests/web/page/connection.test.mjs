@@ -43,8 +43,8 @@ test('a tap without a connection is refused aloud and never sent later', async (
   await server.socket.close();
   await banner(page).waitFor();
   await page.getByRole('button', { name: 'Respring' }).click();
-  await page.getByRole('status').getByText('There is no connection: nothing was done.').waitFor();
-  // By then the pause is long enough for a click to come before its end.
+  await page.getByRole('status').getByText('No connection: the action was not sent.').waitFor();
+  // The pause is now long enough for a click before its end.
   await eventually(() => server.attempts >= 5, 'it is tried again and again');
   server.accepting = true;
   await page.getByRole('button', { name: 'Try now' }).click();

@@ -12,7 +12,7 @@ after(() => browser.close());
 
 const replace = (node, member, value) => ({ op: 'replace', path: `/nodes/${node}/${member}`, value });
 
-/** What a bundle that takes every value does. */
+/** Acts like a bundle that accepts every value. */
 function accepting(action) {
   switch (action.action) {
     case 'toggle': return [replace(action.node, 'on', action.on)];
@@ -36,7 +36,7 @@ async function open(options, answer = accepting, device) {
   return { ...opened, ...fixture, row, node, close };
 }
 
-/** The last action without what only orders it. */
+/** The last action without its sequence number and type. */
 const last = (server) => {
   const { type, sequence, ...action } = server.actions.at(-1) ?? {};
   return action;

@@ -53,7 +53,7 @@ test('an alert takes the focus, keeps it, answers, and gives it back', async () 
   await context.close();
 });
 
-/** What a screen reader says of the dialog when it comes: its name, and what it is described by. */
+/** What a screen reader says when the dialog opens: its name and its description. */
 const spoken = (page) => page.getByRole('alertdialog').evaluate((dialog) => [
   dialog.getAttribute('aria-label'),
   ...(dialog.getAttribute('aria-describedby')?.split(' ') ?? []).map((id) => document.getElementById(id)?.textContent),
@@ -66,7 +66,7 @@ test('a dialog is read aloud with all that it asks, and nothing twice', async ()
     [{ kind: 'alert', style: 'sheet', title: restart.title, actions }, [restart.title]],
     [{ kind: 'alert', style: 'alert', message: restart.message, actions }, [restart.message]],
     [{ kind: 'crash', name: 'NSRangeException', reason: 'index 4' }, ['Crash: NSRangeException', 'index 4']],
-    [{ kind: 'waiting', program: '/bin/bash' }, ['The page waits for a program', '/bin/bash has not ended yet. On a device nothing could be touched until it does.']],
+    [{ kind: 'waiting', program: '/bin/bash' }, ['The page waits for a program', '/bin/bash has not ended yet. A device would not respond until it ends.']],
   ]) {
     const { page, context } = await present(node);
     assert.deepEqual(await spoken(page), said);
@@ -88,7 +88,7 @@ test('Escape cancels a sheet, or closes one that offers no cancelling', async ()
 
 test('a crash is reported with name and reason, and one can go on or start anew', async () => {
   const crash = { kind: 'crash', name: 'NSInvalidArgumentException', reason: '-[HBPreferences setFloat:forKey:]: unrecognized selector sent to instance', where: 'tap' };
-  for (const [button, action] of [['Continue with the page as it is', 'continue'], ['Start Settings anew', 'restart']]) {
+  for (const [button, action] of [['Continue with the page as it is', 'continue'], ['Restart Settings', 'restart']]) {
     const { page, context, last } = await present(crash);
     await page.getByText('NSInvalidArgumentException').waitFor();
     await page.getByText(crash.reason).waitFor();

@@ -21,7 +21,7 @@ async function openRows({ options, ...rules } = {}) {
   const { page, server } = opened;
   const row = (title) => page.locator('.rows > .row:not(.ghost)', { hasText: title });
   const handle = (title) => page.getByRole('button', { name: new RegExp(`^Move ${title}`) });
-  /** The titles as they stand in the document, section by section. */
+  /** The titles in the order of the document, section by section. */
   const shown = () => page.locator('.section').evaluateAll((sections) => sections.map((section) =>
     [...section.querySelectorAll('.rows > .row:not(.ghost) .text')].map((text) => text.textContent)));
   const said = () => page.locator('[data-live]').textContent();
@@ -121,7 +121,7 @@ test('the last row of a section leaves it empty, and comes back into it', async 
   await context.close();
 });
 
-/** The whole drag between two frames of the browser, as a slow machine sees it. */
+/** The whole drag between two frames of the browser, as on a slow machine. */
 const dragAtOnce = (page, handle, goal) => handle.evaluate((element, to) => {
   const { x, y, width, height } = element.getBoundingClientRect();
   const point = { pointerId: 1, isPrimary: true, bubbles: true, clientX: x + width / 2 };

@@ -121,11 +121,11 @@ test('an address that the user has let out is offered as a link, and opened by n
   await context.close();
 });
 
-test('what is no address of the web never becomes a link', async () => {
+test('only web addresses become links', async () => {
   const { page, context, server } = await openLinks();
   for (const url of ['javascript:alert(1)', 'file:///etc/passwd', 'no address', undefined]) {
     server.send({ type: 'event', event: 'openURL', url });
-    await page.getByText(`This is no address of the web: ${url ?? ''}`).first().waitFor();
+    await page.getByText(`Not a web address: ${url ?? ''}`).first().waitFor();
   }
   assert.equal(await page.locator('.notice a').count(), 0);
   await context.close();

@@ -14,7 +14,7 @@ after(() => browser.close());
 
 const titles = Array.from({ length: count }, (_, index) => `Module ${index}`);
 
-/** A table of a thousand rows; scrolling gives the rows that come into sight their cells, as the application does. */
+/** A table of a thousand rows. Scrolling creates the cells of rows that become visible, as the application does. */
 async function openLong(options) {
   const fixture = movableRows(['Phone', 'Camera', 'Torch'], titles);
   const { builder, tree, lists } = fixture;

@@ -9,7 +9,7 @@ let browser;
 before(async () => { browser = await launchBrowser(); });
 after(() => browser.close());
 
-/** A choice's own page, put on top of the one that is shown. */
+/** The page of a choice, pushed on top of the shown page. */
 function pushChoices(fixture) {
   const { builder, tree } = fixture;
   const known = new Set(Object.keys(builder.nodes));

@@ -12,7 +12,7 @@ after(() => browser.close());
 
 const rgba = [1, 0, 0, 1];
 
-/** A picker over the page; `pick` is answered as the application does it. */
+/** A picker over the page; `pick` is answered as the application would. */
 async function openPicker(node, { device, ...options } = {}) {
   const fixture = everyKind(device);
   const { tree, builder } = fixture;
@@ -233,7 +233,7 @@ test('a busy picker is dimmed, shows that it works, and takes no other picture',
   });
   await page.getByRole('progressbar', { name: 'Busy' }).waitFor();
   assert.equal(await page.getByRole('button', { name: 'beach.jpg' }).isDisabled(), true);
-  // The sheet comes in from below.
+  // The sheet slides in from below.
   await eventually(async () => {
     const sheet = await page.locator('.image-picker').boundingBox();
     const spinner = await page.getByRole('progressbar').boundingBox();

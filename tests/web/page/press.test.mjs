@@ -9,7 +9,7 @@ let browser;
 before(async () => { browser = await launchBrowser(); });
 after(() => browser.close());
 
-/** A table that watches for long presses, as long as one has to scroll it. */
+/** A table that handles long presses and is long enough to scroll. */
 async function openColors(options) {
   const b = new TreeBuilder();
   const rows = Array.from({ length: 30 }, (_, index) => b.buttonRow(`color${index}`, `Color ${index}`));

@@ -9,7 +9,7 @@ let browser;
 before(async () => { browser = await launchBrowser(); });
 after(() => browser.close());
 
-/** The operations that put a new switch into a section. */
+/** The operations that insert a new switch into a section. */
 function insertSwitch(fixture, section, place, identifier, title) {
   const known = new Set(Object.keys(fixture.builder.nodes));
   const row = fixture.builder.switchRow(identifier, title, false);
@@ -62,7 +62,7 @@ test('rows come and go with movement, and without where it is not wanted', async
     const { page, context, server, trouble } = await openAlone(browser, fixture.tree, { reducedMotion });
     const running = () => page.evaluate(() => document.getAnimations().filter((each) => !(each instanceof CSSTransition)
       && each.effect.target.closest('.rows')).length);
-    // Counted as they begin: a busy machine may look only after they have ended.
+    // Counts the animations when they start: on a busy machine a later check may come after their end.
     await page.evaluate(() => {
       const { animate } = Element.prototype;
       globalThis.begun = 0;

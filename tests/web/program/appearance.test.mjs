@@ -12,7 +12,7 @@ const color = 'backgroundColor';
 const cleared = '#FA0000:0.0';
 const phone = { viewport: { width: 390, height: 844 }, hasTouch: true, isMobile: true };
 
-/** Goes to the customize page, and on to one of its lists of colours. */
+/** Opens the customize page, then one of its lists of colours. */
 async function goTo(opened, list) {
   const { page, row, device } = opened;
   for (const identifier of ['customize', list].filter((each) => each)) {
@@ -30,7 +30,7 @@ async function goTo(opened, list) {
 const openColors = async () => goTo(await fresh(), 'globalColors');
 const openCustomize = async () => goTo(await fresh());
 
-/** A tap that takes no time, so that it is never a long press. */
+/** A tap without delay, so that it is never a long press. */
 const tap = (button) => button.dispatchEvent('click');
 
 const ways = {
@@ -138,7 +138,7 @@ for (const [how, hold] of Object.entries(holds)) {
 
 test('a short press on a colour row is a tap', async () => {
   const { row, dialog, stored, trouble } = await openColors();
-  // Both in one go: on a slow machine a second passes between two messages of a mouse.
+  // Sends both at once: on a slow machine a second may pass between two mouse messages.
   await row(color).getByRole('button').evaluate((button) => {
     const point = { pointerId: 1, isPrimary: true, bubbles: true };
     for (const type of ['pointerdown', 'pointerup']) button.dispatchEvent(new PointerEvent(type, point));
@@ -150,7 +150,7 @@ test('a short press on a colour row is a tap', async () => {
 
 const thumbnail = (row) => row('backgroundImageTextCell').locator('.accessory-view img');
 
-/** Opens the photos from the page, where no picture is set. */
+/** Opens the photos from a page without a background image. */
 async function openPhotos(opened) {
   const { row, dialog } = opened;
   await row('backgroundImageCell').getByRole('button', { name: 'Set background image' }).click();
@@ -220,7 +220,7 @@ test('a picture that is chosen from the disk becomes the background image; what 
   assert.equal(await stored('backgroundImage'), undefined);
   await choose('mine.png', tinyPng);
   await assertStored(opened);
-  // The browser tells of each file that was not taken, too.
+  // The browser also reports each file that was refused.
   assert.deepEqual(trouble.filter((each) => !each.includes('422')), []);
 });
 
@@ -239,7 +239,7 @@ test('a picture that is dropped on the picker becomes the background image', asy
   assert.deepEqual(trouble, []);
 });
 
-/** Keeps how the picker looks as soon as it shows that it is busy. */
+/** Records the look of the picker as soon as it shows that it is busy. */
 async function watchBusy(page) {
   await page.evaluate(() => {
     new MutationObserver((_, observer) => {

@@ -17,7 +17,7 @@ const camera = 'com.apple.control-center.CameraModule';
 const active = 'Active modules (min 3, max 4)';
 const phone = { viewport: { width: 390, height: 844 }, hasTouch: true, isMobile: true };
 
-/** Goes to the page that a row of the root page leads to, and says what is to be seen there. */
+/** Opens the page behind a row of the root page, and returns what it shows. */
 async function goTo(identifier, opened) {
   const { page, row, device } = opened;
   await row(identifier).scrollIntoViewIfNeeded();
@@ -67,7 +67,7 @@ test('modules are arranged by a finger on their handles', async () => {
   assert.equal(await close(), 0);
 });
 
-/** Keeps where pictures of rows fly to when they are let go, as heights above the table's top. */
+/** Records where pictures of dropped rows move to, as distances from the table's top. */
 async function watchFlights(page) {
   await page.evaluate(() => {
     globalThis.flights = [];
@@ -259,7 +259,7 @@ test('available modules bear their names and icons', async () => {
   await eventually(() => icon.evaluate((image) => image.complete && image.naturalWidth > 0), 'the icon is there');
 });
 
-/** What is in the middle of the screen, and how many rows are in the document. */
+/** The row in the middle of the screen, and the number of rows in the document. */
 const inSight = (page) => page.locator('.screen').evaluate((screen) => {
   const { left, top, width, height } = screen.getBoundingClientRect();
   const row = document.elementFromPoint(left + width / 2, top + height / 2)?.closest('.row');

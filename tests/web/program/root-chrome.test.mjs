@@ -8,10 +8,10 @@ const { fresh, open, openNext } = useProgram();
 
 const style = (locator, name) => locator.evaluate((element, property) => getComputedStyle(element)[property], name);
 const scrollTo = (page, top) => page.locator('.page:not(.ghost) .table-scroll').evaluate((scroller, y) => { scroller.scrollTop = y; }, top);
-/** A length in the points of the device, which may be shown smaller than it is. */
+/** A length in the points of the device, which may be shown smaller than its real size. */
 const offsets = (locator) => locator.evaluate(({ offsetLeft, offsetTop, offsetWidth, offsetHeight }) => [offsetLeft, offsetTop, offsetWidth, offsetHeight]);
 
-/** A row in sight, with its cell. */
+/** A visible row, with its cell. */
 async function revealed(row, identifier) {
   await row(identifier).scrollIntoViewIfNeeded();
   await row(identifier).locator('.cell').waitFor();
@@ -138,7 +138,7 @@ test('the version row shows what the package manager says', async () => {
 const endless = 'exec sleep 86400';
 const waitingFor = '/bin/bash dpkg -s com.hollowmere.zentrova has not ended yet.';
 
-/** Taps the version row of a device on which the program behind it is another. */
+/** Taps the version row of a device on which the program behind it was replaced. */
 async function askVersion(script) {
   const opened = await open({ reducedMotion: 'reduce', prepare: (device) => device.putProgram('bin/bash', script) });
   await (await revealed(opened.row, 'version')).getByRole('button').click();

@@ -10,14 +10,14 @@ const { fresh, open, openNext } = useProgram();
 const radio = (row, index) => row.getByRole('radio').nth(index);
 const isSelected = async (row, index) => eventually(async () => (await radio(row, index).getAttribute('aria-checked')) === 'true', `segment ${index} is selected`);
 
-/** Brings a row into sight as a finger does; a row out of sight has no control. */
+/** Scrolls a row into view as a finger does; a hidden row has no control. */
 async function reveal(row) {
   await row.scrollIntoViewIfNeeded();
   await row.locator('.cell').waitFor();
   return row;
 }
 
-/** The identifiers of the rows that are shown, in their order. */
+/** The identifiers of the shown rows, in their order. */
 const identifiers = (page) => page.locator('.page:not(.ghost) .row:not(.ghost)').evaluateAll((rows) => rows.map((row) => row.dataset.identifier));
 
 test('the presentation style brings both switches in their order, and what is set is in the file', async () => {

@@ -7,7 +7,7 @@ const { open } = useProgram();
 
 const scrollerOf = (page) => page.locator('.page:not(.ghost) .table-scroll');
 
-/** The rows in sight that show nothing. */
+/** The visible rows that show nothing. */
 function emptyRows(page) {
   return scrollerOf(page).evaluate((scroller) => {
     const sight = scroller.getBoundingClientRect();

@@ -78,7 +78,7 @@ export class TreeBuilder {
     return this.row(identifier, title, cell, { height });
   }
 
-  /** A row that stands for a web link: `tile` is laid over its picture, with `over` in it. */
+  /** A row for a web link: `tile` covers its picture and contains `over`. */
   linkRow(identifier, title, { subtitle, size = 29, layer, initials, avatar, lines = 1, tint = [0, 122 / 255, 1, 1] }) {
     const bounds = [0, 0, size, size];
     const over = initials === undefined
@@ -112,7 +112,7 @@ export class TreeBuilder {
   }
 }
 
-/** A page with a row of every kind. `ids` names what tests reach for. */
+/** A page with a row of every kind. `ids` names the nodes that tests use. */
 export function everyKind(device, bar) {
   const b = new TreeBuilder(device);
   const rows = {
@@ -140,8 +140,8 @@ export function everyKind(device, bar) {
 }
 
 /**
- * Two lists between which rows are moved, and what the application does with "move" and "commit":
- * the rows stay where `accepts` says no.
+  * Two lists between which rows can be moved, and the application's handling of "move" and "commit":
+  * a row stays in its place if `accepts` returns false.
  */
 export function movableRows(active, available, { device, accepts = () => true, style = 'grouped' } = {}) {
   const b = new TreeBuilder(device);

@@ -4,7 +4,7 @@ import { importSource } from '../support/source.mjs';
 
 const { anchorsOf, toPage, toTable } = await importSource('components/scroll-map');
 
-// A header of 100 on both sides; a row of 44 that takes 88 on the page; one that is 44 on both, 20 lower.
+// A header of 100 on both sides; a row of 44 that is 88 high on the page; a row of 44 on both, 20 lower.
 const anchors = anchorsOf([
   { page: 100, pageHeight: 88, table: 100, tableHeight: 44 },
   { page: 208, pageHeight: 44, table: 154, tableHeight: 44 },

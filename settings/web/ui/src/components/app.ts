@@ -108,7 +108,7 @@ export class ZvApp extends LightElement {
     if (event.event === 'openURL') this._offerAddress(event.url);
     if (event.event !== 'homeScreenRestarted') return;
     this._restarts += 1;
-    this._notify('restarted', 'The home screen restarted. It reads the preference file anew.');
+    this._notify('restarted', 'The home screen restarted and reread the preference file.');
   }
 
   // A repeated text gets an inaudible suffix, because a live region announces only changes.
@@ -124,7 +124,7 @@ export class ZvApp extends LightElement {
   // The notice stays until the user follows or dismisses it; the page never opens a link by itself.
   private _offerAddress(url: string | undefined): void {
     const address = webAddress(url);
-    if (address === undefined) this._notify('refused', `This is no address of the web: ${url ?? ''}`);
+    if (address === undefined) this._notify('refused', `Not a web address: ${url ?? ''}`);
     else this._addNotice({ kind: 'address', text: 'The device would open this page:', address });
   }
 
@@ -144,7 +144,7 @@ export class ZvApp extends LightElement {
   private async _act(action: Action): Promise<void> {
     const answered = this._connection.send(action);
     if (answered) await answered;
-    else if (action.action !== 'scroll' && action.action !== 'bounds') this._notify('refused', 'There is no connection: nothing was done.');
+    else if (action.action !== 'scroll' && action.action !== 'bounds') this._notify('refused', 'No connection: the action was not sent.');
     // Controls that waited for the answer now show the tree's state.
     this.requestUpdate();
     await this.updateComplete;

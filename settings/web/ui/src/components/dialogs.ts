@@ -48,7 +48,7 @@ export function waitingDialog(context: Context, id: string, node: WaitingNode): 
       <div class="alert-box">
         <div class="alert-text">
           <h2>The page waits for a program</h2>
-          <p id=${textOf(id)}>${node.program ?? ''} has not ended yet. On a device nothing could be touched until it does.</p>
+          <p id=${textOf(id)}>${node.program ?? ''} has not ended yet. A device would not respond until it ends.</p>
         </div>
         <div class="alert-actions"><button type="button" class="alert-action default" @click=${stop}>Stop</button></div>
       </div>
@@ -69,7 +69,7 @@ export function crashReport(context: Context, id: string, node: CrashNode): Temp
         ${node.where ? html`<dt>Where</dt><dd>${node.where}</dd>` : nothing}
       </dl>
       <button type="button" class="big-button" @click=${go('continue')}>Continue with the page as it is</button>
-      <button type="button" class="big-button secondary" @click=${go('restart')}>Start Settings anew</button>
+      <button type="button" class="big-button secondary" @click=${go('restart')}>Restart Settings</button>
     </div>
   </zv-modal>`;
 }

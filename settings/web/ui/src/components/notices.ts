@@ -37,7 +37,7 @@ export function linkBanner(link: Link, program: string | undefined, retry: () =>
   if (link.state !== 'lost') return nothing;
   return html`<div class="link-banner" role="alert">
     ${warning()}
-    <p><strong>The connection is lost.</strong> What you see is as it was; it is tried again by itself.
+    <p><strong>The connection is lost.</strong> The page shows the last known state and reconnects automatically.
       ${link.attempts >= attemptsUntilAdvice
         ? html`If the server has ended, start ${program === undefined ? 'it again' : html`<code>${program} serve</code>`} and open the address that it prints.`
         : nothing}</p>

@@ -11,7 +11,7 @@ class StyledDirective extends Directive {
 
   constructor(info: PartInfo) {
     super(info);
-    if (info.type !== PartType.ELEMENT) throw new Error('styled() stands on an element');
+    if (info.type !== PartType.ELEMENT) throw new Error('styled() must be used on an element');
   }
 
   render(_styles: Styles): typeof nothing {

@@ -41,7 +41,7 @@ function neighbours(context: Context): TemplateResult | typeof nothing {
   const all = Object.entries(context.tree.device.neighbours ?? {});
   if (all.length === 0) return nothing;
   return html`<details class="neighbours"><summary>Neighbours</summary>
-    <p>Classes of other products that the pages look for. They come and go when Settings is opened anew.</p>
+    <p>Classes of other products that the pages look for. A change takes effect when Settings is reopened.</p>
     ${all.map(([name, isOn]) => html`<label><input type="checkbox" data-neighbour=${name} .checked=${live(isOn)}
       @change=${(event: Event) => setTrait(context, 'neighbour', `${name} ${(event.target as HTMLInputElement).checked ? 'on' : 'off'}`)}>${name}</label>`)}
   </details>`;

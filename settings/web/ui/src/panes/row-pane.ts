@@ -9,7 +9,7 @@ import { shownValue } from './values.js';
 
 export function rowPane(sides: Sides): TemplateResult {
   const { row } = sides;
-  if (!row) return html`<p class="pane-empty">Point at a row, or focus it, to see the specifier behind it. The <kbd>i</kbd> key comes here.</p>`;
+  if (!row) return html`<p class="pane-empty">Point at a row, or focus it, to see the specifier behind it. Press <kbd>i</kbd> to open this pane.</p>`;
   const keys = Object.keys(row.properties ?? {}).sort();
   return html`
     ${row.problem ? html`<div class="file-problem">${warning()}<p>${row.problem}</p></div>` : nothing}

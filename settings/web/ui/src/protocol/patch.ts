@@ -123,7 +123,7 @@ class Draft {
   }
 
   private _test(pointer: string, expected: unknown): void {
-    if (!sameJson(this._get(pointer), expected)) throw new PatchError(`"${pointer}" is not what it should be`);
+    if (!sameJson(this._get(pointer), expected)) throw new PatchError(`"${pointer}" does not have the expected value`);
   }
 }
 
