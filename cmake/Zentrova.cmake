@@ -1,4 +1,4 @@
-# What every target of the project shares: warnings, sanitizers, include root.
+# Settings that all targets of the project share: warnings, sanitizers, include root.
 
 add_library(zentrova_options INTERFACE)
 target_include_directories(zentrova_options INTERFACE ${PROJECT_SOURCE_DIR})
@@ -8,13 +8,13 @@ target_compile_options(zentrova_options INTERFACE
 # (GCC bug 105651). Every other build keeps the warning.
 target_compile_options(zentrova_options INTERFACE
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
-# Under ThreadSanitizer it takes fields of strings for uninitialized that are not.
+# With ThreadSanitizer, g++ falsely reports fields of strings as uninitialized.
 if(ZENTROVA_SANITIZE MATCHES "thread")
   target_compile_options(zentrova_options INTERFACE
     $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
-# Several sources in one translation unit look to it like headers, where a type of an unnamed
-# namespace would be a mistake.
+# In a translation unit of several sources, g++ treats the sources as headers, where a type in an
+# unnamed namespace would be a mistake.
 if(CMAKE_UNITY_BUILD)
   target_compile_options(zentrova_options INTERFACE
     $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
@@ -28,7 +28,7 @@ if(ZENTROVA_SANITIZE)
   target_link_options(zentrova_options INTERFACE -fsanitize=${ZENTROVA_SANITIZE})
 endif()
 if(ZENTROVA_FUZZERS)
-  # A fuzzer is led by what its inputs reach in the code under test.
+  # A fuzzer needs the coverage of the code under test.
   target_compile_options(zentrova_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 if(ZENTROVA_COVERAGE)
@@ -36,8 +36,8 @@ if(ZENTROVA_COVERAGE)
   target_link_options(zentrova_options INTERFACE --coverage)
 endif()
 
-# zentrova_folder(NAME [dependency...]): the sources of this folder and of the rooms in it as one
-# object library. The sources are globbed, so a new file needs no second entry.
+# zentrova_folder(NAME [dependency...]): builds the sources of this folder and its rooms as one object
+# library. The sources are globbed, so a new file needs no entry.
 function(zentrova_folder name)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   if(sources)
@@ -49,8 +49,8 @@ function(zentrova_folder name)
   endif()
 endfunction()
 
-# zentrova_shared_folder(NAME FOLDER): copies the folder to where programs look for their data,
-# bin/../share/NAME, as the target settings_NAME. What is gone from the folder goes there too.
+# zentrova_shared_folder(NAME FOLDER): copies the folder to bin/../share/NAME, where programs look for
+# their data, as the target settings_NAME. Files deleted from the folder are deleted there too.
 function(zentrova_shared_folder name folder)
   set(shared ${CMAKE_BINARY_DIR}/share/${name})
   file(GLOB_RECURSE files CONFIGURE_DEPENDS ${folder}/*)
@@ -66,10 +66,10 @@ function(zentrova_shared_folder name folder)
   endif()
 endfunction()
 
-# zentrova_test(NAME library...): the *Test.cpp of this folder and of the rooms in it as one program.
+# zentrova_test(NAME library...): builds the *Test.cpp of this folder and its rooms as one program.
 function(zentrova_test name)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*Test.cpp)
-  # A folder of threads is a program of its own, since ThreadSanitizer needs only that.
+  # A folder "threads" is a separate program, because ThreadSanitizer needs only that.
   if(NOT name MATCHES "threads")
     list(FILTER sources EXCLUDE REGEX "/threads/")
   endif()
@@ -79,7 +79,7 @@ function(zentrova_test name)
   add_executable(${name} ${sources})
   target_link_libraries(${name} PRIVATE zentrova_options zentrova_test_support ${ARGN})
   if(ZENTROVA_SANITIZE)
-    # The code under test is optimised; optimising the tests' own macros costs half the build.
+    # Only the code under test is optimised; optimising the tests' macros takes half the build time.
     target_compile_options(${name} PRIVATE -O0)
   endif()
   gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST

@@ -12,7 +12,7 @@ const pause = () => new Promise((resolve) => { setTimeout(resolve, pauseMs); });
 export async function eventually(condition, what, limitMs = usualLimitMs) {
   const deadline = Date.now() + limitMs;
   while (!(await condition())) {
-    assert.ok(Date.now() < deadline, `timed out waiting until ${what}`);
+    assert.ok(Date.now() < deadline, `timed out waiting for: ${what}`);
     await pause();
   }
 }
