@@ -13,9 +13,9 @@
 #include "platform/foundation/log/Log.h"
 #include "platform/foundation/objects/DeviceTraits.h"
 #include "platform/foundation/programs/Programs.h"
-#include "settings/application/ActionResult.h"
 #include "settings/application/Time.h"
 #include "settings/device/Product.h"
+#include "settings/tree/ActionResult.h"
 #include "settings/tree/CrashReport.h"
 
 namespace platform {
@@ -29,6 +29,7 @@ namespace settings {
 class ApplicationObserver;
 class SettingsProcess;
 struct PhotoResult;
+struct SidePane;
 struct ThumbnailFile;
 
 struct ApplicationOptions {
@@ -120,6 +121,8 @@ class Application {
   void setPatience(double seconds);
 
   // --- Beside the phone; each as the member of a "side" message in docs/tree.md ---
+  // The panes that are the same for every presenter and sent as a whole.
+  const std::vector<SidePane>& sidePanes() const noexcept;
   // The preference file as it is on the disk now, what is wrong with it, and what changed in it
   // since the user's last action began.
   nlohmann::json filePane();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
@@ -15,6 +16,15 @@ class PSSpecifier;
 }
 
 namespace settings {
+
+// A pane beside the phone that is sent as a whole, each time that it has changed.
+struct SidePane {
+  enum class Source { memory, files };
+
+  std::string name;  // of its member of docs/tree.md's "side" message
+  Source source;     // of files: asked for only where the device's files may have changed
+  std::function<nlohmann::json()> content;
+};
 
 // Members of docs/tree.md's "side" message.
 nlohmann::json logJson(const std::vector<platform::LogEntry>& entries);

@@ -44,7 +44,7 @@ class TreeQuery {
   static bool isNamed(const nlohmann::json& row, const RowAddress& address);
   // The section of a group's identifier or header, or the section that the row stands in.
   FoundNode section(const RowAddress& address) const;
-  // The control of a row that a hand can change: switch, segments, slider, text field.
+  // The control of a row that holds a value (NodeKind::shownValue).
   FoundNode control(const FoundNode& row) const;
 
   // What a row shows as its value: a switch's state, the number of a slider, the text of a field,
