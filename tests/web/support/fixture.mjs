@@ -1,9 +1,9 @@
-// Builds trees as the server sends them (docs/tree.md), for tests of the page alone. The types of the
-// page's protocol are checked here too (tests/web/tsconfig.json).
+// Builds trees as the server sends them (docs/tree.md), for tests of the page without a server. They are
+// checked against the types of the page's protocol (tests/web/tsconfig.json).
 
 /** @typedef {import('../../../settings/web/ui/src/protocol/tree.js').TreeNode} TreeNode */
 /**
- * The members that the server always sends of a kind.
+  * The members that the server always sends for a kind.
  * @template {TreeNode} Node
  * @typedef {{ [Name in keyof Node as {} extends Pick<Node, Name> ? never : Name extends 'kind' | 'children' ? never : Name]: Node[Name] }} Always
  */
@@ -144,7 +144,7 @@ export class TreeBuilder {
     return this.add({ kind: 'section', ...(header && { header }), ...(footer && { footer }) }, rows);
   }
 
-  /** How high sections are in a table, with their headers and footers. */
+  /** The heights of a table's sections, including headers and footers. */
   heightOf(sections) {
     const heights = sections.flatMap((section) => this.nodes[section].children.map((row) => this.nodes[row].height));
     return heights.reduce((sum, height) => sum + height, sections.length * 70);

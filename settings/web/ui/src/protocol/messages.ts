@@ -43,7 +43,7 @@ export interface EventMessage {
   kind?: string;
   duration?: number;
 }
-/** The panes beside the phone that come as a whole. */
+/** The panes whose content is always sent completely. */
 export interface Panes {
   file?: FileState;
   programs?: ProgramRecord[];
@@ -59,7 +59,7 @@ export interface RefusedMessage { type: 'refused'; ack?: number; message: string
 
 export type ServerMessage = TreeMessage | PatchMessage | EventMessage | SideMessage | RefusedMessage;
 
-/** What each action has beside its name (docs/tree.md). */
+/** The members of each action besides its name (docs/tree.md). */
 export interface ActionMembers {
   back: { node: string };
   scroll: { node: string; offset: number; overscan?: number };

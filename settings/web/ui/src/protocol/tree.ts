@@ -32,7 +32,7 @@ export interface Common {
   kind: string;
   children: string[];
   class?: string;
-  /** What a view is to its cell or table. */
+  /** The view's role in its cell or table. */
   role?: string;
   frame?: [number, number, number, number];
   alpha?: number;
