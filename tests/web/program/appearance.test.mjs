@@ -58,7 +58,7 @@ const ways = {
 };
 
 for (const [way, pick] of Object.entries(ways)) {
-  test(`a colour that is picked is in the file while the picker is open: ${way}`, async () => {
+  test(`a picked colour is in the file while the picker is open: ${way}`, async () => {
     const opened = await openColors();
     const { page, row, dialog, stored, fill, trouble } = opened;
     await tap(row(color).getByRole('button'));
@@ -121,7 +121,7 @@ const holds = {
 };
 
 for (const [how, hold] of Object.entries(holds)) {
-  test(`a press of one second on a colour row clears it and is no tap: ${how}`, async () => {
+  test(`a press of one second on a colour row clears it and does not tap: ${how}`, async () => {
     const opened = how === 'touch' ? await goTo(await open(phone), 'globalColors') : await openColors();
     const { page, row, dialog, stored, fill, trouble, close } = opened;
     const release = await hold({ ...opened, button: row(color).getByRole('button') });
@@ -174,7 +174,7 @@ test('a photo of the library becomes the background image', async () => {
   assert.deepEqual(trouble, []);
 });
 
-test('the sheet offers to change and to clear the image, and to leave it', async () => {
+test('the sheet offers to change, to clear and to keep the image', async () => {
   const opened = await openPhotos(await openCustomize());
   const { page, row, dialog, stored, trouble } = opened;
   await page.getByRole('button', { name: 'IMG_0001.JPG' }).click();
@@ -205,7 +205,7 @@ test('the sheet offers to change and to clear the image, and to leave it', async
   assert.deepEqual(trouble, []);
 });
 
-test('a picture that is chosen from the disk becomes the background image; what is none says why', async () => {
+test('a picture from the disk becomes the background image; a file that is not a picture says why', async () => {
   const opened = await openPhotos(await openCustomize());
   const { page, stored, trouble } = opened;
   const choose = async (name, buffer) => {
@@ -224,7 +224,7 @@ test('a picture that is chosen from the disk becomes the background image; what 
   assert.deepEqual(trouble.filter((each) => !each.includes('422')), []);
 });
 
-test('a picture that is dropped on the picker becomes the background image', async () => {
+test('a picture dropped on the picker becomes the background image', async () => {
   const opened = await openPhotos(await openCustomize());
   const { page, trouble } = opened;
   const dataTransfer = await page.evaluateHandle((bytes) => {

@@ -12,7 +12,7 @@ export function devicePane(context: Context): TemplateResult {
   </div>
   ${neighbours(context)}
   <button class="pane-button" type="button" data-action="reopen" @click=${() => void context.act({ action: 'reopen' })}>
-    ${restart()}Open Settings anew
+    ${restart()}Reopen Settings
   </button>`;
 }
 
