@@ -19,8 +19,8 @@ async function aim(page, handle, goal) {
 }
 
 /**
-  * Drags a handle, in steps like a hand, to the height of another element or by a number of points.
-  * Drops it when `over` has happened, which is what the user waits for while dragging.
+ * Drags a handle, in steps like a hand, to the height of another element or by a number of points.
+ * Drops it when `over` has happened, which is what the user waits for while dragging.
  */
 export async function drag(page, handle, goal, { release = true, over = () => undefined } = {}) {
   const { x, from, to } = await aim(page, handle, goal);

@@ -3,7 +3,7 @@
 
 /** @typedef {import('../../../settings/web/ui/src/protocol/tree.js').TreeNode} TreeNode */
 /**
-  * The members that the server always sends for a kind.
+ * The members that the server always sends for a kind.
  * @template {TreeNode} Node
  * @typedef {{ [Name in keyof Node as {} extends Pick<Node, Name> ? never : Name extends 'kind' | 'children' ? never : Name]: Node[Name] }} Always
  */
@@ -61,7 +61,7 @@ export class TreeBuilder {
   }
 
   /**
-   * Adds a node; what the server always sends of its kind is filled in where it is not given.
+   * Adds a node; fills in the members that the server always sends for its kind.
    * @param {Given<TreeNode>} node
    * @param {string[]} children
    */

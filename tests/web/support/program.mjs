@@ -123,10 +123,10 @@ export async function openAll(browser, { serveOptions = [], prepare, ...options 
 }
 
 /**
-  * Device, server and window for all tests of a file, open until `closeAll`. Each test begins with
-  * `fresh`: it restores the settings of a new device, or sets those that the test passes, sets the
-  * appearance, reloads the page and reopens Settings. Animations are off except in tests about movement,
-  * because they take most of the time.
+ * Device, server and window for all tests of a file, open until `closeAll`. Each test begins with
+ * `fresh`: it restores the settings of a new device, or sets those that the test passes, sets the
+ * appearance, reloads the page and reopens Settings. Animations are off except in tests about movement,
+ * because they take most of the time.
  */
 export async function shareAll(browser, options) {
   const { page, row, device, trouble, server } = await openAll(browser, options);

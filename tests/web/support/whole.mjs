@@ -5,8 +5,8 @@ import { launchBrowser } from './browser.mjs';
 import { closeAll, openAll, openWindow, shareAll } from './program.mjs';
 
 /**
-  * `open` returns a new device, server and window for one test, `fresh` those that the tests of the file
-  * share (see `shareAll`), `openNext` another window on a server. Everything is closed at the end.
+ * `open` returns a new device, server and window for one test, `fresh` those that the tests of the file
+ * share (see `shareAll`), `openNext` another window on a server. Everything is closed at the end.
  */
 export function useProgram() {
   let browser;

@@ -16,8 +16,8 @@ export function picture(image: Picture, className: string, name = ''): TemplateR
 }
 
 /**
-  * Whether the colours of texts are adjusted to be readable on the backgrounds of pages, or kept exactly
-  * because the texts have their own background.
+ * Whether the colours of texts are adjusted to be readable on the backgrounds of pages, or kept exactly
+ * because the texts have their own background.
  */
 export type TextColors = 'readable' | 'exact';
 

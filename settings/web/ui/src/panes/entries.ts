@@ -12,7 +12,7 @@ export function entry(key: string, value: unknown, className = ''): TemplateResu
     </tr>${nested ? html`<tr class="nested ${className}"><td colspan="3"><pre>${text}</pre></td></tr>` : nothing}`;
 }
 
-/** Whether the spelling of a value takes several lines. */
+/** True if the spelling of a value has several lines. */
 export function isNested(text: string): boolean {
   return text.includes('\n');
 }

@@ -51,9 +51,9 @@ export class Connection {
   }
 
   /**
-    * Sends an action. The promise resolves when the server has answered, or when the connection broke and
-    * the action is not sent again. Without a connection only repeatable actions are accepted; for others
-    * the result is undefined.
+   * Sends an action. The promise resolves when the server has answered, or when the connection broke and
+   * the action is not sent again. Without a connection only repeatable actions are accepted; for others
+   * the result is undefined.
    */
   send(action: Action): Promise<void> | undefined {
     const open = this._link.state === 'open';

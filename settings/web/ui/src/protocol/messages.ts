@@ -91,8 +91,8 @@ export class NumberText {
 }
 
 /**
-  * Parses a message of the server; undefined if the text is not a message. In the panes' messages the
-  * numbers of property lists keep their spelling if the browser supports it.
+ * Parses a message of the server; undefined if the text is not a message. In the panes' messages the
+ * numbers of property lists keep their spelling if the browser supports it.
  */
 export function parseMessage(text: string): ServerMessage | undefined {
   try {
