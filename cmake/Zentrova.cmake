@@ -20,7 +20,7 @@ target_link_libraries(zentrova_options INTERFACE Threads::Threads)
 if(ZENTROVA_SANITIZE)
   target_compile_options(zentrova_options INTERFACE
     -fsanitize=${ZENTROVA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
-  target_link_options(zentrova_options INTERFACE -fsanitize=${ZENTROVA_SANITIZE})
+  target_link_options(zentrova_options INTERFACE -fsanitize=${ZENTROVA_SANITIZE} -fuse-ld=lld)
 endif()
 if(ZENTROVA_FUZZERS)
   # A fuzzer needs the coverage of the code under test.

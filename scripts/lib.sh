@@ -7,22 +7,34 @@ mkdir -p "$logs"
 
 say() { printf '%s\n' "$*" >&2; }
 
-# step TITLE LOG COMMAND...: runs the command with its output in a log. Prints the
-# title after three seconds, and the end of the log if the command fails.
+# The exit status of a test that cannot run on this machine.
+cannot=77
+# The seconds and title of each step, for print_steps.
+steps=()
+
+# step TITLE LOG COMMAND...: runs the command with its output in a log. Prints the time that it took,
+# and the end of the log if it fails.
 step() {
-  local title=$1 log=$logs/$2.log notice status=0
+  local title=$1 log=$logs/$2.log status=0 begun=$EPOCHREALTIME
   shift 2
-  # Not `sleep`, which would outlive the step and keep the streams open.
-  (read -r -t 3 _ <> <(:) || say "$title ...") &
-  notice=$!
   "$@" >"$log" 2>&1 </dev/null || status=$?
-  kill "$notice" 2>/dev/null || true
-  wait "$notice" 2>/dev/null || true
-  if [ "$status" -ne 0 ]; then
-    say "$title failed (exit $status). The end of $log:"
-    tail -n 60 "$log" >&2
+  local seconds
+  seconds=$(awk -v a="$begun" -v b="$EPOCHREALTIME" 'BEGIN { printf "%.1f", b - a }')
+  steps+=("$(printf '%7s s  %s' "$seconds" "$title")")
+  if [ "$status" -ne 0 ] && [ "$status" -ne "$cannot" ]; then
+    say "$title failed (exit $status) after $seconds s. Of $log:"
+    # A runner of tests tells first what failed.
+    { grep -A 40 -E '^(FAILED|not ok) ' "$log" || tail -n 60 "$log"; } | head -n 200 >&2
     return "$status"
   fi
+  say "$title: $seconds s"
+  return "$status"
+}
+
+print_steps() {
+  say ""
+  say "The steps, the longest first:"
+  printf '%s\n' "${steps[@]}" | sort -rn >&2
 }
 
 as_root() {
@@ -34,7 +46,7 @@ packages_run=(
   libboost1.81-dev nlohmann-json3-dev libcli11-dev libpng-dev libjpeg62-turbo-dev
 )
 packages_test=(
-  git clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev
+  git lld clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev
   libplist-utils chromium
 )
 

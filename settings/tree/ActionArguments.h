@@ -22,6 +22,8 @@ struct Named {
   E value;
   std::string_view name;
 };
+template <class E>
+Named(E, const char*) -> Named<E>;
 
 // The first name where the value has none.
 template <class E, std::size_t N>

@@ -67,6 +67,16 @@ nlohmann::json shown(NodeWriter& writer, const V& value) {
   }
 }
 
+// Whether an optional member with this value is left out: false, 0, null, or nothing.
+template <class V>
+bool isEmpty(const V& value) {
+  if constexpr (std::is_constructible_v<bool, const V&>) {
+    return !static_cast<bool>(value);
+  } else {
+    return false;
+  }
+}
+
 // What an action on a node works with; empty where it is gone. A part has a static function `of`.
 template <class T>
 auto subjectOf(const NodeTarget& target) {
@@ -225,9 +235,7 @@ class KindBuilder {
     _writers.push_back([name = std::string(member.name), optional = member.optional, getter](
                            NodeWriter& writer, T& subject, nlohmann::json& node) {
       const auto& value = kinds::read(getter, writer, subject);
-      if constexpr (std::is_constructible_v<bool, decltype(value)>) {
-        if (optional && !value) return;
-      }
+      if (optional && kinds::isEmpty(value)) return;
       node[name] = kinds::shown(writer, value);
     });
     _kind.members.push_back(std::move(member));

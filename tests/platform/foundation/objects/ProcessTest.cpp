@@ -107,6 +107,7 @@ TEST(Process, EachHasItsOwn) {
 TEST(Process, WaitingWorkGoesWhileTheProcessIsWhole) {
   bool found = false;
   struct SeesTheProcess {
+    explicit SeesTheProcess(bool& isFound) : found(isFound) {}
     bool& found;
     ~SeesTheProcess() {
       found = Process::current().serviceOrNull<platform::DeviceTraits>() != nullptr;

@@ -110,7 +110,7 @@ TEST(Dictionary, AnyOrderOfChangesGivesTheSame) {
   std::mt19937 random(7);
   std::vector<std::pair<std::string, Value>> entries;
   for (int i = 0; i < 300; ++i) {
-    entries.emplace_back("key number " + std::to_string(i) + std::string(i % 40, 'x'), i);
+    entries.emplace_back("key number " + std::to_string(i) + std::string(static_cast<std::size_t>(i % 40), 'x'), i);
   }
   const Dictionary expected(entries);
   std::shuffle(entries.begin(), entries.end(), random);
