@@ -2,11 +2,11 @@
 //
 //   node benchmarks/scroll-frames.mjs [MODULES [POINTS]] > figures.json
 //
-// Opens the page through the program, scrolls it from end to end by so many POINTS (90) with each
-// frame, and then carries its last row to the top by the drag handle, where the table scrolls by
-// itself. For each frame: how long after the one before it came, and how long the page's own thread
-// worked. A frame counts as dropped where the next one came more than half a frame late. Figures in
-// milliseconds; the JSON goes to standard output, a summary to standard error.
+// Opens the page with the program and scrolls it from end to end by POINTS (default 90) per frame. Then
+// drags its last row to the top while the table scrolls by itself. For each frame it measures the time
+// since the previous frame and the work of the page's own thread. A frame counts as dropped if the next
+// one comes more than half a frame late. Figures are in milliseconds; the JSON goes to standard output, a
+// summary to standard error.
 
 import { launchBrowser } from '../tests/web/support/browser.mjs';
 import { openAll } from '../tests/web/support/program.mjs';
@@ -29,7 +29,7 @@ function watchFrames() {
   requestAnimationFrame(frame);
 }
 
-/** In the page: scrolls the table by so many points with each frame, to its end. */
+/** In the page: scrolls the table to its end by this number of points per frame. */
 function scrollToEnd(points) {
   const scroller = document.querySelector('.page:not(.ghost) .table-scroll');
   return new Promise((resolve) => {
@@ -48,7 +48,7 @@ async function busyTime(session) {
   return metrics.find(({ name }) => name === 'TaskDuration').value * 1000;
 }
 
-/** Runs the work while frames are watched. */
+/** Runs the work while recording frames. */
 async function framesOf(page, session, work) {
   const before = await busyTime(session);
   await page.evaluate(watchFrames);

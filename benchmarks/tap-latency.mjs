@@ -1,14 +1,13 @@
-// How long a tap takes until it is on the screen and its value is in the file.
+// Measures the time from a tap until it is on the screen and its value is in the file.
 //
 //   node benchmarks/tap-latency.mjs [TAPS [burst]] > figures.json
 //
-// Taps a switch of the root page in Chromium, each time when what the last tap set in motion has come
-// to rest, or with "burst" at once. The clock starts with the time stamp of the input event. "screen"
-// is when the frame that shows the switch in its new state has been handed over for display, which
-// waits for the screen's next refresh; "presented" is when the browser says that it was displayed, in
-// steps of 8 ms; "file" is when a reader that watches the folder has read the new value from the
-// preference file.
-// Figures in milliseconds; the JSON goes to standard output, a summary to standard error.
+// Taps a switch of the root page in Chromium, each time after the animations of the last tap, or with
+// "burst" immediately. The clock starts with the time stamp of the input event. "screen" is when the
+// frame with the new state of the switch has been handed over for display, which waits for the screen's
+// next refresh; "presented" is when the browser reports that it was displayed, in steps of 8 ms; "file"
+// is when a reader that watches the folder has read the new value from the preference file.
+// Figures are in milliseconds; the JSON goes to standard output, a summary to standard error.
 
 import { readFileSync, watch } from 'node:fs';
 import { basename, dirname } from 'node:path';
@@ -21,10 +20,10 @@ const warmUp = 20;
 const taps = Number(process.argv[2] ?? 300);
 const inBurst = process.argv[3] === 'burst';
 const measures = ['screen', 'presented', 'file'];
-// What was displayed sooner the browser does not report; it counts as this much.
+// The browser does not report shorter times; they count as this value.
 const leastReportedMs = 16;
 
-/** In the page: notes when the switch is tapped, has changed, and is shown. */
+/** In the page: records when the switch is tapped, has changed, and is shown. */
 function observe(name) {
   const control = document.querySelector(`.row[data-identifier="${name}"] .switch`);
   const channel = new MessageChannel();
@@ -46,7 +45,7 @@ function observe(name) {
   }).observe(control, { attributes: true, attributeFilter: ['aria-checked'] });
 }
 
-/** In the page: ends when nothing moves any more and what was drawn last has been displayed. */
+/** In the page: resolves when nothing moves any more and the last frame has been displayed. */
 async function rest() {
   for (const animation of document.getAnimations()) animation.finish();
   const frame = () => new Promise((resolve) => { requestAnimationFrame(resolve); });

@@ -1,4 +1,4 @@
-# What every target of the project shares: warnings, sanitizers, include root.
+# Settings that all targets of the project share: warnings, sanitizers, include root.
 
 add_library(zentrova_options INTERFACE)
 target_include_directories(zentrova_options INTERFACE ${PROJECT_SOURCE_DIR})
@@ -25,7 +25,7 @@ if(ZENTROVA_SANITIZE)
   target_link_options(zentrova_options INTERFACE -fsanitize=${ZENTROVA_SANITIZE} -fuse-ld=lld)
 endif()
 if(ZENTROVA_FUZZERS)
-  # A fuzzer is led by what its inputs reach in the code under test.
+  # A fuzzer needs the coverage of the code under test.
   target_compile_options(zentrova_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 if(ZENTROVA_COVERAGE)
@@ -33,17 +33,17 @@ if(ZENTROVA_COVERAGE)
   target_link_options(zentrova_options INTERFACE --coverage)
 endif()
 
-# What nearly every source includes is compiled once: the standard library's headers, with JSON for
-# the application, with GoogleTest for the tests. Each set is compiled by the target named here and
-# used by all others of its kind, whose flags are the same.
+# Headers that nearly every source includes are compiled once: the standard library's, with JSON for
+# the application, and with GoogleTest for the tests. One target, named here, compiles each set; all
+# others of its kind, which have the same flags, reuse it.
 option(ZENTROVA_PRECOMPILE "Precompile the headers of the standard library and of JSON" ON)
 set(standard_headers <algorithm> <array> <atomic> <chrono> <cmath> <concepts> <cstdint> <deque>
   <filesystem> <fstream> <functional> <iterator> <limits> <map> <memory> <mutex> <optional> <ranges>
   <set> <span> <sstream> <string> <string_view> <thread> <tuple> <type_traits> <unordered_map>
   <utility> <variant> <vector>)
 
-# zentrova_precompile(NAME PROVIDER HEADER...): has the target use the precompiled headers of the
-# provider, which has them made.
+# zentrova_precompile(NAME PROVIDER HEADER...): makes the target use the precompiled headers of the
+# provider. The provider itself compiles them.
 function(zentrova_precompile name provider)
   if(NOT ZENTROVA_PRECOMPILE)
     return()
@@ -82,8 +82,8 @@ function(zentrova_folder name)
   endif()
 endfunction()
 
-# zentrova_shared_folder(NAME FOLDER): copies the folder to where programs look for their data,
-# bin/../share/NAME, as the target settings_NAME. What is gone from the folder goes there too.
+# zentrova_shared_folder(NAME FOLDER): copies the folder to bin/../share/NAME, where programs look for
+# their data, as the target settings_NAME. Files deleted from the folder are deleted there too.
 function(zentrova_shared_folder name folder)
   set(shared ${CMAKE_BINARY_DIR}/share/${name})
   file(GLOB_RECURSE files CONFIGURE_DEPENDS ${folder}/*)
@@ -99,10 +99,10 @@ function(zentrova_shared_folder name folder)
   endif()
 endfunction()
 
-# zentrova_test(NAME library...): the *Test.cpp of this folder and of the rooms in it as one program.
+# zentrova_test(NAME library...): builds the *Test.cpp of this folder and its rooms as one program.
 function(zentrova_test name)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*Test.cpp)
-  # A folder of threads is a program of its own, since ThreadSanitizer needs only that.
+  # A folder "threads" is a separate program, because ThreadSanitizer needs only that.
   if(NOT name MATCHES "threads")
     list(FILTER sources EXCLUDE REGEX "/threads/")
   endif()

@@ -1,4 +1,4 @@
-"""Runs a command on many files at a time, and not again on those that passed before unchanged."""
+"""Runs a command on many files in parallel, and skips files that passed before and are unchanged."""
 
 import concurrent.futures
 import os
@@ -9,10 +9,10 @@ import includes
 
 
 def check(kind, names, command, more=""):
-    """Runs command(name) -> (arguments, standard input) for each file; prints what failed.
+    """Runs command(name) -> (arguments, standard input) for each file; prints the failures.
 
-    A file that passed is remembered in build/KIND by its text and the texts that it includes, and
-    by `more`, which holds what else the result depends on. Returns the exit status.
+    A file that passed is recorded in build/KIND under a digest of its text, the texts that it includes
+    and `more`, which is everything else that the result depends on. Returns the exit status.
     """
     stamps = includes.ROOT / "build" / kind
     stamps.mkdir(parents=True, exist_ok=True)
@@ -36,5 +36,5 @@ def check(kind, names, command, more=""):
 
 
 def tools(*paths):
-    """The texts of the files that a check is made of, for `more`."""
+    """The texts of the check's own files, for `more`."""
     return "".join(pathlib.Path(path).read_text() for path in paths)

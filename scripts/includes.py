@@ -1,4 +1,4 @@
-"""The project's C++ files and what they include, for the checks that work on files one by one."""
+"""The project's C++ files and their includes, for the checks that work on single files."""
 
 import functools
 import hashlib
@@ -15,7 +15,7 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.M)
 
 @functools.cache
 def texts():
-    """Every header and source that git knows or would add: path from the root -> text."""
+    """Every header and source that git tracks or would add: path from the root -> text."""
     listing = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "*.h", "*.cpp"],
                              cwd=ROOT, check=True, capture_output=True, text=True).stdout
     return {name: (ROOT / name).read_text() for name in sorted(set(listing.split()))
@@ -24,13 +24,13 @@ def texts():
 
 @functools.cache
 def included(name):
-    """The files of the project that the file includes itself."""
+    """The files of the project that the file includes directly."""
     return tuple(other for other in INCLUDE.findall(texts().get(name, "")) if other in texts())
 
 
 @functools.cache
 def closure(name):
-    """The file and all that it includes, directly or not."""
+    """The file and all files that it includes, directly or indirectly."""
     found, waiting = {name}, [name]
     while waiting:
         for other in included(waiting.pop()):
@@ -41,7 +41,7 @@ def closure(name):
 
 
 def digest(name, more=""):
-    """Changes with the text of the file or of anything that it includes, and with `more`."""
+    """A digest of the file's text, the texts that it includes, and `more`."""
     total = hashlib.sha256(more.encode())
     for each in sorted(closure(name)):
         total.update(each.encode() + b"\0" + texts()[each].encode())

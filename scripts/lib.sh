@@ -1,5 +1,5 @@
 # Shared by ./run, ./test and the other scripts: quiet steps, packages, builds.
-# To be sourced, with `set -euo pipefail` in force.
+# Source this file with `set -euo pipefail`.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 logs=$root/build/logs
@@ -7,13 +7,13 @@ mkdir -p "$logs"
 
 say() { printf '%s\n' "$*" >&2; }
 
-# The exit status of a test that cannot be run on this machine.
+# The exit status of a test that cannot run on this machine.
 cannot=77
-# Each step with its seconds, for print_steps.
+# The seconds and title of each step, for print_steps.
 steps=()
 
-# step TITLE LOG COMMAND...: runs quietly into a log; says how long it took, and shows the end of
-# the log when it fails.
+# step TITLE LOG COMMAND...: runs the command with its output in a log. Prints the time that it took,
+# and the end of the log if it fails.
 step() {
   local title=$1 log=$logs/$2.log status=0 begun=$EPOCHREALTIME
   shift 2
@@ -50,10 +50,10 @@ packages_test=(
   libplist-utils chromium
 )
 
-# install_packages NAME...: those of the packages that are not there yet.
+# install_packages NAME...: installs the missing ones of these packages.
 install_packages() {
   local missing=() status
-  # One query for all: it is on the way of every start.
+  # One query for all packages, because every start waits for it.
   status=$(dpkg-query -W -f='${binary:Package} ${db:Status-Status}\n' "$@" 2>/dev/null |
     sed 's/:[a-z0-9]* / /' || true)
   for package in "$@"; do
@@ -65,21 +65,21 @@ install_packages() {
     as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"
 }
 
-# Node with npm: Debian's own where the machine has none. Its runner of tests knows --test-reporter
-# from 18.15 and, of the later ones, from 20 on.
+# Installs Debian's Node and npm if the machine has none. --test-reporter needs Node 18.15, or 20 and
+# later.
 install_node() {
   command -v node >/dev/null || install_packages nodejs
   command -v npm >/dev/null || install_packages npm
   if ! node -e '
     const [major, minor] = process.versions.node.split(".").map(Number);
     process.exit(major >= 20 || (major === 18 && minor >= 15) ? 0 : 1)'; then
-    say "Node $(node --version) will not do: 18.15 or 20 and later is needed." \
-      "Remove it, and Debian's will be installed."
+    say "Node $(node --version) is not supported (expected 18.15, or 20 and later)." \
+      "Remove it to install Debian's version."
     return 1
   fi
 }
 
-# newer_than STAMP PATH...: whether the stamp is missing or anything below the paths is newer.
+# newer_than STAMP PATH...: true if the stamp is missing or a file below the paths is newer.
 newer_than() {
   local stamp=$1
   shift

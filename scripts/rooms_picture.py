@@ -1,4 +1,4 @@
-"""Draws the rooms of the house as an SVG: a floor for each step of what may include what."""
+"""Draws the rooms and their include arrows as an SVG, with one floor for each level."""
 
 import html
 
@@ -18,14 +18,14 @@ def colour(room):
 
 
 def direct(arrows):
-    """Of each room's arrows those that no other of its arrows implies."""
+    """The arrows of each room without those that its other arrows imply."""
     return {room: {other for other in others
                    if not any(other in arrows[between] for between in others - {other})}
             for room, others in arrows.items()}
 
 
 def floors(arrows):
-    """The rooms by floor, the ground floor first; a room stands above all that it may include."""
+    """The rooms by floor, lowest first; a room is above all rooms that it may include."""
     level = {}
 
     def of(room):

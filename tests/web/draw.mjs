@@ -1,5 +1,5 @@
-// Draws drawings (SVG) as pictures, SCALE pixels a point: PNG on a transparent ground, or JPEG by the
-// picture's name. Takes the scale and pairs of files.
+// Renders drawings (SVG) to pictures with SCALE pixels per point: PNG with a transparent background, or
+// JPEG, depending on the picture's name. Arguments: the scale and pairs of files.
 
 import { readFile } from 'node:fs/promises';
 import { launchBrowser } from './support/browser.mjs';

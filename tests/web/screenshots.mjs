@@ -1,6 +1,5 @@
-// Takes the pictures of the documents, each from a new device: the same page gives the same picture
-// wherever and whenever it is taken. Takes the folder to write to, and names of pictures where not
-// all of them are wanted.
+// Takes the screenshots for the documents, each from a new device, so that the same page always results
+// in the same picture. Arguments: the folder to write to, and optionally the names of the pictures.
 
 import { mkdir } from 'node:fs/promises';
 import { join } from 'node:path';
@@ -19,7 +18,7 @@ const shapes = {
 };
 const appearances = ['light', 'dark'];
 
-// --- what a user does, without a pointer that would stay over a row ---
+// --- user actions, without a pointer that would stay over a row ---
 
 const row = (page, identifier) => page.locator(`.page:not(.ghost) .row[data-identifier="${identifier}"]`);
 const press = (locator) => locator.dispatchEvent('click');
@@ -41,7 +40,7 @@ async function changeAnOption(page) {
   await page.locator('.pane-row .facts').getByText('reverseWhenTopPresented').waitFor();
 }
 
-// A row may get higher as soon as it is in sight, and the end moves on.
+// A row may grow when it becomes visible, which moves the end.
 async function showLinks(page) {
   const scroller = page.locator('.table-scroll');
   const isAtEnd = (element) => element.scrollTop + element.clientHeight >= element.scrollHeight - 1;
@@ -51,7 +50,7 @@ async function showLinks(page) {
   }
 }
 
-/** Rows with colours of their own, one of which the picker shows. */
+/** Opens a list of colours, then the picker for one of its rows, and picks a colour. */
 async function pickAColor(page) {
   await openPage(page, 'customize', 'globalColors');
   await press(row(page, 'wifiColor').locator('button.cell'));
@@ -77,9 +76,9 @@ const pictures = [
   { name: 'photos', shapes: ['phone'], prepare: chooseAPhoto },
 ];
 
-// --- taking them ---
+// --- taking the screenshots ---
 
-/** Without a focus ring, and with the times of the log alike, which are all that differs from run to run. */
+/** Hides the focus ring and makes the times in the log equal; nothing else differs between runs. */
 async function settle(page) {
   await page.waitForFunction(() => document.fonts.status === 'loaded' && [...document.images].every((image) => image.complete));
   await page.evaluate(() => {
@@ -105,7 +104,7 @@ const withHeight = (shape, height) => ({
   ...shape, screen: shape.screen.replace(/x\d+/, `x${height}`), viewport: { ...shape.viewport, height: height + 80 },
 });
 
-/** The shape with a screen on which the whole page has room, and no more. */
+/** The shape of a device whose screen is exactly as long as the page. */
 async function tall(browser, shape) {
   let height = 0;
   await inWindow(browser, withHeight(shape, 4000), 'light', async (page) => {

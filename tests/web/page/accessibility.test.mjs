@@ -28,8 +28,8 @@ for (const appearance of ['light', 'dark']) {
       const { page, context, server, trouble } = await openAlone(browser, fixture.tree, { viewport: { width, height }, reducedMotion: 'reduce' });
       server.send(side);
       server.send({ type: 'event', event: 'homeScreenRestarted' });
-      await page.getByText('The home screen restarted. It reads').waitFor();
-      // In a window no larger than a phone every tab has the page to itself: it has no landmark around it.
+      await page.getByText('The home screen restarted and reread').waitFor();
+      // In a window no larger than a phone, every tab fills the page and has no landmark around it.
       const impacts = size === 'phone window' ? undefined : anyImpact;
       await assertAccessible(page, 'the page', impacts);
       if (size !== 'wide') {
@@ -62,14 +62,14 @@ for (const appearance of ['light', 'dark']) {
   });
 }
 
-test('switches and sliders are seen where the system forces its colours', async () => {
+test('switches and sliders are visible with forced colours', async () => {
   const { page, context } = await openAlone(browser, everyKind().tree, { forcedColors: 'active', reducedMotion: 'reduce' });
   const ground = (locator) => locator.first().evaluate((element) => getComputedStyle(element).backgroundColor);
   const [on, off, thumb, around] = await Promise.all([
     page.getByRole('switch', { checked: true }), page.getByRole('switch', { checked: false }), page.locator('.switch-thumb'), page.locator('body'),
   ].map(ground));
   assert.equal(new Set([on, off, thumb]).size, 3, 'on, off and the thumb are told apart');
-  assert.ok(on !== around && off !== around, 'they stand out from the page');
+  assert.ok(on !== around && off !== around, 'they contrast with the page');
   assert.equal(await page.locator('.slider-track').first().evaluate((track) => getComputedStyle(track).forcedColorAdjust), 'none');
   await context.close();
 });
@@ -77,15 +77,15 @@ test('switches and sliders are seen where the system forces its colours', async 
 test('what the application announces is read aloud', async () => {
   const { page, context, server } = await openAlone(browser, everyKind().tree);
   server.send({ type: 'event', event: 'announce', text: 'Two rows were inserted' });
-  await eventually(async () => (await page.locator('[data-live]').textContent()) === 'Two rows were inserted', 'the live region says it');
+  await eventually(async () => (await page.locator('[data-live]').textContent()) === 'Two rows were inserted', 'the live region has the text');
   await context.close();
 });
 
-test('the row that has the focus shows its specifier, and "i" goes there', async () => {
+test('the focused row shows its specifier, and "i" opens that pane', async () => {
   const fixture = everyKind();
   const { page, context, server } = await openAlone(browser, fixture.tree);
   await page.getByRole('switch', { name: 'Enabled' }).focus();
-  await eventually(() => server.sent.some((message) => message.type === 'inspect' && message.node === fixture.rows.enabled), 'the row is asked for');
+  await eventually(() => server.sent.some((message) => message.type === 'inspect' && message.node === fixture.rows.enabled), 'the row is requested');
   server.send({ ...side, row: { node: fixture.rows.enabled, identifier: 'enabled', cellType: 'PSSwitchCell', properties: { key: 'enabled', default: true } } });
   await page.locator('.pane-row').getByText('PSSwitchCell').waitFor();
   await page.keyboard.press('i');

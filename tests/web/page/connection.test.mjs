@@ -11,13 +11,13 @@ after(() => browser.close());
 
 const banner = (page) => page.getByRole('alert').getByText('The connection is lost.');
 
-test('a lost connection is said, tried again, and what was typed is sent then', async () => {
+test('a lost connection is announced and retried, and the typed text is sent afterwards', async () => {
   const fixture = everyKind();
   const { page, context, server, trouble } = await openAlone(browser, fixture.tree);
   const field = page.locator('.row[data-identifier="name"]').getByRole('textbox');
   await field.click();
   await page.keyboard.type('abc');
-  await eventually(() => server.actions.at(-1)?.string === 'abc', 'what is typed is sent');
+  await eventually(() => server.actions.at(-1)?.string === 'abc', 'the typed text is sent');
   server.accepting = false;
   const place = await page.locator('.device').boundingBox();
   await server.socket.close();
@@ -31,21 +31,21 @@ test('a lost connection is said, tried again, and what was typed is sent then', 
   server.accepting = true;
   await banner(page).waitFor({ state: 'detached' });
   await eventually(() => server.actions.some((action) => action.phase === 'end' && action.string === 'abcdef'), 'the end is sent after the break');
-  await eventually(async () => (await field.inputValue()) === 'abcdef', 'the text stands');
+  await eventually(async () => (await field.inputValue()) === 'abcdef', 'the text is unchanged');
   assert.deepEqual(trouble, []);
   await context.close();
 });
 
-test('a tap without a connection is refused aloud and never sent later', async () => {
+test('a tap without a connection is refused with a message and never sent later', async () => {
   const fixture = everyKind();
   const { page, context, server } = await openAlone(browser, fixture.tree);
   server.accepting = false;
   await server.socket.close();
   await banner(page).waitFor();
   await page.getByRole('button', { name: 'Respring' }).click();
-  await page.getByRole('status').getByText('There is no connection: nothing was done.').waitFor();
-  // By then the pause is long enough for a click to come before its end.
-  await eventually(() => server.attempts >= 5, 'it is tried again and again');
+  await page.getByRole('status').getByText('No connection: the action was not sent.').waitFor();
+  // The pause is now long enough for a click before its end.
+  await eventually(() => server.attempts >= 5, 'the connection is retried');
   server.accepting = true;
   await page.getByRole('button', { name: 'Try now' }).click();
   await banner(page).waitFor({ state: 'detached' });
@@ -56,7 +56,7 @@ test('a tap without a connection is refused aloud and never sent later', async (
   await context.close();
 });
 
-test('after a gap the whole tree is asked for and shown', async () => {
+test('after a gap the whole tree is requested and shown', async () => {
   const fixture = everyKind();
   const { page, context, server, trouble } = await openAlone(browser, fixture.tree);
   const control = fixture.tree.nodes[fixture.tree.nodes[fixture.rows.enabled].children[0]].children.at(-1);

@@ -12,7 +12,7 @@ after(() => browser.close());
 
 const replace = (node, member, value) => ({ op: 'replace', path: `/nodes/${node}/${member}`, value });
 
-/** What a bundle that takes every value does. */
+/** Acts like a bundle that accepts every value. */
 function accepting(action) {
   switch (action.action) {
     case 'toggle': return [replace(action.node, 'on', action.on)];
@@ -36,17 +36,17 @@ async function open(options, answer = accepting, device) {
   return { ...opened, ...fixture, row, node, close };
 }
 
-/** The last action without what only orders it. */
+/** The last action without its sequence number and type. */
 const last = (server) => {
   const { type, sequence, ...action } = server.actions.at(-1) ?? {};
   return action;
 };
 
-const isAsked = (server, action) => eventually(() => isDeepStrictEqual(last(server), action), `${JSON.stringify(action)} is asked for`);
+const isAsked = (server, action) => eventually(() => isDeepStrictEqual(last(server), action), `${JSON.stringify(action)} is sent`);
 const isOn = (row, on) => row.getByRole('switch', { checked: on }).waitFor();
 const isSelected = (row, title) => row.getByRole('radio', { name: title, checked: true }).waitFor();
 
-test('by mouse: switch, segment, slider, text, button and link say what was done', async () => {
+test('by mouse: switch, segment, slider, text, button and link send their actions', async () => {
   const { page, server, row, node, rows, close } = await open();
   await row('enabled').getByRole('switch').click();
   await isOn(row('enabled'), false);
@@ -118,12 +118,12 @@ test('by touch: switch, segment by a drag, slider and scrolling', async () => {
   assert.equal(last(server).string, '12349');
 
   await page.locator('.table-scroll').evaluate((scroller) => { scroller.scrollTop = 200; });
-  await eventually(() => server.sent.some((message) => message.action === 'scroll' && message.offset > 0), 'scrolling is told');
+  await eventually(() => server.sent.some((message) => message.action === 'scroll' && message.offset > 0), 'the scrolling is sent');
   assert.equal(server.sent.find((message) => message.action === 'scroll').node, table);
   await close();
 });
 
-test('by keyboard: every control is reached and used, with the arrows inside segments and sliders', async () => {
+test('by keyboard: every control can be reached and used, with arrow keys in segments and sliders', async () => {
   const { page, server, row, node, rows, close } = await open();
   await row('enabled').getByRole('switch').focus();
   await page.keyboard.press('Space');
@@ -164,17 +164,17 @@ test('by keyboard: every control is reached and used, with the arrows inside seg
   await close();
 });
 
-test('a text is given up with Escape and stands as it was', async () => {
+test('Escape discards a typed text and restores the old one', async () => {
   const { page, server, row, close } = await open();
   await row('passcode').getByRole('textbox').click();
   await page.keyboard.type('99');
   await page.keyboard.press('Escape');
-  await eventually(() => last(server).phase === 'cancel', 'the editing is given up');
+  await eventually(() => last(server).phase === 'cancel', 'the editing is cancelled');
   await eventually(async () => (await row('passcode').getByRole('textbox').inputValue()) === '1234', 'the old text is back');
   await close();
 });
 
-test('a switch goes over at once and stands where it was asked to until the answer', async () => {
+test('a switch changes at once and shows the requested state until the answer', async () => {
   const { server, row, node, close } = await open({}, () => undefined);
   const control = row('enabled').getByRole('switch');
   await control.click();
@@ -191,20 +191,20 @@ test('a switch goes over at once and stands where it was asked to until the answ
   await close();
 });
 
-test('what the bundle refuses snaps back and is said aloud', async () => {
+test('a value that the bundle refuses snaps back and is announced', async () => {
   const { page, server, row, close } = await open({}, () => 'The bundle takes no such value.');
   await row('enabled').getByRole('switch').click();
   await page.getByRole('status').getByText('The bundle takes no such value.').waitFor();
   await isOn(row('enabled'), true);
 
   await row('presentationStyle').getByText('Compact').click();
-  await eventually(() => last(server).action === 'segment', 'the choice is asked for');
+  await eventually(() => last(server).action === 'segment', 'the choice is requested');
   await isSelected(row('presentationStyle'), 'Full Screen');
 
   const slider = row('backgroundBlur').getByRole('slider');
   await slider.focus();
   await page.keyboard.press('ArrowLeft');
-  await eventually(() => last(server).action === 'slide', 'the value is asked for');
+  await eventually(() => last(server).action === 'slide', 'the value is requested');
   await eventually(async () => (await slider.inputValue()) === '0.75', 'the slider snaps back');
 
   await row('name').getByRole('textbox').click();
@@ -214,26 +214,26 @@ test('what the bundle refuses snaps back and is said aloud', async () => {
   await close();
 });
 
-test('a disabled row is dimmed and takes nothing', async () => {
+test('a disabled row is dimmed and takes no input', async () => {
   const { server, row, close } = await open();
   const button = row('arrangeModules').getByRole('group');
   assert.equal(await button.getAttribute('aria-disabled'), 'true');
   assert.equal(await row('arrangeModules').locator('.texts').evaluate((texts) => getComputedStyle(texts).opacity), '0.4');
   await button.click({ force: true });
   await row('enabled').getByRole('switch').click();
-  await eventually(() => last(server).action === 'toggle', 'the switch is heard');
+  await eventually(() => last(server).action === 'toggle', 'the switch works');
   assert.deepEqual(server.actions.map((action) => action.action), ['toggle']);
   await close();
 });
 
-test('a locked segmented control is dimmed and takes nothing', async () => {
+test('a locked segmented control is dimmed and takes no input', async () => {
   const { server, row, rows, tree, node, close } = await open();
   const cell = below(tree, rows.style, 'cell');
   server.patch([{ op: 'add', path: `/nodes/${cell}/interactive`, value: false }, { op: 'add', path: `/nodes/${cell}/alpha`, value: 0.6 }]);
   await row('presentationStyle').locator('.segment:disabled').first().waitFor();
   await row('presentationStyle').getByText('Compact').click({ force: true });
   await row('enabled').getByRole('switch').click();
-  await eventually(() => last(server).action === 'toggle', 'the switch is heard');
+  await eventually(() => last(server).action === 'toggle', 'the switch works');
   assert.deepEqual(server.actions.map((action) => action.node), [node('enabled', 'switch')]);
   assert.equal(await row('presentationStyle').locator('.cell').evaluate((element) => getComputedStyle(element).opacity), '0.6');
   await close();

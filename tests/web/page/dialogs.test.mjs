@@ -23,7 +23,7 @@ async function present(node) {
 
 const actions = [{ title: 'Cancel', style: 'cancel' }, { title: 'Restart', style: 'destructive' }];
 
-test('of two choices the one that cancels is at the left, of more it is the last', async () => {
+test('of two choices, cancel is the left one; of more, it is the last', async () => {
   const open = { title: 'Open', style: 'default' };
   const cancel = { title: 'Cancel', style: 'cancel' };
   for (const [given, shown] of [[[open, cancel], ['Cancel', 'Open']], [[cancel, open, { title: 'Copy' }], ['Open', 'Copy', 'Cancel']]]) {
@@ -31,12 +31,12 @@ test('of two choices the one that cancels is at the left, of more it is the last
     assert.deepEqual(await page.locator('.alert-action').allTextContents(), shown);
     await page.getByRole('button', { name: 'Cancel' }).click();
     await eventually(() => last().action === 'choose', 'the choice is sent');
-    assert.equal(last().index, given.indexOf(cancel), 'it is told by its place in the alert');
+    assert.equal(last().index, given.indexOf(cancel), 'the choice is sent by its index in the alert');
     await context.close();
   }
 });
 
-test('an alert takes the focus, keeps it, answers, and gives it back', async () => {
+test('an alert takes the focus, traps it, answers, and restores it', async () => {
   const { page, context, trouble, dismiss, last } = await present({ kind: 'alert', style: 'alert', title: 'Restart?', message: 'The home screen restarts.', actions });
   await eventually(() => page.evaluate(() => document.activeElement.textContent === 'Cancel'), 'the focus is in the alert');
   for (let stop = 0; stop < 3; stop += 1) {
@@ -53,20 +53,20 @@ test('an alert takes the focus, keeps it, answers, and gives it back', async () 
   await context.close();
 });
 
-/** What a screen reader says of the dialog when it comes: its name, and what it is described by. */
+/** What a screen reader says when the dialog opens: its name and its description. */
 const spoken = (page) => page.getByRole('alertdialog').evaluate((dialog) => [
   dialog.getAttribute('aria-label'),
   ...(dialog.getAttribute('aria-describedby')?.split(' ') ?? []).map((id) => document.getElementById(id)?.textContent),
 ]);
 
-test('a dialog is read aloud with all that it asks, and nothing twice', async () => {
+test('a dialog is read aloud completely, and nothing twice', async () => {
   const restart = { title: 'Restart?', message: 'The home screen restarts.' };
   for (const [node, said] of [
     [{ kind: 'alert', style: 'alert', ...restart, actions }, Object.values(restart)],
     [{ kind: 'alert', style: 'sheet', title: restart.title, actions }, [restart.title]],
     [{ kind: 'alert', style: 'alert', message: restart.message, actions }, [restart.message]],
     [{ kind: 'crash', name: 'NSRangeException', reason: 'index 4' }, ['Crash: NSRangeException', 'index 4']],
-    [{ kind: 'waiting', program: '/bin/bash' }, ['The page waits for a program', '/bin/bash has not ended yet. On a device nothing could be touched until it does.']],
+    [{ kind: 'waiting', program: '/bin/bash' }, ['The page waits for a program', '/bin/bash has not ended yet. A device would not respond until it ends.']],
   ]) {
     const { page, context } = await present(node);
     assert.deepEqual(await spoken(page), said);
@@ -74,7 +74,7 @@ test('a dialog is read aloud with all that it asks, and nothing twice', async ()
   }
 });
 
-test('Escape cancels a sheet, or closes one that offers no cancelling', async () => {
+test('Escape cancels a sheet, or closes one without a cancel button', async () => {
   const first = await present({ kind: 'alert', style: 'sheet', title: 'Reset', actions: [{ title: 'Reset', style: 'destructive' }, actions[0]] });
   await first.page.keyboard.press('Escape');
   await eventually(() => first.last().action === 'choose', 'Escape cancels');
@@ -86,9 +86,9 @@ test('Escape cancels a sheet, or closes one that offers no cancelling', async ()
   await second.context.close();
 });
 
-test('a crash is reported with name and reason, and one can go on or start anew', async () => {
+test('a crash is reported with name and reason, and the user can continue or restart', async () => {
   const crash = { kind: 'crash', name: 'NSInvalidArgumentException', reason: '-[HBPreferences setFloat:forKey:]: unrecognized selector sent to instance', where: 'tap' };
-  for (const [button, action] of [['Continue with the page as it is', 'continue'], ['Start Settings anew', 'restart']]) {
+  for (const [button, action] of [['Continue with the page as it is', 'continue'], ['Restart Settings', 'restart']]) {
     const { page, context, last } = await present(crash);
     await page.getByText('NSInvalidArgumentException').waitFor();
     await page.getByText(crash.reason).waitFor();

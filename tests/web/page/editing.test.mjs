@@ -21,7 +21,7 @@ async function openRows({ options, ...rules } = {}) {
   const { page, server } = opened;
   const row = (title) => page.locator('.rows > .row:not(.ghost)', { hasText: title });
   const handle = (title) => page.getByRole('button', { name: new RegExp(`^Move ${title}`) });
-  /** The titles as they stand in the document, section by section. */
+  /** The titles in the order of the document, section by section. */
   const shown = () => page.locator('.section').evaluateAll((sections) => sections.map((section) =>
     [...section.querySelectorAll('.rows > .row:not(.ghost) .text')].map((text) => text.textContent)));
   const said = () => page.locator('[data-live]').textContent();
@@ -32,7 +32,7 @@ async function openRows({ options, ...rules } = {}) {
 
 const order = (...active) => active.map((title) => title.replace('*', ''));
 
-test('rows bear their red and green controls, their handles, and a chevron where they have settings', async () => {
+test('rows have red and green controls, handles, and a chevron if they have settings', async () => {
   const { page, context, trouble, row } = await openRows();
   assert.equal(await page.locator('.editing-control.delete').count(), 4);
   assert.equal(await page.locator('.editing-control.insert').count(), 2);
@@ -46,14 +46,14 @@ test('rows bear their red and green controls, their handles, and a chevron where
   await context.close();
 });
 
-test('a row with settings opens them in the midst of editing', async () => {
+test('a row with settings opens them during editing', async () => {
   const { page, context, server } = await openRows();
   await page.getByRole('button', { name: 'Media', exact: true }).click();
   await eventually(() => server.actions.at(-1)?.action === 'tap', 'the tap is sent');
   await context.close();
 });
 
-test('the red and the green control send what they are', async () => {
+test('the red and the green control send a commit of their row', async () => {
   const { page, context, server, fixture, shown } = await openRows();
   await page.getByRole('button', { name: 'Remove Audio' }).click();
   await eventually(async () => (await shown())[1].at(-1) === 'Audio', 'the row is in the other section');
@@ -72,12 +72,12 @@ test('a refused control leaves the row where it is, with the focus on it', async
   await context.close();
 });
 
-test('after a control was used by keyboard the row that takes its place has the focus', async () => {
+test('after a control was used by keyboard, the row that takes its place gets the focus', async () => {
   const { page, context, shown } = await openRows();
   await page.getByRole('button', { name: 'Remove Brightness' }).focus();
   await page.keyboard.press('Enter');
   await eventually(async () => (await shown())[1].includes('Brightness'), 'the row has moved');
-  await eventually(() => page.evaluate(() => document.activeElement.getAttribute('aria-label') === 'Remove Audio'), 'the focus is near');
+  await eventually(() => page.evaluate(() => document.activeElement.getAttribute('aria-label') === 'Remove Audio'), 'the focus is on the next row');
   await context.close();
 });
 
@@ -85,7 +85,7 @@ test('the mouse drags a row within its section; the others make room meanwhile',
   const { page, context, trouble, handle, row, shown, moves, noGhost } = await openRows();
   await drag(page, handle('Brightness'), row('Media'), { release: false });
   await eventually(async () => (await shown())[0].join() === order('Connectivity & favorites modules', 'Audio', 'Media', 'Brightness').join(), 'the others make room');
-  assert.deepEqual(moves(), [], 'nothing is sent before the row is let go');
+  assert.deepEqual(moves(), [], 'nothing is sent before the row is dropped');
   const ghost = page.locator('.carry-layer > .row');
   await eventually(async () => Math.abs((await middle(ghost)).y - (await middle(row('Brightness'))).y) < 24, 'the picture of the row is over its gap');
   await page.mouse.up();
@@ -121,7 +121,7 @@ test('the last row of a section leaves it empty, and comes back into it', async 
   await context.close();
 });
 
-/** The whole drag between two frames of the browser, as a slow machine sees it. */
+/** The whole drag between two frames of the browser, as on a slow machine. */
 const dragAtOnce = (page, handle, goal) => handle.evaluate((element, to) => {
   const { x, y, width, height } = element.getBoundingClientRect();
   const point = { pointerId: 1, isPrimary: true, bubbles: true, clientX: x + width / 2 };
@@ -164,7 +164,7 @@ test('a finger drags by the handle, and scrolls elsewhere', async () => {
   await context.close();
 });
 
-test('a refused drop goes back visibly, without movement where that is not wanted', async () => {
+test('a refused drop goes back visibly, without movement if the user prefers reduced motion', async () => {
   for (const reducedMotion of ['no-preference', 'reduce']) {
     const { page, context, handle, row, shown, moves, noGhost } = await openRows({ accepts: () => false, options: { reducedMotion } });
     await page.evaluate(() => {
@@ -185,7 +185,7 @@ test('a refused drop goes back visibly, without movement where that is not wante
   }
 });
 
-test('Escape, and a browser that takes the finger away, put a dragged row back without a message to the server', async () => {
+test('Escape, and a pointer cancelled by the browser, put a dragged row back without a message to the server', async () => {
   const { page, context, handle, row, shown, moves, noGhost } = await openRows();
   await drag(page, handle('Brightness'), row('Media'), { release: false });
   await page.keyboard.press('Escape');
@@ -201,7 +201,7 @@ test('Escape, and a browser that takes the finger away, put a dragged row back w
   await context.close();
 });
 
-test('a row that goes while it is dragged ends the drag', async () => {
+test('the drag ends if the dragged row is removed', async () => {
   const { page, context, server, fixture, handle, row, said, moves, trouble, noGhost } = await openRows();
   await drag(page, handle('Brightness'), row('Media'), { release: false });
   const [section] = fixture.sections;
@@ -214,7 +214,7 @@ test('a row that goes while it is dragged ends the drag', async () => {
   await context.close();
 });
 
-test('rows that change meanwhile do not take the row from the finger', async () => {
+test('changes of other rows do not end a drag', async () => {
   const { page, context, server, fixture, handle, row, shown, moves, noGhost } = await openRows();
   await drag(page, handle('Brightness'), row('Media'), { release: false });
   const gone = fixture.lists[0].splice(2, 1)[0];
@@ -251,7 +251,7 @@ test('Space picks a row up, arrows move it across the sections, Space puts it do
   await context.close();
 });
 
-test('Escape takes a row back that was picked up by keyboard; so does turning to something else', async () => {
+test('Escape puts back a row that was picked up by keyboard; so does moving the focus', async () => {
   const { page, context, handle, shown, said, moves } = await openRows();
   await handle('Audio').focus();
   for (const leave of [() => page.keyboard.press('Escape'), () => page.getByRole('button', { name: 'Back to Zentrova' }).focus(), () => page.mouse.click(5, 5)]) {
@@ -294,7 +294,7 @@ test('single clicks move a row: the handle opens a menu', async () => {
 });
 
 for (const appearance of ['light', 'dark']) {
-  test(`no barriers: an editing table, a row in the hand and the menu of moves, ${appearance}`, async () => {
+  test(`no barriers: an editing table, a picked-up row and the menu of moves, ${appearance}`, async () => {
     const { page, context, handle } = await openRows({ device: { appearance }, options: { reducedMotion: 'reduce' } });
     await assertAccessible(page, 'the table');
     await handle('Audio').focus();
@@ -309,14 +309,14 @@ for (const appearance of ['light', 'dark']) {
   });
 }
 
-test('a row that is put down where it was sends nothing, and says so', async () => {
+test('a row that is dropped at its old place sends nothing, and says so', async () => {
   const { page, context, handle, said, moves } = await openRows();
   await handle('Audio').focus();
   await page.keyboard.press('Space');
   await page.keyboard.press('ArrowUp');
   await page.keyboard.press('ArrowDown');
   await page.keyboard.press('Enter');
-  await eventually(async () => (await said()) === 'Audio stays at 3 of 4 in Enabled modules', 'it is said');
+  await eventually(async () => (await said()) === 'Audio stays at 3 of 4 in Enabled modules', 'it is announced');
   assert.deepEqual(moves(), []);
   await context.close();
 });

@@ -32,7 +32,7 @@ async function openLinks({ device, ...options } = {}) {
   return { ...opened, builder: b, rows, row, tile, style };
 }
 
-test('the tile lies over the picture, in the shape that its layer has', async () => {
+test('the tile covers the picture, in the shape of its layer', async () => {
   const { context, tile, style, row, trouble } = await openLinks();
   assert.match(await style(tile('masked'), 'maskImage'), /images\/a{64}/);
   assert.equal(await style(tile('masked'), 'backgroundColor'), 'rgb(230, 230, 230)');
@@ -57,7 +57,7 @@ test('a tile with initials shows them in the middle, in white', async () => {
   await context.close();
 });
 
-test('a picture that waits is not seen, and fades in when it comes', async () => {
+test('a picture that is still loading is hidden, and fades in when it arrives', async () => {
   const { page, context, server, rows, builder, tile, style } = await openLinks();
   const view = tile('masked').locator('.view');
   assert.equal(await style(view, 'opacity'), '0');
@@ -77,7 +77,7 @@ test('a picture that waits is not seen, and fades in when it comes', async () =>
   await context.close();
 });
 
-test('a big row\'s subtitle takes the lines that it needs, another one has one line', async () => {
+test('a big row\'s subtitle takes the lines that it needs, others take one line', async () => {
   const { context, row } = await openLinks();
   const height = (name) => row(name).locator('.detail').evaluate((detail) => detail.offsetHeight);
   assert.ok((await height('big')) > (await height('small')) * 1.8);
@@ -99,7 +99,7 @@ test('the title has the tint, and follows it when it changes', async () => {
   await context.close();
 });
 
-test('a link row is a button that is called by its title and subtitle alone', async () => {
+test('a link row is a button whose name is only its title and subtitle', async () => {
   const { page, context, server, rows } = await openLinks();
   await page.getByRole('button', { name: 'hollowmere @hollowmere', exact: true }).click();
   await eventually(() => server.actions.at(-1)?.action === 'tap', 'the tap is sent');
@@ -107,7 +107,7 @@ test('a link row is a button that is called by its title and subtitle alone', as
   await context.close();
 });
 
-test('an address that the user has let out is offered as a link, and opened by nobody else', async () => {
+test('an address that the user confirmed is offered as a link, and is not opened automatically', async () => {
   const { page, context, server, trouble } = await openLinks();
   server.send({ type: 'event', event: 'openURL', url: 'https://example.com/a%20b?c=d' });
   const link = page.getByRole('status').getByRole('link', { name: 'https://example.com/a%20b?c=d' });
@@ -121,11 +121,11 @@ test('an address that the user has let out is offered as a link, and opened by n
   await context.close();
 });
 
-test('what is no address of the web never becomes a link', async () => {
+test('only web addresses become links', async () => {
   const { page, context, server } = await openLinks();
   for (const url of ['javascript:alert(1)', 'file:///etc/passwd', 'no address', undefined]) {
     server.send({ type: 'event', event: 'openURL', url });
-    await page.getByText(`This is no address of the web: ${url ?? ''}`).first().waitFor();
+    await page.getByText(`Not a web address: ${url ?? ''}`).first().waitFor();
   }
   assert.equal(await page.locator('.notice a').count(), 0);
   await context.close();

@@ -14,7 +14,7 @@ after(() => browser.close());
 
 const titles = Array.from({ length: count }, (_, index) => `Module ${index}`);
 
-/** A table of a thousand rows; scrolling gives the rows that come into sight their cells, as the application does. */
+/** A table of a thousand rows. Scrolling creates the cells of rows that become visible, as the application does. */
 async function openLong(options) {
   const fixture = movableRows(['Phone', 'Camera', 'Torch'], titles);
   const { builder, tree, lists } = fixture;
@@ -39,11 +39,11 @@ async function openLong(options) {
   return { ...opened, fixture, scroller, rowsInDocument };
 }
 
-test('of a thousand rows only those around what is in sight are in the document, wherever one scrolls', async () => {
+test('of a thousand rows, only those near the visible area are in the document, at any scroll position', async () => {
   const { page, context, trouble, scroller, rowsInDocument } = await openLong();
   assert.ok((await rowsInDocument()) < 120);
   const whole = await scroller.evaluate((element) => element.scrollHeight);
-  assert.ok(whole > (count + 3) * 44, 'the others keep their room');
+  assert.ok(whole > (count + 3) * 44, 'the other rows keep their room');
   for (const part of [0.1, 0.5, 0.93, 1, 0.4, 0]) {
     await scroller.evaluate((element, goal) => { element.scrollTop = goal; }, part * whole);
     const first = Math.max(0, Math.round((part * whole) / 44) - 40);
@@ -53,7 +53,7 @@ test('of a thousand rows only those around what is in sight are in the document,
         return [0.3, 0.6, 0.9].map((share) => document.elementFromPoint(box.left + box.width / 2, box.top + box.height * share)?.closest('.row')?.dataset.node);
       });
       return part === 0 || inSight.every((id) => id !== undefined);
-    }, `rows are shown at ${part} of the way, after row ${first}`);
+    }, `rows are shown at ${part} of the scroll range, after row ${first}`);
     assert.ok((await rowsInDocument()) < 120);
     assert.equal(await scroller.evaluate((element) => element.scrollHeight), whole, 'nothing jumps');
   }
@@ -81,7 +81,7 @@ test('a row is dragged across the whole table: it scrolls while the finger is at
   await context.close();
 });
 
-test('the menu and the keys reach the other end of a thousand rows, and the focus goes along', async () => {
+test('the menu and the keys move a row to the other end of a thousand rows, and the focus follows', async () => {
   const { page, context, server, trouble } = await openLong();
   await page.getByRole('button', { name: /^Move Module 3$/ }).click();
   await page.getByRole('menuitem', { name: 'Move to the bottom' }).click();
@@ -91,10 +91,10 @@ test('the menu and the keys reach the other end of a thousand rows, and the focu
     const screen = document.querySelector('.screen').getBoundingClientRect();
     return document.activeElement.getAttribute('aria-label') === 'Move Module 3' && box.top > screen.top && box.bottom < screen.bottom;
   });
-  await eventually(focusInSight, 'the row that was moved is in sight and has the focus');
+  await eventually(focusInSight, 'the moved row is visible and has the focus');
   await page.keyboard.press('Space');
   await page.keyboard.press('Home');
-  await eventually(focusInSight, 'the row in the hand is in sight');
+  await eventually(focusInSight, 'the picked-up row is visible');
   await page.keyboard.press('Space');
   await eventually(() => server.actions.at(-1).index === 0, 'it is put down at the top');
   assert.deepEqual(trouble, []);
@@ -110,7 +110,7 @@ test('a row keeps the focus when it is scrolled away', async () => {
   await context.close();
 });
 
-test('no barriers: a thousand rows, in the midst of them', async () => {
+test('no barriers: in the middle of a thousand rows', async () => {
   const { page, context, scroller } = await openLong();
   await scroller.evaluate((element) => { element.scrollTop = 20_000; });
   await page.locator('.row[aria-posinset="450"] .text').waitFor();

@@ -9,7 +9,7 @@ let browser;
 before(async () => { browser = await launchBrowser(); });
 after(() => browser.close());
 
-/** A choice's own page, put on top of the one that is shown. */
+/** The page of a choice, pushed on top of the shown page. */
 function pushChoices(fixture) {
   const { builder, tree } = fixture;
   const known = new Set(Object.keys(builder.nodes));
@@ -30,7 +30,7 @@ function pushChoices(fixture) {
   return { push, pop, navigation };
 }
 
-test('a page is pushed and popped; back, and Escape, ask for it', async () => {
+test('a page is pushed and popped; the back button and Escape go back', async () => {
   const fixture = everyKind();
   const { page, context, server, trouble } = await openAlone(browser, fixture.tree);
   const { push, pop, navigation } = pushChoices(fixture);
@@ -50,7 +50,7 @@ test('a page is pushed and popped; back, and Escape, ask for it', async () => {
   await context.close();
 });
 
-test('the row that is chosen is told to a screen reader', async () => {
+test('screen readers are told which row is chosen', async () => {
   const fixture = everyKind();
   const { page, context, server } = await openAlone(browser, fixture.tree);
   server.patch(pushChoices(fixture).push);
@@ -70,7 +70,7 @@ test('a large title gives way to the small one when it has scrolled under the ba
   await context.close();
 });
 
-test('the way back is called by the page below where that has room beside the title that is shown', async () => {
+test('the back button shows the title of the page below if it has room beside the title', async () => {
   const bar = { largeTitle: true, title: 'Connectivity & Favorites', back: 'Arrage modules' };
   const { page, context } = await openAlone(browser, everyKind({}, bar).tree, { viewport: { width: 390, height: 600 } });
   const back = page.getByRole('button', { name: 'Back to Arrage modules' });
@@ -84,7 +84,7 @@ test('the way back is called by the page below where that has room beside the ti
   await context.close();
 });
 
-test('of nested navigation the outer bar fades the title and the inner one goes back', async () => {
+test('with nested navigation the outer bar fades the title and the inner one goes back', async () => {
   const b = new TreeBuilder();
   const { page: id } = b.page('Inner', [b.section(undefined, undefined, [b.switchRow('a', 'A', true)])]);
   const inner = b.add({ kind: 'navigation', bar: { title: 'Inner', titleOpacity: 0, back: 'Root', hidden: true } }, [id]);

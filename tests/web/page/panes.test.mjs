@@ -11,7 +11,7 @@ after(() => browser.close());
 
 const entry = (page, key) => page.locator(`.entries tr[data-key="${key}"]`);
 
-test('numbers keep the type and the digits that the file has', async () => {
+test('numbers keep their type and digits from the file', async () => {
   const { page, context, server } = await openAlone(browser, everyKind().tree);
   server.socket.send('{"type":"side","file":{"path":"/p","state":"ok","entries":{"real":1.0,"large":9223372036854775807,"small":1},"changed":[]}}');
   assert.match(await entry(page, 'real').textContent(), /real\s*real\s*1\.0/);
@@ -20,7 +20,7 @@ test('numbers keep the type and the digits that the file has', async () => {
   await context.close();
 });
 
-test('what the last tap changed is shown with before and after, what it removed too', async () => {
+test('changes of the last tap are shown with before and after, also removed keys', async () => {
   const { page, context, server } = await openAlone(browser, everyKind().tree);
   const changed = [{ key: 'style', before: 0, after: 1 }, { key: 'gone', before: 'x', after: null }];
   server.send({ type: 'side', file: { path: '/p', state: 'ok', entries: { style: 1, other: true }, changed } });
@@ -32,7 +32,7 @@ test('what the last tap changed is shown with before and after, what it removed 
   await context.close();
 });
 
-test('a list has lines of its own below its key, as wide as the table', async () => {
+test('a list has separate lines below its key, as wide as the table', async () => {
   const { page, context, server } = await openAlone(browser, everyKind().tree);
   server.send({ type: 'side', file: { path: '/p', state: 'ok', entries: { list: ['a', 'b'], none: [], one: { key: 'value' } }, changed: [] } });
   await entry(page, 'list').waitFor();
@@ -61,22 +61,22 @@ test('the log stays at its end while it grows', async () => {
   server.send({ type: 'side', log: Array.from({ length: 200 }, (_, index) => ({ time: index, source: 'nslog', message: `line ${index}` })) });
   await page.getByText('line 199').waitFor();
   const pane = page.locator('[data-pane="log"]');
-  await eventually(() => pane.evaluate((body) => body.scrollTop + body.clientHeight >= body.scrollHeight - 1), 'the end is in sight');
+  await eventually(() => pane.evaluate((body) => body.scrollTop + body.clientHeight >= body.scrollHeight - 1), 'the end is visible');
   await context.close();
 });
 
-test('traits are set by the words that a script uses', async () => {
+test('traits are set with the names and values of scripts', async () => {
   const { page, context, server } = await openAlone(browser, everyKind().tree);
   for (const [name, value] of [['idiom', 'pad'], ['screen', '820x1180@2'], ['system', '14.0'], ['appearance', 'dark'], ['text', '1.24']]) {
     await page.locator(`[data-trait="${name}"]`).selectOption(value);
     await eventually(() => server.actions.some((action) => action.action === 'trait' && action.name === name && action.value === value), name);
   }
-  await page.getByRole('button', { name: 'Open Settings anew' }).click();
+  await page.getByRole('button', { name: 'Reopen Settings' }).click();
   await eventually(() => server.actions.at(-1).action === 'reopen', 'reopen is sent');
   await context.close();
 });
 
-test('neighbours are switched by the words that a script uses, and shown as they are', async () => {
+test('neighbours are switched with the names of scripts, and their state is shown', async () => {
   const neighbours = { CCSModuleRepository: true, ZVModuleRepository: false };
   const { page, context, server } = await openAlone(browser, everyKind({ neighbours }).tree);
   await page.getByText('Neighbours', { exact: true }).click();

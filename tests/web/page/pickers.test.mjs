@@ -12,7 +12,7 @@ after(() => browser.close());
 
 const rgba = [1, 0, 0, 1];
 
-/** A picker over the page; `pick` is answered as the application does it. */
+/** A picker over the page; `pick` is answered as the application would. */
 async function openPicker(node, { device, ...options } = {}) {
   const fixture = everyKind(device);
   const { tree, builder } = fixture;
@@ -42,7 +42,7 @@ test('the grid picks a colour by a click, and by keyboard', async () => {
   await context.close();
 });
 
-test('the spectrum tells each colour while the finger moves, and moves by arrows', async () => {
+test('the spectrum sends each colour while the finger moves, and arrow keys move it', async () => {
   const { page, context, picks, shown, trouble } = await openPicker({ color: { rgba } });
   await page.getByRole('tab', { name: 'Spectrum' }).click();
   const spectrum = page.getByRole('slider', { name: /^Spectrum/ });
@@ -52,7 +52,7 @@ test('the spectrum tells each colour while the finger moves, and moves by arrows
   for (const share of [0.4, 0.5, 0.6]) {
     const before = picks().length;
     await page.mouse.move(box.x + box.width * share, box.y + box.height / 2);
-    await eventually(() => picks().length > before, 'the colour under the finger is told');
+    await eventually(() => picks().length > before, 'the colour under the finger is sent');
   }
   await page.mouse.up();
   const [red, green, blue] = picks().at(-1);
@@ -60,7 +60,7 @@ test('the spectrum tells each colour while the finger moves, and moves by arrows
   await spectrum.focus();
   const count = picks().length;
   await page.keyboard.press('ArrowUp');
-  await eventually(() => picks().length === count + 1, 'an arrow picks');
+  await eventually(() => picks().length === count + 1, 'an arrow key picks a colour');
   await eventually(async () => (await spectrum.getAttribute('aria-valuetext')).includes('lightness 52 %'), 'it is lighter');
   assert.match(await shown(), /^#[0-9A-F]{6}$/);
   assert.deepEqual(trouble, []);
@@ -84,13 +84,13 @@ test('the sliders, their fields and the hex field pick', async () => {
   }
   assert.equal(await hex.inputValue(), 'FF0000');
   assert.deepEqual(picks().at(-1), [255, 0, 0, 255]);
-  assert.equal(picks().length, 4, 'what is no colour is not sent');
+  assert.equal(picks().length, 4, 'an invalid colour is not sent');
   assert.equal(await page.getByRole('slider', { name: 'Opacity' }).count(), 0);
   assert.deepEqual(trouble, []);
   await context.close();
 });
 
-test('the opacity is offered only where the picker has it', async () => {
+test('the opacity is offered only if the picker supports it', async () => {
   const { page, context, picks } = await openPicker({ color: { rgba }, alpha: true });
   await page.getByRole('slider', { name: 'Opacity' }).focus();
   await page.keyboard.press('Home');
@@ -99,7 +99,7 @@ test('the opacity is offered only where the picker has it', async () => {
   await context.close();
 });
 
-test('a colour that is known by name is shown, and reckoned with, as it looks', async () => {
+test('a named colour is shown and computed with its visible components', async () => {
   const { page, context, shown, picks } = await openPicker({ color: { name: 'systemGreenColor' } });
   await eventually(async () => (await shown()) === '#34C759', 'the name has components');
   await page.getByRole('tab', { name: 'Sliders' }).click();
@@ -110,7 +110,7 @@ test('a colour that is known by name is shown, and reckoned with, as it looks', 
   await context.close();
 });
 
-test('what was picked last is told before the picker is closed', async () => {
+test('the last picked colour is sent before the picker is closed', async () => {
   const { page, context, server, picks } = await openPicker({ color: { rgba } });
   server.answer(() => undefined);
   await page.getByRole('gridcell', { name: 'black, 000000' }).click();
@@ -121,7 +121,7 @@ test('what was picked last is told before the picker is closed', async () => {
   await context.close();
 });
 
-test('what was picked last stays shown when the picker is closed before it is answered', async () => {
+test('the last picked colour stays shown if the picker is closed before the answer', async () => {
   const { page, context, server, shown } = await openPicker({ color: { rgba } });
   const sample = () => page.locator('.color-sample i').evaluate((each) => getComputedStyle(each).backgroundColor);
   server.answer(() => undefined);
@@ -137,7 +137,7 @@ test('what was picked last stays shown when the picker is closed before it is an
   await context.close();
 });
 
-test('an answer that comes after the picker was closed brings no colour back', async () => {
+test('an answer after the picker was closed does not restore a colour', async () => {
   const { page, context, server, picks } = await openPicker({ color: { rgba } });
   server.answer(() => undefined);
   await page.getByRole('gridcell', { name: 'black, 000000' }).click();
@@ -178,7 +178,7 @@ async function openPhotos(node = {}, options = {}) {
   return { ...opened, chosen };
 }
 
-test('a photo of the library is chosen by its name; a file that is none says why', async () => {
+test('a photo of the library is chosen by its name; a file that is not a photo says why', async () => {
   const { page, context, chosen, trouble } = await openPhotos();
   await page.getByRole('button', { name: 'forest.png' }).click();
   await eventually(() => chosen().length === 1, 'the photo is chosen');
@@ -188,7 +188,7 @@ test('a photo of the library is chosen by its name; a file that is none says why
   await context.close();
 });
 
-test('a picture from the disk goes to the server, and is chosen by the name that it gets there', async () => {
+test('a picture from the disk is uploaded and chosen by the name that the server returns', async () => {
   const uploads = [];
   const { page, context, chosen, trouble } = await openPhotos({}, {
     upload: (route) => {
@@ -205,7 +205,7 @@ test('a picture from the disk goes to the server, and is chosen by the name that
   await context.close();
 });
 
-test('a file that is dropped on the picker is sent; why it is not taken is said', async () => {
+test('a file dropped on the picker is uploaded; a refusal says why', async () => {
   const { page, context, chosen } = await openPhotos({}, {
     upload: (route) => route.fulfill({ status: 422, json: { message: 'The file is no PNG or JPEG picture.' } }),
   });
@@ -223,7 +223,7 @@ test('a file that is dropped on the picker is sent; why it is not taken is said'
   await context.close();
 });
 
-test('a busy picker is dimmed, shows that it works, and takes no other picture', async () => {
+test('a busy picker is dimmed, shows a spinner, and accepts no other picture', async () => {
   const { page, context } = await openPhotos({
     busy: true, frame: [0, 0, 390, 844],
     layers: (b) => [
@@ -233,12 +233,12 @@ test('a busy picker is dimmed, shows that it works, and takes no other picture',
   });
   await page.getByRole('progressbar', { name: 'Busy' }).waitFor();
   assert.equal(await page.getByRole('button', { name: 'beach.jpg' }).isDisabled(), true);
-  // The sheet comes in from below.
+  // The sheet slides in from below.
   await eventually(async () => {
     const sheet = await page.locator('.image-picker').boundingBox();
     const spinner = await page.getByRole('progressbar').boundingBox();
     return Math.abs(spinner.y + spinner.height / 2 - sheet.y - sheet.height / 2) < 2;
-  }, 'it stands in the middle');
+  }, 'it is in the middle');
   await eventually(() => page.locator('.sheet-layers > .view').last().evaluate((view) => getComputedStyle(view).opacity === '0.5'), 'the picker is dimmed');
   await page.getByRole('button', { name: 'Cancel' }).isEnabled();
   await context.close();

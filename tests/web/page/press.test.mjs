@@ -9,7 +9,7 @@ let browser;
 before(async () => { browser = await launchBrowser(); });
 after(() => browser.close());
 
-/** A table that watches for long presses, as long as one has to scroll it. */
+/** A table that handles long presses and is long enough to scroll. */
 async function openColors(options) {
   const b = new TreeBuilder();
   const rows = Array.from({ length: 30 }, (_, index) => b.buttonRow(`color${index}`, `Color ${index}`));
@@ -18,11 +18,11 @@ async function openColors(options) {
   const opened = await openAlone(browser, b.tree(fixture), options);
   const button = opened.page.getByRole('button', { name: 'Color 3', exact: true });
   const told = () => opened.server.actions.filter(({ action }) => action !== 'bounds').map(({ action, phase }) => (phase ? `${action} ${phase}` : action));
-  const tells = (...expected) => eventually(() => told().join() === expected.join(), `${expected} is told, not ${told()}`);
+  const tells = (...expected) => eventually(() => told().join() === expected.join(), `${expected} is sent, not ${told()}`);
   return { ...opened, button, told, tells, node: rows[3] };
 }
 
-test('the mouse that is held down is told at once, and what follows is no tap', async () => {
+test('a press with the mouse is sent at once, and no tap follows', async () => {
   const { page, context, server, button, tells, node, trouble } = await openColors();
   await button.hover();
   await page.mouse.down();
@@ -31,12 +31,12 @@ test('the mouse that is held down is told at once, and what follows is no tap', 
   await page.mouse.up();
   await tells('press begin', 'press end');
   await page.getByRole('heading', { name: 'Colors' }).click();
-  assert.deepEqual(server.actions.length, 2, 'the click of the press is no second tap');
+  assert.deepEqual(server.actions.length, 2, 'the click of the press is not sent as a second tap');
   assert.deepEqual(trouble, []);
   await context.close();
 });
 
-test('a press that moves away is given up', async () => {
+test('a press that moves away is cancelled', async () => {
   const { page, context, button, tells, told } = await openColors();
   const box = await button.boundingBox();
   await page.mouse.move(box.x + 50, box.y + 10);
@@ -59,7 +59,7 @@ async function fingerOn(page, context, button) {
   return { point, touch };
 }
 
-test('a finger that scrolls is no press', async () => {
+test('a finger that scrolls does not press', async () => {
   const { page, context, button, tells } = await openColors(phone);
   const { point, touch } = await fingerOn(page, context, button);
   await touch('touchStart', point);
@@ -79,7 +79,7 @@ test('a finger that rests is a press until it goes', async () => {
   await context.close();
 });
 
-test('a click by assistive technology is heard right after a press', async () => {
+test('a click by assistive technology is handled right after a press', async () => {
   const { page, context, button, tells } = await openColors();
   const box = await button.boundingBox();
   await page.mouse.move(box.x + 50, box.y + 10);
@@ -112,19 +112,19 @@ test('Enter and Space are held down like a finger', async () => {
   await context.close();
 });
 
-test('what assistive technology clicks is a tap', async () => {
+test('a click by assistive technology is a tap', async () => {
   const { context, button, tells } = await openColors();
   await button.evaluate((element) => element.click());
   await tells('tap');
   await context.close();
 });
 
-test('where the table watches for no long press a tap is a tap', async () => {
+test('in a table without long presses a tap is sent as a tap', async () => {
   const b = new TreeBuilder();
   const fixture = b.page('Rows', [b.section(undefined, undefined, [b.buttonRow('a', 'A')])]);
   const { page, context, server } = await openAlone(browser, b.tree(fixture));
   await page.getByRole('button', { name: 'A', exact: true }).click();
-  await eventually(() => server.actions.length === 1, 'it is told');
+  await eventually(() => server.actions.length === 1, 'it is sent');
   assert.equal(server.actions[0].action, 'tap');
   await context.close();
 });

@@ -9,7 +9,7 @@ let browser;
 before(async () => { browser = await launchBrowser(); });
 after(() => browser.close());
 
-/** The operations that put a new switch into a section. */
+/** The operations that insert a new switch into a section. */
 function insertSwitch(fixture, section, place, identifier, title) {
   const known = new Set(Object.keys(fixture.builder.nodes));
   const row = fixture.builder.switchRow(identifier, title, false);
@@ -20,7 +20,7 @@ function insertSwitch(fixture, section, place, identifier, title) {
   ];
 }
 
-test('a row keeps its focus, its caret and what is typed in it when another one is inserted above', async () => {
+test('a row keeps its focus, its caret and the typed text when another row is inserted above', async () => {
   const fixture = everyKind();
   const { page, context, server, trouble } = await openAlone(browser, fixture.tree);
   const field = page.locator('.row[data-identifier="name"]').getByRole('textbox');
@@ -56,13 +56,13 @@ test('a finger on a slider keeps it when a row is inserted above', async () => {
   await context.close();
 });
 
-test('rows come and go with movement, and without where it is not wanted', async () => {
+test('rows appear and disappear with movement, and without it if the user prefers reduced motion', async () => {
   for (const reducedMotion of ['no-preference', 'reduce']) {
     const fixture = everyKind();
     const { page, context, server, trouble } = await openAlone(browser, fixture.tree, { reducedMotion });
     const running = () => page.evaluate(() => document.getAnimations().filter((each) => !(each instanceof CSSTransition)
       && each.effect.target.closest('.rows')).length);
-    // Counted as they begin: a busy machine may look only after they have ended.
+    // Counts the animations when they start: on a busy machine a later check may come after their end.
     await page.evaluate(() => {
       const { animate } = Element.prototype;
       globalThis.begun = 0;
@@ -79,13 +79,13 @@ test('rows come and go with movement, and without where it is not wanted', async
 
     server.patch([{ op: 'remove', path: `/nodes/${fixture.sections.presentation}/children/2` }]);
     await page.getByRole('switch', { name: 'New row' }).waitFor({ state: 'detached' });
-    await eventually(async () => (await page.locator('.row.ghost').count()) === 0, 'what leaves is gone in the end');
+    await eventually(async () => (await page.locator('.row.ghost').count()) === 0, 'the leaving row is removed in the end');
     assert.deepEqual(trouble, []);
     await context.close();
   }
 });
 
-test('rows out of sight have no cell but keep their height and their name', async () => {
+test('hidden rows have no cell but keep their height and their name', async () => {
   const b = new TreeBuilder();
   const rows = Array.from({ length: 40 }, (_, index) => (index < 20
     ? b.switchRow(`row${index}`, `Row ${index}`, false)
@@ -98,11 +98,11 @@ test('rows out of sight have no cell but keep their height and their name', asyn
   assert.equal((await last.textContent()).trim(), 'Row 39');
   await page.locator('.table-scroll').hover();
   await page.mouse.wheel(0, 1000);
-  await eventually(() => server.sent.some((message) => message.action === 'scroll'), 'the server is told where one has scrolled to');
+  await eventually(() => server.sent.some((message) => message.action === 'scroll'), 'the scroll position is sent');
   await context.close();
 });
 
-test('a row whose text is a view of its own has its accessory at the right', async () => {
+test('a row whose text is a separate view has its accessory at the right', async () => {
   const b = new TreeBuilder();
   const swatch = b.add({ kind: 'view', role: 'accessoryView', frame: [0, 0, 29, 29], layer: { radius: 14.5 } });
   const cell = b.cell({ cellType: 'PSButtonCell' }, [], swatch);
@@ -113,7 +113,7 @@ test('a row whose text is a view of its own has its accessory at the right', asy
   await context.close();
 });
 
-test('at the largest text size what stands in a row of a fixed height keeps to it, and segments to their own width', async () => {
+test('at the largest text size, content stays inside rows of fixed height, and segments keep their width', async () => {
   const b = new TreeBuilder({ textScale: 2.35 });
   const cell = b.cell({ cellType: 'PSButtonCell' });
   b.nodes[cell].children.push(b.add({ kind: 'label', frame: [10, 11, 300, 22], string: 'Background', size: 17 }));
@@ -127,19 +127,19 @@ test('at the largest text size what stands in a row of a fixed height keeps to i
   await context.close();
 });
 
-test('a scroll that comes too late is refused without a word, a tap is not', async () => {
+test('a refused late scroll shows no message, a refused tap does', async () => {
   const { tree } = everyKind();
   const { page, context, server } = await openAlone(browser, tree);
   server.answer(({ action }) => `no ${action} any more`);
   await page.locator('.table-scroll').evaluate((scroller) => { scroller.scrollTop = 100; });
-  await eventually(() => server.sent.some((message) => message.action === 'scroll'), 'the scrolling is told');
+  await eventually(() => server.sent.some((message) => message.action === 'scroll'), 'the scrolling is sent');
   await page.getByRole('button', { name: 'Respring' }).click();
   await page.locator('.notice.refused').first().waitFor();
   assert.deepEqual(await page.locator('.notice p').allTextContents(), ['no tap any more']);
   await context.close();
 });
 
-test('a row that could not be made says why, in the width of the page and with what stands around it', async () => {
+test('a row that could not be created says why, in the width of the page, between the other rows', async () => {
   const b = new TreeBuilder();
   const problem = 'Root.plist, row 2 ("Broken"): unknown cell "PSNoSuchCell"; known are PSGroupCell, PSLinkCell, PSSwitchCell';
   const cell = b.cell({ cellType: 'PSStaticTextCell', style: 'subtitle', enabled: false, text: b.text('Broken'), detail: { ...b.text(problem), lines: 0 } });
@@ -171,7 +171,7 @@ test('a text that does not fit on its one line ends in an ellipsis', async () =>
   await context.close();
 });
 
-test('a text from right to left that does not fit loses its end, and stands at the left', async () => {
+test('a right-to-left text that does not fit is cut at its end and left-aligned', async () => {
   const b = new TreeBuilder();
   const rows = ['שלום '.repeat(50), 'שלום'].map((text) => b.valueRow(undefined, text, ''));
   const { page, context } = await openAlone(browser, b.tree(b.page('Rows', [b.section(undefined, undefined, rows)])));
@@ -190,7 +190,7 @@ test('a text from right to left that does not fit loses its end, and stands at t
   await context.close();
 });
 
-test('the line below a row begins where its own text does, and the last row has none', async () => {
+test('the line below a row begins where its text begins, and the last row has none', async () => {
   const b = new TreeBuilder();
   const rows = [b.linkRow('link', 'Manual', { subtitle: 'How everything works' }), b.valueRow('plain', 'Version', '1.0'), b.valueRow('last', 'Made for', 'phones')];
   const { page, context } = await openAlone(browser, b.tree(b.page('Lines', [b.section(undefined, undefined, rows)])));
@@ -199,7 +199,7 @@ test('the line below a row begins where its own text does, and the last row has 
   await context.close();
 });
 
-test('static text that is too long for its row makes it higher instead of being cut', async () => {
+test('static text that is too long for its row makes the row higher instead of being cut', async () => {
   const b = new TreeBuilder({ textScale: 2 });
   const row = b.staticRow('text', 'A text of many words that does not fit into the height that was thought of for it.', 44);
   const { page, context } = await openAlone(browser, b.tree(b.page('Text', [b.section(undefined, undefined, [row])])));

@@ -12,7 +12,7 @@ const color = 'backgroundColor';
 const cleared = '#FA0000:0.0';
 const phone = { viewport: { width: 390, height: 844 }, hasTouch: true, isMobile: true };
 
-/** Goes to the customize page, and on to one of its lists of colours. */
+/** Opens the customize page, then one of its lists of colours. */
 async function goTo(opened, list) {
   const { page, row, device } = opened;
   for (const identifier of ['customize', list].filter((each) => each)) {
@@ -30,7 +30,7 @@ async function goTo(opened, list) {
 const openColors = async () => goTo(await fresh(), 'globalColors');
 const openCustomize = async () => goTo(await fresh());
 
-/** A tap that takes no time, so that it is never a long press. */
+/** A tap without delay, so that it is never a long press. */
 const tap = (button) => button.dispatchEvent('click');
 
 const ways = {
@@ -58,7 +58,7 @@ const ways = {
 };
 
 for (const [way, pick] of Object.entries(ways)) {
-  test(`a colour that is picked is in the file while the picker is open: ${way}`, async () => {
+  test(`a picked colour is in the file while the picker is open: ${way}`, async () => {
     const opened = await openColors();
     const { page, row, dialog, stored, fill, trouble } = opened;
     await tap(row(color).getByRole('button'));
@@ -121,7 +121,7 @@ const holds = {
 };
 
 for (const [how, hold] of Object.entries(holds)) {
-  test(`a press of one second on a colour row clears it and is no tap: ${how}`, async () => {
+  test(`a press of one second on a colour row clears it and does not tap: ${how}`, async () => {
     const opened = how === 'touch' ? await goTo(await open(phone), 'globalColors') : await openColors();
     const { page, row, dialog, stored, fill, trouble, close } = opened;
     const release = await hold({ ...opened, button: row(color).getByRole('button') });
@@ -138,7 +138,7 @@ for (const [how, hold] of Object.entries(holds)) {
 
 test('a short press on a colour row is a tap', async () => {
   const { row, dialog, stored, trouble } = await openColors();
-  // Both in one go: on a slow machine a second passes between two messages of a mouse.
+  // Sends both at once: on a slow machine a second may pass between two mouse messages.
   await row(color).getByRole('button').evaluate((button) => {
     const point = { pointerId: 1, isPrimary: true, bubbles: true };
     for (const type of ['pointerdown', 'pointerup']) button.dispatchEvent(new PointerEvent(type, point));
@@ -150,7 +150,7 @@ test('a short press on a colour row is a tap', async () => {
 
 const thumbnail = (row) => row('backgroundImageTextCell').locator('.accessory-view img');
 
-/** Opens the photos from the page, where no picture is set. */
+/** Opens the photos from a page without a background image. */
 async function openPhotos(opened) {
   const { row, dialog } = opened;
   await row('backgroundImageCell').getByRole('button', { name: 'Set background image' }).click();
@@ -174,7 +174,7 @@ test('a photo of the library becomes the background image', async () => {
   assert.deepEqual(trouble, []);
 });
 
-test('the sheet offers to change and to clear the image, and to leave it', async () => {
+test('the sheet offers to change, to clear and to keep the image', async () => {
   const opened = await openPhotos(await openCustomize());
   const { page, row, dialog, stored, trouble } = opened;
   await page.getByRole('button', { name: 'IMG_0001.JPG' }).click();
@@ -205,7 +205,7 @@ test('the sheet offers to change and to clear the image, and to leave it', async
   assert.deepEqual(trouble, []);
 });
 
-test('a picture that is chosen from the disk becomes the background image; what is none says why', async () => {
+test('a picture from the disk becomes the background image; a file that is not a picture says why', async () => {
   const opened = await openPhotos(await openCustomize());
   const { page, stored, trouble } = opened;
   const choose = async (name, buffer) => {
@@ -220,11 +220,11 @@ test('a picture that is chosen from the disk becomes the background image; what 
   assert.equal(await stored('backgroundImage'), undefined);
   await choose('mine.png', tinyPng);
   await assertStored(opened);
-  // The browser tells of each file that was not taken, too.
+  // The browser also reports each file that was refused.
   assert.deepEqual(trouble.filter((each) => !each.includes('422')), []);
 });
 
-test('a picture that is dropped on the picker becomes the background image', async () => {
+test('a picture dropped on the picker becomes the background image', async () => {
   const opened = await openPhotos(await openCustomize());
   const { page, trouble } = opened;
   const dataTransfer = await page.evaluateHandle((bytes) => {
@@ -239,7 +239,7 @@ test('a picture that is dropped on the picker becomes the background image', asy
   assert.deepEqual(trouble, []);
 });
 
-/** Keeps how the picker looks as soon as it shows that it is busy. */
+/** Records the look of the picker as soon as it shows that it is busy. */
 async function watchBusy(page) {
   await page.evaluate(() => {
     new MutationObserver((_, observer) => {

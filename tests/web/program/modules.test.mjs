@@ -17,7 +17,7 @@ const camera = 'com.apple.control-center.CameraModule';
 const active = 'Active modules (min 3, max 4)';
 const phone = { viewport: { width: 390, height: 844 }, hasTouch: true, isMobile: true };
 
-/** Goes to the page that a row of the root page leads to, and says what is to be seen there. */
+/** Opens the page behind a row of the root page, and returns what it shows. */
 async function goTo(identifier, opened) {
   const { page, row, device } = opened;
   await row(identifier).scrollIntoViewIfNeeded();
@@ -29,7 +29,7 @@ async function goTo(identifier, opened) {
   const handle = (title) => page.getByRole('button', { name: new RegExp(`^Move ${title}`) });
   const rowOf = (title) => page.locator('.page:not(.ghost) .rows > .row:not(.ghost)', { hasText: title });
   const live = async () => (await page.locator('[data-live]').textContent()).trim();
-  const said = (text) => becomes(live, text, 'it is said');
+  const said = (text) => becomes(live, text, 'it is announced');
   const landed = () => eventually(async () => (await page.locator('.carry-layer > *').count()) === 0, 'the row has landed');
   const stored = async (key) => (await device.read())[key]?.[1];
   const focused = () => page.evaluate(() => document.activeElement.getAttribute('aria-label'));
@@ -67,7 +67,7 @@ test('modules are arranged by a finger on their handles', async () => {
   assert.equal(await close(), 0);
 });
 
-/** Keeps where pictures of rows fly to when they are let go, as heights above the table's top. */
+/** Records where pictures of dropped rows move to, as distances from the table's top. */
 async function watchFlights(page) {
   await page.evaluate(() => {
     globalThis.flights = [];
@@ -94,7 +94,7 @@ test('the pinned module goes back visibly when it is dragged away, and nothing i
     const { top: edge, height } = scroller.getBoundingClientRect();
     return ((row.getBoundingClientRect().top - edge) * scroller.clientHeight) / height;
   });
-  assert.ok(Math.abs(flight - top) < 1, `it flies to ${flight}, and stands at ${top}`);
+  assert.ok(Math.abs(flight - top) < 1, `it moves to ${flight}, and is at ${top}`);
   assert.equal(await rowOf('Connectivity').evaluate((row) => getComputedStyle(row).opacity), '1');
   assert.deepEqual(await shown(), before);
   await page.getByRole('button', { name: 'Remove Connectivity' }).click();
@@ -104,7 +104,7 @@ test('the pinned module goes back visibly when it is dragged away, and nothing i
   assert.deepEqual(trouble, []);
 });
 
-test('modules are arranged by keyboard, with what is done read aloud', async () => {
+test('modules are arranged by keyboard, and each step is announced', async () => {
   const { page, handle, shown, said, stored, focused, trouble } = await openShared('arrangeModules');
   await handle('Audio').focus();
   await page.keyboard.press('Space');
@@ -113,7 +113,7 @@ test('modules are arranged by keyboard, with what is done read aloud', async () 
   await said('4 of 4 in Enabled modules');
   await page.keyboard.press('ArrowDown');
   await said('1 of 2 in Disabled modules');
-  assert.equal(await stored('moduleConfig'), undefined, 'nothing is stored before it is put down');
+  assert.equal(await stored('moduleConfig'), undefined, 'nothing is stored before it is dropped');
   await page.keyboard.press('Space');
   await said('Audio is now 1 of 2 in Disabled modules');
   assert.deepEqual(await stored('moduleConfig'), [pinned, module('DisplaySlider'), module('Media')]);
@@ -144,7 +144,7 @@ test('the pinned module goes back when it is moved by keyboard, and keeps the fo
   assert.equal(await stored('moduleConfig'), undefined);
 });
 
-test('modules are arranged by single clicks; the order is still there on a second visit', async () => {
+test('modules are arranged by single clicks; a second visit shows the same order', async () => {
   const { page, row, handle, shown, said, stored, trouble } = await openShared('arrangeModules');
   assert.equal(await page.locator('.editing-control.delete').count(), 4);
   assert.equal(await page.locator('.editing-control.insert').count(), 1);
@@ -165,7 +165,7 @@ test('modules are arranged by single clicks; the order is still there on a secon
   assert.deepEqual(trouble, []);
 });
 
-test('rows with settings open them in the midst of editing', async () => {
+test('rows with settings open them during editing', async () => {
   const { page, rowOf, trouble } = await openShared('arrangeModules');
   assert.equal(await page.locator('.page:not(.ghost) .row .icon-disclosure').count(), 3);
   await rowOf('Media').getByRole('button', { name: 'Media', exact: true }).click();
@@ -175,7 +175,7 @@ test('rows with settings open them in the midst of editing', async () => {
   assert.deepEqual(trouble, []);
 });
 
-test('favourites are put in another order, and the file has it', async () => {
+test('favourites are reordered, and the file has the new order', async () => {
   const { page, handle, rowOf, shown, said, landed, stored, trouble } = await openShared('favoriteModules');
   assert.deepEqual((await shown())[0], ['Flashlight', 'Timer', 'Calculator', 'Camera']);
   await drag(page, handle('Camera'), rowOf('Timer'), { over: () => said(`2 of 4 in ${active}`) });
@@ -252,30 +252,30 @@ test('without the repository of modules the page says what to do, and with it th
   assert.equal(await close(), 0);
 });
 
-test('available modules bear their names and icons', async () => {
+test('available modules have their names and icons', async () => {
   const { page, shown } = await openShared('favoriteModules');
   assert.ok((await shown())[1].filter((title) => title !== undefined).length > 5);
   const icon = page.locator('.page:not(.ghost) .section').nth(1).locator('img.cell-image').first();
-  await eventually(() => icon.evaluate((image) => image.complete && image.naturalWidth > 0), 'the icon is there');
+  await eventually(() => icon.evaluate((image) => image.complete && image.naturalWidth > 0), 'the icon is shown');
 });
 
-/** What is in the middle of the screen, and how many rows are in the document. */
+/** The row in the middle of the screen, and the number of rows in the document. */
 const inSight = (page) => page.locator('.screen').evaluate((screen) => {
   const { left, top, width, height } = screen.getBoundingClientRect();
   const row = document.elementFromPoint(left + width / 2, top + height / 2)?.closest('.row');
   return { text: row?.querySelector('.text')?.textContent, rows: document.querySelectorAll('.page:not(.ghost) .row').length };
 });
 
-test('a thousand installed modules: only rows in sight are in the document, and a row is dragged across all', async () => {
+test('a thousand installed modules: only visible rows are in the document, and a row is dragged across all', async () => {
   const opened = await open({ prepare: (made) => made.installModules(1000) });
   const { page, handle, shown, said, live, landed, stored, trouble, close } = await goTo('favoriteModules', opened);
   const scroller = page.locator('.page:not(.ghost) .table-scroll');
   const height = await scroller.evaluate((element) => element.scrollHeight);
-  assert.ok(height > 1000 * 44, 'all rows have their room');
+  assert.ok(height > 1000 * 44, 'there is room for all rows');
   for (const share of [0.5, 1, 0.25, 0]) {
     await scroller.evaluate((element, part) => { element.scrollTop = part * element.scrollHeight; }, share);
-    await eventually(async () => (await inSight(page)).text !== undefined, `at ${share} of the way a row is shown with its name`);
-    assert.ok((await inSight(page)).rows < 150, 'rows out of sight are not in the document');
+    await eventually(async () => (await inSight(page)).text !== undefined, `at ${share} of the scroll range a row is shown with its name`);
+    assert.ok((await inSight(page)).rows < 150, 'hidden rows are not in the document');
   }
   assert.equal(await scroller.evaluate((element) => element.scrollHeight), height, 'nothing jumps');
 
@@ -286,14 +286,14 @@ test('a thousand installed modules: only rows in sight are in the document, and 
     over: async () => {
       await eventually(atEnd, 'the end is reached');
       await said(/ of \d+ in Available modules$/);
-      assert.ok((await inSight(page)).rows < 150, 'rows out of sight are not in the document');
+      assert.ok((await inSight(page)).rows < 150, 'hidden rows are not in the document');
     },
   });
   await said(/^Camera is now \d+ of 10\d\d in Available modules$/);
   await landed();
   assert.deepEqual(await stored('groupedIdentifiers'), [flashlight, timer, calculator]);
   await scroller.evaluate((element) => { element.scrollTop = 0; });
-  await eventually(async () => (await shown())[0].join() === 'Flashlight,Timer,Calculator', 'it is no favourite any more');
+  await eventually(async () => (await shown())[0].join() === 'Flashlight,Timer,Calculator', 'it is not a favourite any more');
 
   await handle('Calculator').focus();
   await page.keyboard.press('Space');

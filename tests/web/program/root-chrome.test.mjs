@@ -8,17 +8,17 @@ const { fresh, open, openNext } = useProgram();
 
 const style = (locator, name) => locator.evaluate((element, property) => getComputedStyle(element)[property], name);
 const scrollTo = (page, top) => page.locator('.page:not(.ghost) .table-scroll').evaluate((scroller, y) => { scroller.scrollTop = y; }, top);
-/** A length in the points of the device, which may be shown smaller than it is. */
+/** A length in the points of the device, which may be shown smaller than its real size. */
 const offsets = (locator) => locator.evaluate(({ offsetLeft, offsetTop, offsetWidth, offsetHeight }) => [offsetLeft, offsetTop, offsetWidth, offsetHeight]);
 
-/** A row in sight, with its cell. */
+/** A visible row, with its cell. */
 async function revealed(row, identifier) {
   await row(identifier).scrollIntoViewIfNeeded();
   await row(identifier).locator('.cell').waitFor();
   return row(identifier);
 }
 
-test('the banner stands above the rows between its margins, and scrolls away with them', async () => {
+test('the banner is above the rows between its margins, and scrolls with them', async () => {
   const { page, trouble } = await fresh();
   const header = page.locator('.table-edge').first();
   const banner = header.locator('.view-image');
@@ -33,7 +33,7 @@ test('the banner stands above the rows between its margins, and scrolls away wit
   assert.deepEqual(trouble, []);
 });
 
-test('the title of the bar fades in as one scrolls, and out again at the top', async () => {
+test('the title of the bar fades in while scrolling, and out at the top', async () => {
   const { page, trouble } = await fresh({ reducedMotion: 'no-preference' });
   const title = page.locator('.bar-title');
   assert.equal(await title.textContent(), 'Zentrova');
@@ -69,23 +69,23 @@ test('link rows show tiles, masks, initials and the picture of the maker', async
 
 const links = ['websiteLink', 'kestrelleLink', 'guideLink', 'translateLink', 'problemLink', 'hollowmere'];
 
-test('a change of the tint reaches every cell, those that come into sight later too', async () => {
+test('a change of the tint reaches every cell, also those that become visible later', async () => {
   const { page, row, trouble, close } = await open({ reducedMotion: 'reduce' });
   const color = async (name) => style((await revealed(row, name)).locator('.text'), 'color');
   const before = await color('respring');
   await page.locator('[data-trait="tint"]').fill('#c2185b');
-  await eventually(async () => (await color('respring')) !== before, 'the row in sight has another colour');
+  await eventually(async () => (await color('respring')) !== before, 'the visible row has another colour');
   const tint = await color('respring');
   assert.equal(tint, 'rgb(194, 24, 91)');
   for (const name of ['customize', ...links]) assert.equal(await color(name), tint, name);
   await page.locator('[data-trait="tint"]').fill('#00695c');
-  await eventually(async () => (await color(links[0])) !== tint, 'the rows in sight have another colour');
+  await eventually(async () => (await color(links[0])) !== tint, 'the visible rows have another colour');
   for (const name of links) assert.equal(await color(name), 'rgb(0, 105, 92)', name);
   assert.deepEqual(trouble, []);
   await close();
 });
 
-test('a link row asks before it leaves the device, and shows where it would go', async () => {
+test('a link row asks before it opens its address, and shows the address', async () => {
   const { page, row, trouble } = await fresh();
   const alert = page.getByRole('alertdialog');
   const notice = page.locator('.notice');
@@ -112,7 +112,7 @@ test('a link row asks before it leaves the device, and shows where it would go',
   assert.deepEqual(trouble, []);
 });
 
-test('the profile of the maker is asked about as any other link', async () => {
+test('the profile of the maker asks like any other link', async () => {
   const { page, row } = await fresh();
   await (await revealed(row, 'hollowmere')).getByRole('button').click();
   const alert = page.getByRole('alertdialog');
@@ -138,7 +138,7 @@ test('the version row shows what the package manager says', async () => {
 const endless = 'exec sleep 86400';
 const waitingFor = '/bin/bash dpkg -s com.hollowmere.zentrova has not ended yet.';
 
-/** Taps the version row of a device on which the program behind it is another. */
+/** Taps the version row of a device on which the program behind it was replaced. */
 async function askVersion(script) {
   const opened = await open({ reducedMotion: 'reduce', prepare: (device) => device.putProgram('bin/bash', script) });
   await (await revealed(opened.row, 'version')).getByRole('button').click();
@@ -148,7 +148,7 @@ async function askVersion(script) {
 }
 
 for (const [what, script, exit] of [['does not end', endless, '143'], ['does not want to end', `trap '' TERM\n${endless}`, '137']]) {
-  test(`a version program that ${what} is stopped, and the page goes on`, async () => {
+  test(`a version program that ${what} is stopped, and the page continues`, async () => {
     const { page, row, device, dialog, trouble, close } = await askVersion(script);
     await dialog.getByRole('button', { name: 'Stop' }).click();
     await dialog.waitFor({ state: 'detached' });
@@ -156,14 +156,14 @@ for (const [what, script, exit] of [['does not end', endless, '143'], ['does not
     await page.locator('.pane-programs').getByText(exit).waitFor();
     await page.locator('.pane-log').getByText('stopped the program that the page waits for').waitFor();
     await (await revealed(row, 'allowInApps')).getByRole('switch').click();
-    await becomes(async () => (await device.read()).allowInApps, ['bool', false], 'the page goes on');
+    await becomes(async () => (await device.read()).allowInApps, ['bool', false], 'the page continues');
     assert.equal(await page.locator('.notice').count(), 0, 'nothing was refused');
     assert.deepEqual(trouble, []);
     assert.equal(await close(), 0);
   });
 }
 
-test('while a program runs nothing else is done, every window says so, and each can stop it', async () => {
+test('while a program runs no other action is accepted, every window says so, and each can stop it', async () => {
   const { page, server, dialog, trouble, close } = await askVersion(endless);
   await eventually(() => page.evaluate(() => document.activeElement.textContent.trim() === 'Stop'), 'the focus is on the button');
   await assertAccessible(page, 'the dialog');
@@ -186,7 +186,7 @@ test('the server ends while a page waits for a program', async () => {
 });
 
 for (const appearance of ['light', 'dark']) {
-  test(`no barriers: link rows and the question of one, ${appearance}`, async () => {
+  test(`no barriers: link rows and their question, ${appearance}`, async () => {
     const { page, row, trouble } = await fresh({ appearance });
     await (await revealed(row, 'problemLink')).getByRole('button').click();
     await page.getByRole('alertdialog').waitFor();

@@ -10,17 +10,17 @@ const { fresh, open, openNext } = useProgram();
 const radio = (row, index) => row.getByRole('radio').nth(index);
 const isSelected = async (row, index) => eventually(async () => (await radio(row, index).getAttribute('aria-checked')) === 'true', `segment ${index} is selected`);
 
-/** Brings a row into sight as a finger does; a row out of sight has no control. */
+/** Scrolls a row into view as a finger does; a hidden row has no control. */
 async function reveal(row) {
   await row.scrollIntoViewIfNeeded();
   await row.locator('.cell').waitFor();
   return row;
 }
 
-/** The identifiers of the rows that are shown, in their order. */
+/** The identifiers of the shown rows, in their order. */
 const identifiers = (page) => page.locator('.page:not(.ghost) .row:not(.ghost)').evaluateAll((rows) => rows.map((row) => row.dataset.identifier));
 
-test('the presentation style brings both switches in their order, and what is set is in the file', async () => {
+test('the presentation style shows both switches in their order, and the settings are in the file', async () => {
   const { page, row, device, trouble } = await fresh();
   await radio(row('presentationStyle'), 1).click();
   await page.getByRole('switch', { name: 'Reverse module order' }).waitFor();
@@ -113,7 +113,7 @@ test('every switch, segment and slider of the page takes a touch', async () => {
   await close();
 });
 
-test('a damaged preference file is said in the pane, and the page works on', async () => {
+test('the pane reports a damaged preference file, and the page still works', async () => {
   const { page, row, device, close } = await open({ prepare: (made) => writeFile(made.file, '<plist><dict><key>a</key>') });
   await page.locator('.file-problem').waitFor();
   await page.locator('.pane-file').getByText('Damaged').waitFor();
@@ -129,7 +129,7 @@ test('a file that another program changes is shown without a tap', async () => {
   await page.locator('.entries tr[data-key="fromOutside"]').getByText('7').waitFor();
 });
 
-test('where Kestrelle has the gestures the row is locked, dimmed, and shows the first segment', async () => {
+test('if Kestrelle handles the gestures, the row is locked, dimmed, and shows the first segment', async () => {
   const { page, row, device, trouble, close } = await open({
     prepare: async (made) => {
       await made.writePlist(made.kestrelle, { gesturesConfig: '2', useGestures: true });
@@ -199,7 +199,7 @@ for (const appearance of ['light', 'dark']) {
   });
 }
 
-test('when the server ends the page says so and keeps what it shows', async () => {
+test('when the server ends, the page says so and keeps its content', async () => {
   const { page, row, server, device, context } = await open();
   await row('enabled').waitFor();
   assert.equal(await server.stop(), 0);

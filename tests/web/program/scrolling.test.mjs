@@ -7,7 +7,7 @@ const { open } = useProgram();
 
 const scrollerOf = (page) => page.locator('.page:not(.ghost) .table-scroll');
 
-/** The rows in sight that show nothing. */
+/** The visible rows that show nothing. */
 function emptyRows(page) {
   return scrollerOf(page).evaluate((scroller) => {
     const sight = scroller.getBoundingClientRect();
@@ -20,19 +20,19 @@ function emptyRows(page) {
 }
 
 for (const textScale of ['0.82', '1', '1.65', '2.35']) {
-  test(`every row in sight shows what it is, wherever one scrolls, at the text size ${textScale}`, async () => {
+  test(`every visible row shows its content, at any scroll position, at the text size ${textScale}`, async () => {
     const { page, trouble, close } = await open({ serveOptions: ['--text-scale', textScale] });
     const isAtEnd = () => scrollerOf(page).evaluate((scroller) => scroller.scrollTop + scroller.clientHeight >= scroller.scrollHeight - 1);
     do {
       await scrollerOf(page).evaluate((scroller) => { scroller.scrollTop += 300; });
-      await eventually(async () => (await emptyRows(page)).length === 0, 'every row in sight has its cell');
+      await eventually(async () => (await emptyRows(page)).length === 0, 'every visible row has its cell');
     } while (!(await isAtEnd()));
     assert.deepEqual(trouble, []);
     await close();
   });
 }
 
-test('the version is shown below the last row, and comes into sight', async () => {
+test('the version is shown below the last row and scrolled into view', async () => {
   const { page, row, close } = await open({ reducedMotion: 'reduce' });
   await row('version').scrollIntoViewIfNeeded();
   await row('version').getByRole('button').click();
@@ -45,7 +45,7 @@ test('the version is shown below the last row, and comes into sight', async () =
   await close();
 });
 
-test('a sheet that opens while the table is still on its way refuses nothing', async () => {
+test('a sheet that opens while the table is still scrolling refuses no action', async () => {
   const { page, row, close } = await open({ reducedMotion: 'reduce' });
   await row('hollowmere').scrollIntoViewIfNeeded();
   await row('hollowmere').getByRole('button').click();

@@ -1,4 +1,4 @@
-// A Chromium of its own for each test file, with nothing of the user's.
+// A separate Chromium for each test file, without the user's profile.
 
 import { chromium } from 'playwright-core';
 
@@ -7,12 +7,12 @@ const switches = [
   '--disable-component-update', '--disable-sync',
 ];
 
-/** Its profile is a temporary folder that goes away when the browser is closed. */
+/** The profile is a temporary folder that is deleted when the browser is closed. */
 export function launchBrowser() {
   return chromium.launch({ executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium', headless: true, args: switches });
 }
 
-/** Collects what a page must never do: errors of its console, uncaught ones, refused content. */
+/** Collects what a page must never cause: console errors, uncaught errors, refused content. */
 export function watchForTrouble(page) {
   const trouble = [];
   page.on('console', (message) => {

@@ -1,16 +1,16 @@
-// The mouse and a finger as a hand that drags.
+// Drags with the mouse or a finger, like a user's hand.
 
 import { still } from './eventually.mjs';
 
 const steps = 12;
 
-/** Where the middle of an element is in the window. */
+/** The middle of an element in the window. */
 export async function middle(locator) {
   const box = await locator.boundingBox();
   return { x: box.x + box.width / 2, y: box.y + box.height / 2, height: box.height };
 }
 
-// A row that still moves is not where it is aimed at.
+// A row that still moves would not be where the pointer goes.
 async function aim(page, handle, goal) {
   await still(page);
   const from = await middle(handle);
@@ -19,8 +19,8 @@ async function aim(page, handle, goal) {
 }
 
 /**
- * Drags a handle, in steps as a hand does, to the height of another element or by a number of points.
- * It is let go when `over` has happened: what the user looks for while dragging.
+ * Drags a handle, in steps like a hand, to the height of another element or by a number of points.
+ * Drops it when `over` has happened, which is what the user waits for while dragging.
  */
 export async function drag(page, handle, goal, { release = true, over = () => undefined } = {}) {
   const { x, from, to } = await aim(page, handle, goal);

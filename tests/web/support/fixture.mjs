@@ -1,9 +1,9 @@
-// Builds trees as the server sends them (docs/tree.md), for tests of the page alone. The types of the
-// page's protocol are checked here too (tests/web/tsconfig.json).
+// Builds trees as the server sends them (docs/tree.md), for tests of the page without a server. They are
+// checked against the types of the page's protocol (tests/web/tsconfig.json).
 
 /** @typedef {import('../../../settings/web/ui/src/protocol/tree.js').TreeNode} TreeNode */
 /**
- * The members that the server always sends of a kind.
+ * The members that the server always sends for a kind.
  * @template {TreeNode} Node
  * @typedef {{ [Name in keyof Node as {} extends Pick<Node, Name> ? never : Name extends 'kind' | 'children' ? never : Name]: Node[Name] }} Always
  */
@@ -61,7 +61,7 @@ export class TreeBuilder {
   }
 
   /**
-   * Adds a node; what the server always sends of its kind is filled in where it is not given.
+   * Adds a node; fills in the members that the server always sends for its kind.
    * @param {Given<TreeNode>} node
    * @param {string[]} children
    */
@@ -121,7 +121,7 @@ export class TreeBuilder {
     return this.row(identifier, title, cell, { height });
   }
 
-  /** A row that stands for a web link: `tile` is laid over its picture, with `over` in it. */
+  /** A row for a web link: `tile` covers its picture and contains `over`. */
   linkRow(identifier, title, { subtitle, size = 29, layer, initials, avatar, lines = 1, tint = [0, 122 / 255, 1, 1] }) {
     /** @type {[number, number, number, number]} */
     const bounds = [0, 0, size, size];
@@ -144,7 +144,7 @@ export class TreeBuilder {
     return this.add({ kind: 'section', ...(header && { header }), ...(footer && { footer }) }, rows);
   }
 
-  /** How high sections are in a table, with their headers and footers. */
+  /** The heights of a table's sections, including headers and footers. */
   heightOf(sections) {
     const heights = sections.flatMap((section) => this.nodes[section].children.map((row) => this.nodes[row].height));
     return heights.reduce((sum, height) => sum + height, sections.length * 70);
@@ -163,7 +163,7 @@ export class TreeBuilder {
   }
 }
 
-/** A page with a row of every kind. `ids` names what tests reach for. */
+/** A page with a row of every kind. `ids` names the nodes that tests use. */
 export function everyKind(device, bar) {
   const b = new TreeBuilder(device);
   const rows = {
@@ -191,8 +191,8 @@ export function everyKind(device, bar) {
 }
 
 /**
- * Two lists between which rows are moved, and what the application does with "move" and "commit":
- * the rows stay where `accepts` says no.
+ * Two lists between which rows can be moved, and the application's handling of "move" and "commit":
+ * a row stays in its place if `accepts` returns false.
  * @param {string[]} active
  * @param {string[]} available
  * @param {{ device?: object, accepts?: (row: string, to: { section: number, index: number }) => boolean, style?: string }} options

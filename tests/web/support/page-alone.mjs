@@ -1,4 +1,4 @@
-// The built page without a server: the test is the other end of its WebSocket.
+// Opens the built page without a server: the test is the other end of its WebSocket.
 
 import { readFile } from 'node:fs/promises';
 import { extname, join } from 'node:path';
@@ -21,7 +21,7 @@ async function serveFile(route) {
   }
 }
 
-/** The server's end: sends what the test says, and keeps what the page sent. */
+/** The server's end: sends the test's messages, and records the page's messages. */
 export class OtherEnd {
   constructor(tree) {
     this.tree = tree;
@@ -36,7 +36,7 @@ export class OtherEnd {
     return this.sent.filter((message) => message.type === 'action' && message.action !== 'scroll');
   }
 
-  /** What an action does to the tree: gives a patch, or a text that refuses it, or nothing to leave it open. */
+  /** The effect of an action: returns a patch, a text to refuse it, or undefined to leave it unanswered. */
   answer(handler) {
     this._answer = handler;
   }
@@ -69,7 +69,7 @@ export class OtherEnd {
   }
 }
 
-/** Opens the page in a new window; `routes` answers other addresses than the page's own files. `trouble` must stay empty. */
+/** Opens the page in a new window; `routes` handles addresses besides the page's files. `trouble` must stay empty. */
 export async function openAlone(browser, tree, { routes = {}, ...options } = {}) {
   const context = await browser.newContext({ viewport: { width: 1280, height: 900 }, ...options });
   const page = await context.newPage();

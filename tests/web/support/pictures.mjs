@@ -1,14 +1,14 @@
-// Pictures for tests that send their own.
+// Creates pictures for tests that upload them.
 
 import { randomBytes } from 'node:crypto';
 import { deflateSync } from 'node:zlib';
 
-/** The smallest that there is: one pixel. */
+/** The smallest picture: one pixel. */
 export const tinyPng = Buffer.from('iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR4nGMwTpv5HwAENAIyWy0K4AAAAABJRU5ErkJggg==', 'base64');
 
 const signature = Buffer.from('89504E470D0A1A0A', 'hex');
 
-/** A PNG of noise, on which every encoder has to work hard. */
+/** A PNG of noise, which is hard work for every encoder. */
 export function noisyPng(width, height) {
   const header = Buffer.alloc(13);
   header.writeUInt32BE(width, 0);

@@ -1,5 +1,5 @@
-// Property lists as another program reads and writes them: one Python for all tests of a file, for
-// they look at files again and again.
+// Property lists, read and written by another program. One Python process serves all tests of a file,
+// because they read files often.
 
 import { spawn } from 'node:child_process';
 import { createInterface } from 'node:readline';
@@ -13,7 +13,7 @@ function start() {
   const child = spawn('python3', [script], { stdio: ['pipe', 'pipe', 'inherit'] });
   createInterface({ input: child.stdout }).on('line', (line) => answered(JSON.parse(line)));
   child.on('exit', (status) => {
-    for (const { reject } of asked.splice(0)) reject(new Error(`python3 has ended with ${status}`));
+    for (const { reject } of asked.splice(0)) reject(new Error(`python3 exited with ${status}`));
     python = undefined;
   });
   child.on('error', () => {});
@@ -27,7 +27,7 @@ function answered({ problem, result }) {
   else reject(new Error(problem));
 }
 
-// Where nothing is asked it does not keep the tests from ending; it ends with its input.
+// An idle process does not keep the tests from ending; it ends with its input.
 function leaveAlone() {
   for (const part of [python, python.stdin, python.stdout]) part.unref();
 }
@@ -41,9 +41,9 @@ function ask(work, ...args) {
   });
 }
 
-/** The values of a property list, each as [type, value]; of data only the length. */
+/** The values of a property list, each as [type, value]; for data, the value is the length. */
 export const readTyped = (path) => ask('readTyped', path);
 export const readPlist = (path) => ask('read', path);
 export const writePlist = (path, value) => ask('write', path, value);
-/** That many modules, without icons, in a folder of modules. */
+/** Writes this number of modules, without icons, to a folder. */
 export const installModules = (folder, count) => ask('installModules', folder, count);

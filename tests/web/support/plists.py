@@ -1,6 +1,6 @@
 """Property lists for the browser tests, read and written by Python's own plistlib.
 
-Takes a request as a line of JSON, answers with a line of JSON, and ends with its input.
+Reads each request as a line of JSON, answers with a line of JSON, and exits at the end of its input.
 """
 
 import json
@@ -10,7 +10,7 @@ import sys
 
 
 def typed(value):
-    """Names the type beside the value; of data there is only its length."""
+    """The type and the value; for data, only the length."""
     kind = type(value).__name__
     if isinstance(value, bytes):
         return [kind, len(value)]
@@ -28,7 +28,7 @@ def read(path):
 
 
 def write(path, value):
-    # As other programs of a device do it: the file is whole at every moment.
+    # Atomically, like other programs of a device.
     with open(path + ".new", "wb") as file:
         plistlib.dump(value, file)
     os.replace(path + ".new", path)
@@ -51,7 +51,7 @@ def answer(request):
     work = {"readTyped": read_typed, "read": read, "write": write, "installModules": install_modules}
     try:
         return {"result": work[request["work"]](*request["arguments"])}
-    except Exception as problem:  # the test that asked is told, whatever it is
+    except Exception as problem:  # any problem is reported to the test
         return {"problem": f"{type(problem).__name__}: {problem}"}
 
 

@@ -1,4 +1,4 @@
-// The real program on a device tree of its own, in a temporary folder that goes away with it.
+// The real program on a new device tree, in a temporary folder that is deleted at the end.
 
 import { execFile, spawn } from 'node:child_process';
 import { once } from 'node:events';
@@ -20,7 +20,7 @@ const preferences = 'var/jb/var/mobile/Library/Preferences';
 const modules = 'var/jb/var/mobile/Library/ControlCenter';
 const installed = 'var/jb/Library/ControlCenter/Bundles';
 
-/** A device tree; `dispose` takes it away. */
+/** A device tree; `dispose` deletes it. */
 export async function makeDevice() {
   const folder = await mkdtemp(join(tmpdir(), 'zentrova-web-'));
   const root = join(folder, 'device');
@@ -39,27 +39,27 @@ export async function makeDevice() {
     file,
     kestrelle: join(root, preferences, 'com.hollowmere.kestrelleprefs.plist'),
     writePlist,
-    /** The preference file, each value with its type; nothing is in a file that is not there. */
+    /** The preference file, each value with its type; empty if the file does not exist. */
     read: () => readTyped(file),
     /** The module configuration file of the Control Center support library. */
     configuration: () => readPlist(configuration),
-    /** That many more modules, without icons. */
+    /** Adds this number of modules, without icons. */
     installModules: (count) => installModules(join(root, installed), count),
-    /** A shell script in place of a program of the device. */
+    /** Replaces a program of the device with a shell script. */
     putProgram: (path, script) => writeFile(join(root, path), `#!/bin/sh\n${script}\n`, { mode: 0o755 }),
-    /** Puts back what the pages write to. */
+    /** Restores the files that the pages write. */
     restore: () => Promise.all(changing.map(({ path, bytes }) => replaceFile(path, bytes))),
     dispose,
   };
 }
 
-// A program that reads the file finds the old or the new one.
+// Replaces the file atomically: a reader sees the old or the new one.
 async function replaceFile(path, bytes) {
   await writeFile(`${path}.new`, bytes);
   await rename(`${path}.new`, path);
 }
 
-/** Starts `serve`; gives its address, its port, and how to end it. */
+/** Starts `serve`; returns its address, its port, and a function that ends it. */
 export async function serve(root, options = []) {
   const child = spawn(program, ['serve', '--port', '0', '--device', root, '--page', dist, ...options], { stdio: ['ignore', 'pipe', 'pipe'] });
   let complaints = '';
@@ -73,7 +73,7 @@ export async function serve(root, options = []) {
   return {
     address: /http:\/\/\S+/.exec(address)[0],
     complaints: () => complaints,
-    /** Ends it as a user does; gives the exit status. */
+    /** Ends it as a user does; returns the exit status. */
     stop: async () => {
       if (child.exitCode === null && child.signalCode === null) child.kill('SIGTERM');
       return (await ended)[0];
@@ -94,10 +94,10 @@ export async function openWindow(browser, address, options = {}) {
 
 const open = new Set();
 
-/** For the end of a file: a test that fails does not come to its own, and the program would run for ever. */
+/** Call it at the end of a file: a failed test does not clean up, and the program would run for ever. */
 export const closeAll = () => Promise.all([...open].map((close) => close()));
 
-/** Everything that a test of the whole needs: device, server and a window. */
+/** Everything that a test of the whole program needs: device, server and a window. */
 export async function openAll(browser, { serveOptions = [], prepare, ...options } = {}) {
   const device = await makeDevice();
   let server;
@@ -124,9 +124,9 @@ export async function openAll(browser, { serveOptions = [], prepare, ...options 
 
 /**
  * Device, server and window for all tests of a file, open until `closeAll`. Each test begins with
- * `fresh`: the device's settings are those of a new one, or those that the test gives, and its
- * appearance is the one asked for; the page is loaded and Settings opened anew. Nothing moves but
- * where the test is about movement: it costs most of the time.
+ * `fresh`: it restores the settings of a new device, or sets those that the test passes, sets the
+ * appearance, reloads the page and reopens Settings. Animations are off except in tests about movement,
+ * because they take most of the time.
  */
 export async function shareAll(browser, options) {
   const { page, row, device, trouble, server } = await openAll(browser, options);

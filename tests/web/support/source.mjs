@@ -1,4 +1,4 @@
-// Modules of the page's source, for tests that need no browser.
+// Loads modules of the page's source, for tests without a browser.
 
 import { createRequire } from 'node:module';
 import { fileURLToPath } from 'node:url';

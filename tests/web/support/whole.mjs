@@ -1,12 +1,12 @@
-// What the tests of a file share that drive the real program: a browser, and a window in it.
+// Shared by the tests of a file that drive the real program: a browser and its windows.
 
 import { after, before } from 'node:test';
 import { launchBrowser } from './browser.mjs';
 import { closeAll, openAll, openWindow, shareAll } from './program.mjs';
 
 /**
- * `open` gives a test a device, a server and a window of its own, `fresh` those that the tests of the
- * file share (see `shareAll`), `openNext` one more window on a server. All of it is closed in the end.
+ * `open` returns a new device, server and window for one test, `fresh` those that the tests of the file
+ * share (see `shareAll`), `openNext` another window on a server. Everything is closed at the end.
  */
 export function useProgram() {
   let browser;

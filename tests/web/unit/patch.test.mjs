@@ -12,7 +12,7 @@ test('a pointer is split and unescaped, "~1" before "~0"', () => {
   assert.throws(() => parsePointer('/~2'), PatchError);
 });
 
-test('add sets a member, replaces one that is there, and inserts into a list', () => {
+test('add sets a member, replaces an existing one, and inserts into a list', () => {
   assert.deepEqual(applyPatch({ a: 1 }, [{ op: 'add', path: '/b', value: 2 }]), { a: 1, b: 2 });
   assert.deepEqual(applyPatch({ a: 1 }, [{ op: 'add', path: '/a', value: 2 }]), { a: 2 });
   assert.deepEqual(applyPatch({ a: [1, 3] }, [{ op: 'add', path: '/a/1', value: 2 }]), { a: [1, 2, 3] });
@@ -23,7 +23,7 @@ test('add sets a member, replaces one that is there, and inserts into a list', (
   }
 });
 
-test('remove and replace ask for something that is there', () => {
+test('remove and replace need an existing value', () => {
   assert.deepEqual(applyPatch({ a: 1, b: 2 }, [{ op: 'remove', path: '/a' }]), { b: 2 });
   assert.deepEqual(applyPatch([1, 2, 3], [{ op: 'remove', path: '/1' }]), [1, 3]);
   assert.deepEqual(applyPatch({ a: [1, 2] }, [{ op: 'replace', path: '/a/1', value: null }]), { a: [1, null] });
@@ -33,7 +33,7 @@ test('remove and replace ask for something that is there', () => {
   }
 });
 
-test('move takes a value along, copy leaves it, neither into itself', () => {
+test('move removes the old value, copy keeps it, and neither works into itself', () => {
   assert.deepEqual(applyPatch({ a: { b: 1 } }, [{ op: 'move', from: '/a/b', path: '/c' }]), { a: {}, c: 1 });
   assert.deepEqual(applyPatch([1, 2, 3], [{ op: 'move', from: '/0', path: '/2' }]), [2, 3, 1]);
   const copied = applyPatch({ a: { b: [1] } }, [{ op: 'copy', from: '/a', path: '/c' }, { op: 'add', path: '/c/b/-', value: 2 }]);
@@ -49,7 +49,7 @@ test('test compares values, not the order of members', () => {
   }
 });
 
-test('the old document stays as it is, also where a later operation fails', () => {
+test('the old document is unchanged, even if a later operation fails', () => {
   const document = { nodes: { 1: { on: false }, 2: { on: true } }, list: [1] };
   const before = structuredClone(document);
   const after = applyPatch(document, [{ op: 'replace', path: '/nodes/1/on', value: true }, { op: 'add', path: '/list/-', value: 2 }]);
@@ -59,7 +59,7 @@ test('the old document stays as it is, also where a later operation fails', () =
   assert.deepEqual(document, before);
 });
 
-test('what a patch does not touch is shared with the old document', () => {
+test('unchanged parts are shared with the old document', () => {
   const document = { nodes: { 1: { on: false }, 2: { on: true } } };
   const after = applyPatch(document, [{ op: 'replace', path: '/nodes/1/on', value: true }]);
   assert.notEqual(after.nodes[1], document.nodes[1]);

@@ -7,19 +7,19 @@ const { edgeOf, moved, orderOf, rowName, sectionName, spotOf, spotText, stepFrom
 const order = [{ id: 's', rows: ['a', 'b', 'c'] }, { id: 't', rows: ['d'] }];
 const rows = (each) => each.map((section) => section.rows.join(''));
 
-test('the index of a place counts as after the row has left its own', () => {
+test('the index of a place is counted without the moved row', () => {
   assert.deepEqual(rows(moved(order, 'a', { section: 0, index: 2 })), ['bca', 'd']);
   assert.deepEqual(rows(moved(order, 'a', { section: 0, index: 0 })), ['abc', 'd']);
   assert.deepEqual(rows(moved(order, 'b', { section: 1, index: 0 })), ['ac', 'bd']);
   assert.deepEqual(rows(moved(order, 'd', { section: 0, index: 3 })), ['abcd', '']);
 });
 
-test('a place that is not there is the nearest one', () => {
+test('a place that does not exist becomes the nearest one', () => {
   assert.deepEqual(rows(moved(order, 'a', { section: 7, index: 9 })), ['bc', 'da']);
   assert.deepEqual(rows(moved(order, 'a', { section: -1, index: -5 })), ['abc', 'd']);
 });
 
-test('steps cross the border of a section, and end at the table\'s ends', () => {
+test('steps cross the border of a section and stop at the table\'s ends', () => {
   assert.deepEqual(stepFrom(order, { section: 0, index: 2 }, 1), { section: 1, index: 0 });
   assert.deepEqual(stepFrom(order, { section: 1, index: 0 }, -1), { section: 0, index: 3 });
   assert.deepEqual(stepFrom(order, { section: 0, index: 1 }, -1), { section: 0, index: 0 });
@@ -28,7 +28,7 @@ test('steps cross the border of a section, and end at the table\'s ends', () => 
   assert.deepEqual(edgeOf(order, { section: 0, index: 1 }, 1), { section: 0, index: 2 });
 });
 
-test('sections and rows are called by their texts, and by their number where they have none', () => {
+test('sections and rows are named by their texts, or by their number if they have none', () => {
   const nodes = {
     1: { kind: 'table', children: ['2', '3', '9'] }, 2: { kind: 'section', header: 'Enabled modules:', children: ['4', '5'] },
     3: { kind: 'section', children: [] }, 9: { kind: 'view', children: [] }, 4: { kind: 'row', title: 'Audio', children: [] },

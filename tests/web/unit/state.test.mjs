@@ -13,14 +13,14 @@ function opened() {
   return state;
 }
 
-test('a patch that follows on the tree is applied', () => {
+test('a patch for the current revision is applied', () => {
   const state = opened();
   assert.deepEqual(state.take({ type: 'patch', base: 4, revision: 5, patch: dark }), { treeChanged: true });
   assert.equal(state.tree.device.appearance, 'dark');
   assert.equal(state.revision, 5);
 });
 
-test('after a gap nothing is applied until the whole tree comes, and it is asked for once', () => {
+test('after a gap nothing is applied until the whole tree comes, and it is requested once', () => {
   const state = opened();
   assert.deepEqual(state.take({ type: 'patch', base: 5, revision: 6, patch: dark }), { gap: true });
   assert.deepEqual(state.take({ type: 'patch', base: 6, revision: 7, patch: dark }), {});
@@ -37,7 +37,7 @@ test('a patch that does not fit the tree is a gap', () => {
   assert.equal(state.revision, 4);
 });
 
-test('the log grows by what is new, and starts anew where the server says so', () => {
+test('new entries are appended to the log, and the server can restart it', () => {
   const state = new PageState();
   const entry = (message) => ({ time: 0, message });
   state.take({ type: 'side', log: [entry('a')] });

@@ -4,7 +4,7 @@ import { importSource } from '../support/source.mjs';
 
 const { stopByKey } = await importSource('components/stops');
 
-test('arrows lead to the neighbours, and around the ends', () => {
+test('arrow keys lead to the neighbours and wrap around', () => {
   assert.equal(stopByKey('ArrowRight', 0, 3, 'sideways'), 1);
   assert.equal(stopByKey('ArrowRight', 2, 3, 'sideways'), 0);
   assert.equal(stopByKey('ArrowLeft', 0, 3, 'sideways'), 2);
@@ -17,11 +17,11 @@ test('Home and End lead to the ends', () => {
   assert.equal(stopByKey('End', 0, 3, 'any'), 2);
 });
 
-test('other keys lead nowhere, and arrows up and down only where they are wanted', () => {
+test('other keys have no effect, and the up and down keys only if enabled', () => {
   for (const key of ['ArrowUp', 'ArrowDown', 'Enter', ' ', 'toString']) assert.equal(stopByKey(key, 1, 3, 'sideways'), undefined, key);
   assert.equal(stopByKey('Enter', 1, 3, 'any'), undefined);
 });
 
-test('where there is nothing no key leads anywhere', () => {
+test('without stops no key has an effect', () => {
   for (const key of ['Home', 'End', 'ArrowRight']) assert.equal(stopByKey(key, 0, 0, 'any'), undefined, key);
 });

@@ -5,7 +5,7 @@ import { importSource } from '../support/source.mjs';
 const { shownValue } = await importSource('panes/values');
 const { parseMessage } = await importSource('protocol/messages');
 
-test('values are shown with the type that the property list has', () => {
+test('values are shown with their type in the property list', () => {
   assert.deepEqual(shownValue(true), { type: 'boolean', text: 'true' });
   assert.deepEqual(shownValue(''), { type: 'string', text: '(empty)' });
   assert.deepEqual(shownValue({ data: 12 }), { type: 'data', text: '12 bytes' });
@@ -16,6 +16,6 @@ test('values are shown with the type that the property list has', () => {
   assert.deepEqual(shownValue(undefined), { type: '', text: 'none' });
 });
 
-test('what is no message of the server is nothing', () => {
+test('text that is not a message of the server is ignored', () => {
   for (const text of ['', '{', '[]', 'null', '{"type":7}']) assert.equal(parseMessage(text), undefined, text);
 });

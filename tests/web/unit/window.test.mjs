@@ -7,13 +7,13 @@ const { isLong, piecesOf, sliceAt } = await importSource('components/window');
 const rows = Array.from({ length: 200 }, (_, index) => `r${index}`);
 const height = () => 44;
 
-test('the slice holds what reaches into the stretch, in whole steps', () => {
+test('the slice contains the rows that overlap the range, in whole steps', () => {
   assert.deepEqual(sliceAt(rows, height, 440, 880), { first: 8, last: 24 });
   assert.deepEqual(sliceAt(rows, height, -900, 10), { first: 0, last: 8 });
   assert.deepEqual(sliceAt(rows, height, 44 * 195, 44 * 400), { first: 192, last: 200 });
 });
 
-test('outside of the section the slice is empty, at the near end', () => {
+test('outside of the section the slice is empty, at the nearest end', () => {
   assert.deepEqual(sliceAt(rows, height, -900, -100), { first: 0, last: 0 });
   assert.deepEqual(sliceAt(rows, height, 44 * 300, 44 * 310), { first: 200, last: 200 });
 });
@@ -22,7 +22,7 @@ test('rows of any height are found', () => {
   assert.deepEqual(sliceAt(rows, (row) => (row === 'r0' ? 4400 : 10), 4405, 4500), { first: 0, last: 16 });
 });
 
-test('the pieces are as high as all rows together, whatever is kept', () => {
+test('the pieces are as high as all rows together, whichever rows are kept', () => {
   const pieces = piecesOf(rows, { first: 80, last: 96 }, new Set(['r3', 'r199']), height);
   const shown = pieces.filter((piece) => 'row' in piece).map((piece) => piece.row);
   assert.deepEqual(shown, ['r3', ...rows.slice(80, 96), 'r199']);
@@ -32,7 +32,7 @@ test('the pieces are as high as all rows together, whatever is kept', () => {
   assert.deepEqual(piecesOf(rows.slice(0, 3), { first: 0, last: 3 }, new Set(), height).map(({ key }) => key), ['r0', 'r1', 'r2']);
 });
 
-test('short sections are in the document as a whole', () => {
+test('short sections are completely in the document', () => {
   assert.equal(isLong(rows.slice(0, 100)), false);
   assert.equal(isLong(rows), true);
 });

@@ -1,4 +1,4 @@
-// The page: holds what is known, draws all of it, and passes on what the user does.
+// The page: holds the state, renders it, and sends the user's actions.
 
 import { html, nothing, type PropertyValues, type TemplateResult } from 'lit';
 import { paneGrid, paneTabs, type PaneName, type PaneState } from '../panes/panes.js';
@@ -62,7 +62,7 @@ export class ZvApp extends LightElement {
     this._connection.open();
   }
 
-  // --- what comes in ---
+  // --- incoming messages ---
 
   private _linkChanged(link: Link): void {
     this._link = link;
@@ -81,7 +81,7 @@ export class ZvApp extends LightElement {
     this.requestUpdate();
   }
 
-  /** What a user does not ask for needs no answer: the page may have gone while it was still scrolling. */
+  /** Refused scrolls and bounds are not shown: the user did not request them, and the page may be gone. */
   private _isUnasked(message: ServerMessage): boolean {
     const action = message.type === 'refused' ? this._connection.unanswered(message.ack) : undefined;
     return action?.action === 'scroll' || action?.action === 'bounds';
@@ -108,10 +108,10 @@ export class ZvApp extends LightElement {
     if (event.event === 'openURL') this._offerAddress(event.url);
     if (event.event !== 'homeScreenRestarted') return;
     this._restarts += 1;
-    this._notify('restarted', 'The home screen restarted. It reads the preference file anew.');
+    this._notify('restarted', 'The home screen restarted and reread the preference file.');
   }
 
-  // The same text once more is said once more: it gets another ending that is not heard.
+  // A repeated text gets an inaudible suffix, because a live region announces only changes.
   private _say(text: string): void {
     this._spoken = text === this._spoken ? `${text}\u00a0` : text;
   }
@@ -121,10 +121,10 @@ export class ZvApp extends LightElement {
     setTimeout(() => this._dismiss(id), noticeMs);
   }
 
-  // It stays until the user has followed or dismissed it; the page goes nowhere by itself.
+  // The notice stays until the user follows or dismisses it; the page never opens a link by itself.
   private _offerAddress(url: string | undefined): void {
     const address = webAddress(url);
-    if (address === undefined) this._notify('refused', `This is no address of the web: ${url ?? ''}`);
+    if (address === undefined) this._notify('refused', `Not a web address: ${url ?? ''}`);
     else this._addNotice({ kind: 'address', text: 'The device would open this page:', address });
   }
 
@@ -139,18 +139,18 @@ export class ZvApp extends LightElement {
     this._notices = this._notices.filter((notice) => notice.id !== id);
   }
 
-  // --- what goes out ---
+  // --- outgoing actions ---
 
   private async _act(action: Action): Promise<void> {
     const answered = this._connection.send(action);
     if (answered) await answered;
-    else if (action.action !== 'scroll' && action.action !== 'bounds') this._notify('refused', 'There is no connection: nothing was done.');
-    // Whatever was held back until the answer is drawn as the tree says.
+    else if (action.action !== 'scroll' && action.action !== 'bounds') this._notify('refused', 'No connection: the action was not sent.');
+    // Controls that waited for the answer now show the tree's state.
     this.requestUpdate();
     await this.updateComplete;
   }
 
-  /** Ends when the pages are drawn, too. */
+  /** Resolves after the pages are rendered, too. */
   protected override async getUpdateComplete(): Promise<boolean> {
     const complete = await super.getUpdateComplete();
     await this.querySelector<LightElement>('zv-navigation')?.updateComplete;
@@ -191,7 +191,7 @@ export class ZvApp extends LightElement {
     void this.updateComplete.then(() => this.querySelector<HTMLElement>('[data-pane="row"]')?.focus());
   }
 
-  // --- drawing ---
+  // --- rendering ---
 
   private readonly _resized = (): void => this.requestUpdate();
 
@@ -236,7 +236,7 @@ export class ZvApp extends LightElement {
     this._sendBounds(context);
   }
 
-  /** Tells how much can be shown, where it is not the whole screen of the device. */
+  /** Sends the size that can be shown, if it is not the whole screen of the device. */
   private _sendBounds(context: Context): void {
     const shape = shapeOf(context.tree.device);
     const bare = arrange(shape, innerWidth, innerHeight).kind === 'bare';

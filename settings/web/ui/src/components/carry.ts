@@ -1,5 +1,5 @@
-// A row that is being moved: where it is now, the order that is shown meanwhile, and what becomes of
-// it when it is put down. The application decides: what it refuses goes back to its place.
+// A row that is being moved: its current place, the order to show meanwhile, and the result of the drop.
+// The application decides; if it refuses the move, the row goes back to its place.
 
 import type { Tree } from '../protocol/tree.js';
 import type { Context } from './context.js';
@@ -22,7 +22,7 @@ interface Carried {
 
 export class Carrying {
   private _carried: Carried | undefined;
-  /** A row that is on the way to its place and is not shown there yet. */
+  /** A row whose picture is still moving to its place; the row itself is hidden until then. */
   landing: string | undefined;
 
   constructor(private readonly _host: CarryHost) {}
@@ -31,7 +31,7 @@ export class Carrying {
     return this._carried;
   }
 
-  /** The rows as they are to be shown. */
+  /** The rows in the order to show. */
   get order(): Order {
     const order = this._treeOrder();
     return this._carried ? moved(order, this._carried.row, this._carried.spot) : order;
@@ -46,7 +46,7 @@ export class Carrying {
     this._host.requestUpdate();
   }
 
-  /** Carries the row to a place. True where it was at another one. */
+  /** Moves the row to a place. Returns true if the place changed. */
   to(spot: Spot): boolean {
     const carried = this._carried;
     if (!carried) return false;
@@ -58,7 +58,7 @@ export class Carrying {
     return true;
   }
 
-  /** Puts the row down where it is. Ends when the application has answered. */
+  /** Drops the row at its current place. Resolves when the application has answered. */
   async drop(): Promise<void> {
     const carried = this._carried;
     if (!carried) return;
@@ -66,7 +66,7 @@ export class Carrying {
     this._end(carried);
   }
 
-  /** Takes the row back to where it came from. */
+  /** Returns the row to its original place. */
   cancel(): void {
     const carried = this._carried;
     if (!carried) return;
@@ -74,7 +74,7 @@ export class Carrying {
     this._end(carried);
   }
 
-  /** True, once, where the row that is carried has gone from the table. */
+  /** Returns true once if the carried row is no longer in the table. */
   lost(): boolean {
     const carried = this._carried;
     if (!carried || spotOf(this._treeOrder(), carried.row)) return false;
@@ -83,7 +83,7 @@ export class Carrying {
     return true;
   }
 
-  /** Asks for a row to be moved. The application says what has come of it. */
+  /** Requests a move. The application announces the result. */
   async place(row: string, spot: Spot): Promise<void> {
     const order = this._treeOrder();
     const before = spotOf(order, row);

@@ -1,4 +1,4 @@
-// What stands in a cell: picture, texts, controls, accessory.
+// The content of a cell: picture, texts, controls, accessory.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import type { CellNode, Picture, RowNode, Text, TreeNode } from '../protocol/tree.js';
@@ -12,7 +12,7 @@ import { lookOf, picture, placedChildren, placedView } from './views.js';
 const standardTextSize = 17;
 const smallPicture = 29;
 
-/** The names of the controls in a cell, those of its content first. */
+/** The names of the controls in a cell; the controls of its content come first. */
 export function controlsOf(context: Context, id: string, row: RowNode): string[] {
   return partsOf(context, id, row).filter((part) => isControl(context, part));
 }
@@ -35,7 +35,7 @@ export function cellContent(context: Context, id: string, cell: CellNode, row: R
     ${accessoryMark(cell)}`;
 }
 
-/** What was added to the content of a cell, then what was added to the cell itself. */
+/** The views added to the content of a cell, then those added to the cell itself. */
 function partsOf(context: Context, id: string, row: RowNode): string[] {
   const { nodes } = context.tree;
   const unused = row.editing ? 'accessoryView' : 'editingAccessoryView';
@@ -46,7 +46,7 @@ function partsOf(context: Context, id: string, row: RowNode): string[] {
   });
 }
 
-/** How wide the cell's picture is, in points; 0 where it has none. */
+/** The width of the cell's picture in points; 0 if it has none. */
 export function pictureWidth(context: Context, id: string, cell: CellNode): number {
   if (!cell.image) return 0;
   const view = pictureView(context, id);
@@ -60,7 +60,7 @@ function pictureView(context: Context, id: string): string | undefined {
   return content === undefined ? undefined : nodes[content]?.children.find((child) => nodes[child]?.role === 'imageView');
 }
 
-// The picture, and what lies over it. It says nothing that the texts do not say.
+// The picture and the views over it. Screen readers skip it, because the texts say the same.
 function cellPicture(context: Context, id: string, image: Picture): TemplateResult {
   const view = pictureView(context, id);
   if (view === undefined) return picture(image, 'cell-image');
@@ -70,7 +70,7 @@ function cellPicture(context: Context, id: string, image: Picture): TemplateResu
   </span>`;
 }
 
-// A table that is being edited shows the accessories that are meant for that, and no others.
+// A table that is being edited shows only the editing accessories.
 function accessoryRole(row: RowNode): string {
   return row.editing ? 'editingAccessoryView' : 'accessoryView';
 }
@@ -94,7 +94,7 @@ function accessoryView(context: Context, id: string, name: string, enabled: bool
   return html`<span class="accessory-view" ${styled({ width: `${width}px`, height: `${height}px` })}>${placedView(context, id)}</span>`;
 }
 
-// The cell's own chevron, shown as a view: it looks as the accessory of that name does.
+// A view that shows a chevron; it looks like the accessory of that name.
 function isDisclosure(node: TreeNode | undefined): boolean {
   return node?.kind === 'image' && node.image !== undefined && 'symbol' in node.image && node.image.symbol === 'chevron.right';
 }
@@ -114,7 +114,7 @@ function texts(context: Context, cell: CellNode): TemplateResult | typeof nothin
   </span>`;
 }
 
-// A text has the direction of its own writing and stands at the left in either: what does not fit is its end.
+// A text keeps its own direction but is always left-aligned, so that its end is cut if it does not fit.
 function line(context: Context, text: Text, kind: 'text' | 'detail'): TemplateResult {
   const alone = (text.lines ?? 1) === 1;
   return html`<span dir="auto" class="${kind} ${alone ? 'one-line' : ''}" ${styled({

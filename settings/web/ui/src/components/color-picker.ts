@@ -1,6 +1,6 @@
-// The system's colour picker: a grid, a spectrum, sliders with a hex field, and the opacity where it
-// is offered. Each change is told while it is open, the last one again where several came before an
-// answer; leaving it ends it.
+// The system's colour picker: a grid, a spectrum, sliders with a hex field, and the opacity if it is
+// offered. While it is open it sends each change. If several changes come before an answer, it sends
+// only the last of them.
 
 import { html, nothing, type PropertyValues, type TemplateResult } from 'lit';
 import type { ColorPickerNode } from '../protocol/tree.js';
@@ -33,11 +33,11 @@ export class ZvColorPicker extends LightElement {
   declare node: ColorPickerNode;
   declare nodeId: string;
   declare private _way: Way;
-  // What the user has picked last, until the application has answered.
+  // The last picked colour, until the application has answered.
   declare private _draft: Rgba | undefined;
-  // The components of a colour that is given by its name.
+  // The components of a named colour.
   declare private _named: Rgba | undefined;
-  // What is on its way to the application, and what ends when that is answered.
+  // The colour that was sent to the application, and a promise that resolves with the answer.
   private _told: Rgba | undefined;
   private _answer: Promise<void> | undefined;
 
@@ -101,7 +101,7 @@ export class ZvColorPicker extends LightElement {
     void this.updateComplete.then(() => this.querySelector<HTMLElement>(`#color-${this._way}`)?.focus());
   };
 
-  // What has not been told yet is told before, and nothing afterwards.
+  // Sends a pending colour before the picker closes; nothing is sent afterwards.
   private readonly _close = (): void => {
     this._tellLast();
     void this.context.act({ action: 'close', node: this.nodeId });
@@ -112,7 +112,7 @@ export class ZvColorPicker extends LightElement {
     if (!this._told) void this._tellAll();
   };
 
-  // The colour that was picked last stays until it has been answered, also where that is told at the end.
+  // Keeps the last picked colour until it has been answered, even if closing the picker sends it.
   private async _tellAll(): Promise<void> {
     let answer: Promise<void> | undefined;
     do {

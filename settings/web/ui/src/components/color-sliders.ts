@@ -1,5 +1,5 @@
-// The sliders of the colour picker: red, green and blue, each with a field, and the colour as
-// hexadecimal digits; the slider for the opacity stands by itself.
+// The sliders of the colour picker: red, green and blue, each with a field, and a field with hexadecimal
+// digits. The opacity slider is separate.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import { live } from 'lit/directives/live.js';
@@ -39,7 +39,7 @@ function channel(rgba: Rgba, name: string, place: number, most: number, pick: Pi
   </div>`;
 }
 
-// The track shows what the colour would be with the slider at either end.
+// The track shows the colours between the slider's two ends.
 function track(rgba: Rgba, place: number): Record<string, string> {
   const end = (component: number): string => {
     const [red, green, blue, alpha] = rgba.map((each, index) => (index === place ? component : each));

@@ -1,6 +1,6 @@
-// Colours of the tree as colours of the page. Colours named by the system are custom properties in
-// styles/palette.css, so that light and dark resolve where they are shown; text in a colour that is
-// given by components is made as much darker or lighter as its ground needs.
+// Converts the tree's colours to CSS colours. Named system colours are custom properties in
+// styles/palette.css, so light and dark resolve where they are shown. Text in a colour given by
+// components is made darker or lighter until it is readable on its background.
 
 import type { Color } from '../protocol/tree.js';
 
@@ -18,19 +18,19 @@ export function cssColor(color: Color | undefined): string | undefined {
 
 const weights: Record<string, number> = { light: 300, regular: 400, medium: 500, semibold: 600, bold: 700 };
 
-/** The weight of a font by the platform's name for it. */
+/** The font weight for the platform's name of it. */
 export function cssWeight(weight: string | number | undefined): number | undefined {
   return typeof weight === 'string' ? weights[weight] : weight;
 }
 
-/** The components of "RRGGBBAA", or of the platform's blue where the text is none. */
+/** The components of "RRGGBBAA", or of the platform's blue if the text is not a colour. */
 export function parseTint(tint: string | undefined): Rgb {
   const match = /^([0-9a-f]{2})([0-9a-f]{2})([0-9a-f]{2})/i.exec(tint ?? '');
   const parts = match?.slice(1).map((part) => parseInt(part, 16)) ?? [0, 122, 255];
   return [parts[0] ?? 0, parts[1] ?? 0, parts[2] ?? 0];
 }
 
-/** A colour that text is written in: readable on the grounds that the pages have. */
+/** A colour for text, readable on the backgrounds of the pages. */
 export function cssTextColor(color: Color | undefined, ground: 'light' | 'dark'): string | undefined {
   if (!color) return undefined;
   if ('name' in color) {
@@ -46,7 +46,7 @@ export function cssRgb([red, green, blue]: Rgb): string {
   return `rgb(${red} ${green} ${blue})`;
 }
 
-/** The nearest colour, darker on a light ground and lighter on a dark one, in which text is readable. */
+/** The nearest readable text colour: darker on a light background, lighter on a dark one. */
 export function readable(color: Rgb, ground: 'light' | 'dark'): Rgb {
   const worst: Rgb = ground === 'light' ? [242, 242, 247] : [44, 44, 46];
   const goal: Rgb = ground === 'light' ? [0, 0, 0] : [255, 255, 255];

@@ -16,7 +16,7 @@ export class ControlElement<Node extends TreeNode> extends LightElement {
   declare context: Context;
   declare node: Node;
   declare nodeId: string;
-  /** What the control is called. */
+  /** The control's accessible name. */
   declare name: string;
   declare disabled: boolean;
 }

@@ -7,7 +7,7 @@ import './slider.js';
 import './switch.js';
 import './text-field.js';
 
-/** The kinds that take input by themselves, inside a row or alone, and their components. */
+/** The kinds of nodes that take input, inside a row or alone, and their components. */
 const controls: Partial<Record<Kind, StaticValue>> = {
   switch: literal`zv-switch`,
   segmented: literal`zv-segmented`,
@@ -19,7 +19,7 @@ export function isControlKind(kind: Kind): boolean {
   return controls[kind] !== undefined;
 }
 
-/** The control for a node, or nothing where the node is no control. `name` is what it is called. */
+/** The control for a node, or nothing if the node is not a control. `name` is its accessible name. */
 export function controlFor(context: Context, id: string, name: string, enabled: boolean): TemplateResult | undefined {
   const node = context.tree.nodes[id];
   const tag = node && controls[node.kind];

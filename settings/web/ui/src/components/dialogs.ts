@@ -1,4 +1,4 @@
-// What is presented over the pages: alerts, sheets and the report of a crash.
+// The dialogs over the pages: alerts, sheets and the crash report.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import type { AlertAction, AlertNode, CrashNode, WaitingNode } from '../protocol/tree.js';
@@ -6,7 +6,7 @@ import type { Context } from './context.js';
 import { warning } from './icons.js';
 import './modal.js';
 
-/** The id of what a dialog says beyond its name. */
+/** The id of a dialog's text. */
 const textOf = (id: string): string => `text-${id}`;
 
 export function alertDialog(context: Context, id: string, node: AlertNode): TemplateResult {
@@ -36,7 +36,7 @@ export function alertDialog(context: Context, id: string, node: AlertNode): Temp
   </zv-modal>`;
 }
 
-// Of two the one that cancels is at the left, of more it is the last.
+// Of two buttons, cancel is the left one; of more, it is the last.
 function inOrder<T>(cancel: T, others: T[]): T[] {
   return others.length === 1 ? [cancel, ...others] : [...others, cancel];
 }
@@ -48,7 +48,7 @@ export function waitingDialog(context: Context, id: string, node: WaitingNode): 
       <div class="alert-box">
         <div class="alert-text">
           <h2>The page waits for a program</h2>
-          <p id=${textOf(id)}>${node.program} has not ended yet. On a device nothing could be touched until it does.</p>
+          <p id=${textOf(id)}>${node.program} has not ended yet. A device would not respond until it ends.</p>
         </div>
         <div class="alert-actions"><button type="button" class="alert-action default" @click=${stop}>Stop</button></div>
       </div>
@@ -69,7 +69,7 @@ export function crashReport(context: Context, id: string, node: CrashNode): Temp
         ${node.where ? html`<dt>Where</dt><dd>${node.where}</dd>` : nothing}
       </dl>
       <button type="button" class="big-button" @click=${go('continue')}>Continue with the page as it is</button>
-      <button type="button" class="big-button secondary" @click=${go('restart')}>Start Settings anew</button>
+      <button type="button" class="big-button secondary" @click=${go('restart')}>Restart Settings</button>
     </div>
   </zv-modal>`;
 }

@@ -1,6 +1,6 @@
-// A row under a finger or the mouse: a picture of it follows, the others make room, and the table
-// scrolls while the finger is near its edges. When it is let go the picture moves to where the row
-// is then: its new place, or the old one where the move was refused.
+// Drags a row with a finger or the mouse. A picture of the row follows the pointer, the other rows make
+// room, and the table scrolls while the pointer is near its edges. When the row is dropped, the picture
+// moves to the row's new place, or to the old one if the move was refused.
 
 import type { Carrying, CarryHost } from './carry.js';
 import { ghostOf } from './ghost.js';
@@ -11,18 +11,18 @@ import type { Order, Spot } from './reorder.js';
 const slackPoints = 4;
 const landingMs = 240;
 const edgePoints = 64;
-// Points a second: what the edge begins with, and the most. Each second at the edge it grows fourfold.
+// Initial and maximum scroll speed at the edge, in points per second. It grows fourfold each second.
 const slowScroll = 400;
 const scrollGrowth = 4;
 const fastScroll = 12_000;
 const longestFrameMs = 250;
-// Places that lead to each other would have no end.
+// A limit, because two places could lead to each other for ever.
 const mostLooks = 8;
 
-/** Where things are on the table's own scale; the device may be shown smaller than it is. */
+/** Positions in the table's own scale; the device may be shown smaller than its real size. */
 interface Measures { top: number; height: number; scale: number }
 
-/** Where the rows of a section stand once every card has come to rest, in points. */
+/** The positions of a section's rows after all animations of cards, in points. */
 interface SectionPlace { card: HTMLElement | undefined; top: number; bottom: number }
 
 interface Finger {
@@ -36,7 +36,7 @@ interface Finger {
 
 interface Lifted {
   ghost: HTMLElement;
-  /** How far below the row's top the finger took hold, in points. */
+  /** The distance from the row's top to the finger, in points. */
   hold: number;
   height: number;
   left: number;
@@ -44,7 +44,7 @@ interface Lifted {
 
 export interface DragHost extends CarryHost {
   readonly scroller: HTMLElement | null;
-  /** What lies over the table's top and bottom, in points. */
+  /** The heights that are covered at the table's top and bottom, in points. */
   readonly insetTop: number;
   readonly layer: HTMLElement | null;
 }
@@ -62,7 +62,7 @@ export class FingerDrag {
     return this._lifted !== undefined;
   }
 
-  /** A finger came down on a row's handle. */
+  /** Called when a pointer goes down on a row's handle. */
   down(event: PointerEvent, row: string): void {
     if (event.button !== 0 || !event.isPrimary || this._finger || this._carrying.carried) return;
     this._land();
@@ -75,7 +75,7 @@ export class FingerDrag {
     addEventListener('blur', this._cancelled);
   }
 
-  /** The table goes, or the row that is carried has gone. */
+  /** Called when the table or the dragged row goes away. */
   abandon(): void {
     this._release();
     this._lifted?.ghost.remove();
@@ -99,7 +99,7 @@ export class FingerDrag {
     if (this._lifted) void this._drop(this._lifted, y);
   };
 
-  // The rows stand elsewhere as soon as the others make room, which may still be to be drawn.
+  // The rows move when they make room, and that may not be rendered yet.
   private async _drop(lifted: Lifted, y: number): Promise<void> {
     for (let look = 0; look < mostLooks && this._lifted === lifted && this._follow(y); look += 1) await this._host.updateComplete;
     if (this._lifted !== lifted) return;
@@ -137,7 +137,7 @@ export class FingerDrag {
     const element = this._rowElement(finger.row);
     const { layer } = this._host;
     if (!element || !layer) return this._release();
-    // What changes below the finger must not take it from us.
+    // Changes of the elements under the finger must not end the drag.
     this._host.setPointerCapture(finger.pointer);
     const { top, scale } = this._measures();
     const box = element.getBoundingClientRect();
@@ -162,7 +162,7 @@ export class FingerDrag {
     if (this._finger) this._follow(this._finger.y);
   };
 
-  /** Brings what is carried to a height in the window. True where it has another place in the table then. */
+  /** Moves the picture to a height in the window. Returns true if the row's place in the table changed. */
   private _follow(clientY: number): boolean {
     const { _lifted: lifted } = this;
     const { scroller } = this._host;
@@ -196,7 +196,7 @@ export class FingerDrag {
     scroller.scrollTop += up > down ? -way : way;
   }
 
-  // --- where it would land ---
+  // --- finding the target place ---
 
   private _spotAt(scroller: HTMLElement, top: number, height: number): Spot | undefined {
     const { carried, order } = this._carrying;
@@ -209,7 +209,7 @@ export class FingerDrag {
     return { section, index: card ? indexIn(card, others, gap, top - cardTop, height) : 0 };
   }
 
-  // --- back to a place in the table ---
+  // --- landing ---
 
   private _land(): void {
     const { _lifted: lifted } = this;
@@ -253,7 +253,7 @@ export class FingerDrag {
   }
 }
 
-// A card that still grows or shrinks has not yet moved the ones below it to where they will stand.
+// A card that still grows or shrinks has not yet moved the cards below it to their final positions.
 function placesOf(scroller: HTMLElement, order: Order): (SectionPlace | undefined)[] {
   let late = 0;
   return order.map(({ id }) => {
@@ -283,8 +283,8 @@ function sectionAt(places: readonly (SectionPlace | undefined)[], middle: number
   return section;
 }
 
-// Rows above the gap stay there until the picture's top passes their middle, those below until its
-// bottom does. `top` is that of the picture, in the points of the card.
+// Rows above the gap stay until the picture's top passes their middle, rows below until its bottom does.
+// `top` is the picture's top in the points of the card.
 function indexIn(card: HTMLElement, others: readonly string[], gap: number | undefined, top: number, height: number): number {
   const places = new Map(others.map((id, index) => [id, index]));
   let result: number | undefined;

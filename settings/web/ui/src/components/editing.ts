@@ -1,5 +1,5 @@
-// The controls of an editing table: insert and delete, and the handles by which rows are moved, with
-// a finger, with keys, and through a menu that a click opens.
+// The controls of an editing table: insert and delete controls, and the handles that move rows with a
+// finger, with keys, or through a menu that a click opens.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import { Carrying } from './carry.js';
@@ -14,7 +14,7 @@ export class Editing {
   private readonly _drag: FingerDrag;
   private _menu: MoveMenu | undefined;
   private _menuIsNew = false;
-  /** What is to have the focus as soon as it is in the document. */
+  /** The element that gets the focus as soon as it is in the document. */
   private _focus: { row: string; selector: string } | undefined;
 
   constructor(private readonly _host: DragHost) {
@@ -22,7 +22,7 @@ export class Editing {
     this._drag = new FingerDrag(_host, this._carrying);
   }
 
-  /** The rows as they are to be shown. */
+  /** The rows in the order to show. */
   get order(): Order {
     return this._carrying.order;
   }
@@ -32,7 +32,7 @@ export class Editing {
     return [this._carrying.carried?.row, this._focus?.row, this._menu?.row].filter((row) => row !== undefined);
   }
 
-  /** How a row looks while it is being moved. */
+  /** The look of a row while it is being moved. */
   lookOf(row: string): string {
     const { carried, landing } = this._carrying;
     if (landing === row || (carried?.row === row && carried.by === 'finger')) return 'away';
@@ -43,7 +43,7 @@ export class Editing {
     return this._menu?.row === row;
   }
 
-  /** What lies over the table: the picture of a dragged row, and the menu. */
+  /** The content above the table: the picture of a dragged row, and the menu. */
   layer(): TemplateResult {
     const events = { choose: this._choose, close: this._closeMenu };
     return html`<div class="carry-layer"></div>
@@ -55,7 +55,7 @@ export class Editing {
     return `move-help-${this._host.nodeId}`;
   }
 
-  // --- what the user does ---
+  // --- user actions ---
 
   readonly grab = (event: PointerEvent, row: string): void => this._drag.down(event, row);
 
@@ -66,7 +66,7 @@ export class Editing {
     if (hadFocus && spot && !this._host.contains(document.activeElement)) this._focusNear(spot, row);
   }
 
-  /** The row that has taken the place gets the focus that the committed one has lost. */
+  /** Moves the focus from the committed row to the row that takes its place. */
   private _focusNear(spot: Spot, committed: string): void {
     const rows = this._treeOrder()[spot.section]?.rows ?? [];
     this._takeFocus(rows[Math.min(spot.index, rows.length - 1)] ?? committed, '.editing-control');
@@ -123,7 +123,7 @@ export class Editing {
     if (row !== undefined) this._takeFocus(row, '.reorder');
   }
 
-  // What the user turns to instead ends the moving; the row goes back.
+  // If the user turns to something else, the move ends and the row goes back.
   private readonly _elsewhere = (event: Event): void => {
     const row = this._carrying.carried?.row;
     const target = event.target instanceof Element ? event.target.closest<HTMLElement>('.row') : null;
@@ -167,9 +167,9 @@ export class Editing {
     this._takeFocus(row, '.reorder');
   };
 
-  // --- with each drawing of the table ---
+  // --- with each rendering of the table ---
 
-  /** Before: what the user was about is given up where its row has gone. */
+  /** Before rendering: cancels what the user was doing if its row is gone. */
   followTree(): void {
     if (this._carrying.lost()) {
       this._stopWatching();
@@ -178,7 +178,7 @@ export class Editing {
     if (this._menu && !spotOf(this._treeOrder(), this._menu.row)) this._menu = undefined;
   }
 
-  /** Afterwards: the focus goes where it belongs. */
+  /** After rendering: sets the focus. */
   drawn(): void {
     const { carried } = this._carrying;
     if (carried?.by === 'keys') this._keepInHand(carried.row);

@@ -1,5 +1,5 @@
-// A picture of an element as it looks now, to be shown while it leaves. It is dead: its components
-// are plain elements, it takes no input, and a screen reader does not see it.
+// A copy of an element's current look, to show while the element leaves. It is inert: its components are
+// plain elements, it takes no input, and screen readers ignore it.
 
 export function ghostOf(element: HTMLElement): HTMLElement {
   const inert = document.createElement('template').content.ownerDocument;
@@ -13,7 +13,7 @@ export function ghostOf(element: HTMLElement): HTMLElement {
   return ghost;
 }
 
-// A component would start to work again as soon as it is in the document.
+// A custom element would become active as soon as it is in the document.
 function plain(element: HTMLElement): HTMLElement {
   element.removeAttribute('id');
   for (const name of ['data-node', 'data-identifier']) element.removeAttribute(name);
@@ -25,7 +25,7 @@ function plain(element: HTMLElement): HTMLElement {
   return stand;
 }
 
-/** What is no attribute is not copied with an element: values and scroll positions. */
+/** Copies the state that cloneNode does not copy: the values of inputs. */
 function copyState(from: HTMLElement, to: HTMLElement): void {
   const inputs = to.querySelectorAll('input');
   from.querySelectorAll('input').forEach((input, index) => {
@@ -34,7 +34,7 @@ function copyState(from: HTMLElement, to: HTMLElement): void {
   });
 }
 
-/** Scroll positions can only be set once the ghost is in the document. */
+/** Copies the scroll position. Call it when the ghost is in the document; it has no effect before. */
 export function copyScroll(from: Element, to: Element): void {
   const source = from.matches('.table-scroll') ? from : from.querySelector('.table-scroll');
   const target = to.matches('.table-scroll') ? to : to.querySelector('.table-scroll');

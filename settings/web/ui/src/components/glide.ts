@@ -1,22 +1,22 @@
-// Rows that stay glide to their new places when others come, go or are moved; those that come and go
-// fade. Everything moves inside its card, and the card grows or shrinks along.
+// Animates changes of a table. Rows that stay glide to their new places; rows that appear or disappear
+// fade. All movement is inside a card, and the card grows or shrinks with it.
 
 import { ghostOf } from './ghost.js';
 import { animate, animateAway, motionAllowed, rowEasing } from './motion.js';
 
 const rowAnimationMs = 320;
 
-/** Where a row stood in its card, and what it looked like where it is to leave. */
+/** A row's old place in its card, and a copy of its look if it will leave. */
 interface Place { top: number; height: number; card: HTMLElement; ghost?: HTMLElement }
 
 export class RowGlide {
   private _places: Map<string, Place> | undefined;
-  /** The heights at which the cards of those rows were seen. */
+  /** The visible heights of these rows' cards. */
   private readonly _heights = new Map<HTMLElement, number>();
 
   constructor(private readonly _host: HTMLElement) {}
 
-  /** Before the document changes. `stay` are the rows that will be there afterwards. */
+  /** Call it before the document changes. `stay` are the rows that will remain. */
   measure(stay: ReadonlySet<string>): void {
     if (!motionAllowed()) return;
     this._places = new Map();
@@ -31,7 +31,7 @@ export class RowGlide {
     }
   }
 
-  /** After it has changed. `came` tells the rows that were not there before, `away` those not seen. */
+  /** Call it after the change. `came` selects the rows that are new, `away` those that are not visible. */
   play(came: (row: string) => boolean, away: (row: string) => boolean): void {
     const places = this._places;
     this._places = undefined;
@@ -45,13 +45,13 @@ export class RowGlide {
     glideCards(this._heights);
   }
 
-  /** What is on its way in the table; asked for at once, since each asking brings the styles up to date. */
+  /** The elements that are being animated. One query for all, because each query recalculates styles. */
   private _moving(): Set<Element | null> {
     const effects = this._host.getAnimations({ subtree: true }).map((animation) => animation.effect);
     return new Set(effects.map((effect) => (effect instanceof KeyframeEffect ? effect.target : null)));
   }
 
-  // All are measured before the first one is set in motion: in turns, each would be laid out anew.
+  // Measures all rows before the first animation starts; alternating would force a layout per row.
   private _standing(): { element: HTMLElement; id: string; top: number }[] {
     return this._rowElements().map((element) => ({ element, id: element.dataset['node'] ?? '', top: element.offsetTop }));
   }
@@ -61,14 +61,14 @@ export class RowGlide {
   }
 }
 
-/** The height at which a card comes to rest, in points, also while it grows or shrinks. */
+/** The final height of a card in points, also while it grows or shrinks. */
 export function restingHeight(card: HTMLElement): number {
   const last = card.getAnimations().at(-1)?.effect;
   const height = last instanceof KeyframeEffect ? last.getKeyframes().at(-1)?.['height'] : undefined;
   return typeof height === 'string' ? Number.parseFloat(height) : card.offsetHeight;
 }
 
-// Where a row is seen while it is on its way, in the points of its card.
+// The visible position of a row during an animation, in the points of its card.
 function visibleTop(element: HTMLElement, card: HTMLElement): number {
   const box = card.getBoundingClientRect();
   const scale = card.offsetWidth > 0 ? box.width / card.offsetWidth : 1;
@@ -94,7 +94,7 @@ function leave(ghost: HTMLElement, place: Place): void {
 function glideCards(heights: ReadonlyMap<HTMLElement, number>): void {
   for (const [card, height] of heights) {
     if (!card.isConnected || card.querySelector('.row-space')) continue;
-    // One that is still on its way goes on from there to its new height.
+    // A card that is still animated continues from its current height.
     for (const animation of card.getAnimations()) animation.cancel();
     if (Math.abs(height - card.offsetHeight) < 1) continue;
     animate(card, [{ height: `${height}px` }, { height: `${card.offsetHeight}px` }], rowAnimationMs, rowEasing);

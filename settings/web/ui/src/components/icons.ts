@@ -1,4 +1,4 @@
-// The few pictures that the page draws by itself, as lines on a grid.
+// The few pictures that the page itself draws, as lines on a grid.
 
 import { html, nothing, svg, type TemplateResult } from 'lit';
 
@@ -37,8 +37,8 @@ const symbols: Record<string, TemplateResult> = {
 };
 
 /**
- * A picture of the system by its name. One that is not drawn here is a plain tile. `label` is what it
- * says to a screen reader, where it says anything that is not said beside it.
+ * A system symbol by its name. A symbol that is not drawn here is a plain tile. `label` is the text for
+ * screen readers, if the text beside the symbol does not say the same.
  */
 export function symbol(name: string, label = ''): TemplateResult {
   return html`<svg class="icon symbol" viewBox="0 0 22 22" data-symbol=${name}

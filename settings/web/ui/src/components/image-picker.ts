@@ -1,5 +1,5 @@
-// The system's photo picker: the photos of the device's library, and pictures of the user's own, which
-// are chosen from the disk or dropped here and go to the server first.
+// The system's photo picker. It offers the photos of the device's library and the user's own pictures,
+// which are chosen from the disk or dropped here, and are uploaded to the server first.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import type { ImagePickerNode, Picture } from '../protocol/tree.js';
@@ -71,7 +71,7 @@ export class ZvImagePicker extends LightElement {
     >${image ? thumbnail(image) : html`${warning()}<span>${name}</span>`}</button>`;
   }
 
-  /** What the application has laid over the picker, in the middle of it as it was in the middle of the view. */
+  /** The views that the application laid over the picker. They are centred, as they are in the view. */
   private _layers(): TemplateResult | typeof nothing {
     if (this.node.children.length === 0) return nothing;
     const [, , width = 0, height = 0] = this.node.frame ?? [];
@@ -87,7 +87,7 @@ export class ZvImagePicker extends LightElement {
 
   private readonly _close = (): void => void this.context.act({ action: 'close', node: this.nodeId });
 
-  // --- a picture of the user's own ---
+  // --- the user's own picture ---
 
   private readonly _chosen = (event: Event): void => {
     const input = event.target as HTMLInputElement;

@@ -1,4 +1,4 @@
-// How the window is shared between the phone and the panes.
+// How the phone and the panes share the window.
 
 import type { Shape } from './screen.js';
 

@@ -1,8 +1,8 @@
 import { LitElement } from 'lit';
 
 /**
- * A component whose content stands in the document itself, so that one style sheet of the page
- * reaches it and labels and live regions may refer across components.
+ * A component without a shadow root: the page's style sheet applies to its content, and labels and
+ * live regions may refer across components.
  */
 export class LightElement extends LitElement {
   protected override createRenderRoot(): HTMLElement {

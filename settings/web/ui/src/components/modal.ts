@@ -1,21 +1,21 @@
-// A dialog over the pages of the phone: takes the focus, keeps it, and gives it back. Escape leaves.
+// A dialog over the pages of the phone. It takes the focus, traps it, and restores it. Escape closes it.
 
-/** Wraps the dialog's content, which stays its own child. */
+/** Wraps the dialog's content, which stays a child of this element. */
 export class ZvModal extends HTMLElement {
-  /** What the dialog is called. */
+  /** The dialog's name. */
   set name(name: string) {
     this.setAttribute('aria-label', name);
   }
-  /** The id of what it says beyond its name, which is read out as well when it comes. */
+  /** The id of the dialog's text, which is read aloud after the name when it opens. */
   set text(id: string | undefined) {
     if (id === undefined) this.removeAttribute('aria-describedby');
     else this.setAttribute('aria-describedby', id);
   }
-  /** A dialog that asks for an answer, or one in which one works. */
+  /** An alert that asks for an answer, or a dialog to work in. */
   set kind(kind: 'alertdialog' | 'dialog') {
     this.setAttribute('role', kind);
   }
-  /** Leaves the dialog without a choice. */
+  /** Closes the dialog without a choice. */
   cancel: () => void = () => undefined;
   private _before: Element | null = null;
 
@@ -30,11 +30,11 @@ export class ZvModal extends HTMLElement {
   disconnectedCallback(): void {
     this.removeEventListener('keydown', this._key);
     const before = this._before;
-    // What had the focus is behind an inert layer until the page has been drawn again.
+    // The element that had the focus is behind an inert layer until the page is rendered again.
     queueMicrotask(() => before instanceof HTMLElement && before.isConnected && before.focus());
   }
 
-  /** What does no harm, where that is offered. */
+  /** The harmless choice, if there is one. */
   private _firstStop(): HTMLElement | undefined {
     return this.querySelector<HTMLElement>('button.cancel') ?? this._stops()[0];
   }

@@ -1,4 +1,4 @@
-// Movement, where the user wants it.
+// Animations, which respect the user's wish for reduced motion.
 
 export function motionAllowed(): boolean {
   return !matchMedia('(prefers-reduced-motion: reduce)').matches;
@@ -7,13 +7,13 @@ export function motionAllowed(): boolean {
 export const pushEasing = 'cubic-bezier(0.22, 0.9, 0.24, 1)';
 export const rowEasing = 'cubic-bezier(0.3, 0.1, 0.2, 1)';
 
-/** Animates from the given look to the present one, or not at all where motion is not wanted. */
+/** Animates from the given look to the current one, unless the user prefers reduced motion. */
 export function animate(element: Element, frames: Keyframe[], durationMs: number, easing: string): Animation | undefined {
   if (!motionAllowed()) return undefined;
   return element.animate(frames, { duration: durationMs, easing });
 }
 
-/** Animates something that is leaving, and takes it out of the document afterwards. */
+/** Animates an element that leaves, then removes it from the document. */
 export function animateAway(element: Element, frames: Keyframe[], durationMs: number, easing: string): void {
   const animation = animate(element, frames, durationMs, easing);
   if (!animation) return element.remove();

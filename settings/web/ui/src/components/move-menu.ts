@@ -1,4 +1,4 @@
-// What a click on a row's handle offers: the moves, each as a single choice.
+// The menu that a click on a row's handle opens. Each item is one move.
 
 import { html, type TemplateResult } from 'lit';
 import { styled } from '../directives/styled.js';
@@ -7,7 +7,7 @@ import { edgeOf, rowName, sameSpot, sectionName, spotOf, stepFrom, type Order, t
 
 export interface MoveMenu {
   row: string;
-  /** Where it stands in the table, in points from the table's edges. */
+  /** The menu's position, in points from the table's edges. */
   right: number;
   top?: number;
   bottom?: number;

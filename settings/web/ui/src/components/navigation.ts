@@ -1,5 +1,5 @@
-// The navigation: one bar and the page on top. Navigation controllers may be nested; what they show
-// together is one bar, as on a device.
+// The navigation: one bar and the top page. Navigation controllers may be nested; together they show
+// one bar, as on a device.
 
 import { html, nothing, type PropertyValues, type TemplateResult } from 'lit';
 import { keyed } from 'lit/directives/keyed.js';
@@ -22,7 +22,7 @@ interface Shown {
   title: string;
   titleOpacity: number;
   largeTitle: boolean;
-  /** The navigation controller that goes back, and the title of the page below. */
+  /** The navigation controller that handles back, and the title of the page below. */
   back: { node: string; title: string } | undefined;
   hidden: boolean;
 }
@@ -39,7 +39,7 @@ export class ZvNavigation extends LightElement {
   declare nodeId: string;
   /** The height of the status bar. */
   declare safeTop: number;
-  // The large title has gone under the bar.
+  // The large title has scrolled under the bar.
   declare private _collapsed: boolean;
 
   private _page: string | undefined;
@@ -49,7 +49,7 @@ export class ZvNavigation extends LightElement {
   private _lead: Element | null = null;
   private _backTitle: string | undefined;
 
-  /** Ends when the page's table is drawn, too. */
+  /** Resolves after the page's table is rendered, too. */
   protected override async getUpdateComplete(): Promise<boolean> {
     const complete = await super.getUpdateComplete();
     await this.querySelector<LightElement>('.page:not(.ghost) zv-table')?.updateComplete;
@@ -97,7 +97,7 @@ export class ZvNavigation extends LightElement {
     </header>`;
   }
 
-  // --- what scrolls under the bar ---
+  // --- scrolling under the bar ---
 
   private readonly _scrolled = (event: Event): void => {
     const scroller = event.target as HTMLElement;
@@ -118,7 +118,7 @@ export class ZvNavigation extends LightElement {
     return this.querySelector<HTMLElement>('.page-layers > .page .large-title')?.offsetHeight ?? 0;
   }
 
-  // --- from page to page ---
+  // --- page transitions ---
 
   protected override willUpdate(changed: PropertyValues): void {
     super.willUpdate(changed);
@@ -143,8 +143,8 @@ export class ZvNavigation extends LightElement {
     this._page = page;
   }
 
-  // The title of the page below gives way to a short word where it has no room beside the title. That
-  // is measured when the room has changed, and not with every change of the tree.
+  // The back button shows a short word if the title of the page below has no room beside the title. That
+  // is measured only when the available room changes, not with every change of the tree.
   private _watchBack(title: string | undefined): void {
     const lead = this.querySelector('.bar-lead');
     if (lead === this._lead && title === this._backTitle) return;
@@ -205,8 +205,7 @@ function shownBy(tree: Tree, id: string): Shown {
   return shown;
 }
 
-// The title is the innermost one that there is; its opacity is that of the outermost bar, behind
-// which the inner one is not seen.
+// Uses the innermost title, with the opacity of the outermost bar, which covers the inner bars.
 function addBar(shown: Shown, id: string, bar: Bar, outermost: boolean): void {
   if (!bar.hidden) shown.hidden = false;
   if (bar.title) shown.title = bar.title;

@@ -1,4 +1,4 @@
-// What the page says by itself: short notices that are also read aloud.
+// The page's own messages: short notices that are also read aloud.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import { repeat } from 'lit/directives/repeat.js';
@@ -6,10 +6,10 @@ import type { Link } from '../protocol/connection.js';
 import { compass, restart, warning } from './icons.js';
 
 export type NoticeKind = 'restarted' | 'refused' | 'address';
-/** `address` is where a link of the notice leads. */
+/** `address` is the target of the notice's link. */
 export interface Notice { id: number; kind: NoticeKind; text: string; address?: string }
 
-/** The address where it is one of the web; no other may become a link. */
+/** The address if it is a web address, otherwise undefined. Only web addresses may become links. */
 export function webAddress(text: string | undefined): string | undefined {
   try {
     const url = new URL(text ?? '');
@@ -32,12 +32,12 @@ export function noticeList(notices: Notice[], dismiss: (id: number) => void): Te
 
 const attemptsUntilAdvice = 4;
 
-/** `program` is what is started to serve the page, where it is known. */
+/** `program` is the name of the program that serves the page, if known. */
 export function linkBanner(link: Link, program: string | undefined, retry: () => void): TemplateResult | typeof nothing {
   if (link.state !== 'lost') return nothing;
   return html`<div class="link-banner" role="alert">
     ${warning()}
-    <p><strong>The connection is lost.</strong> What you see is as it was; it is tried again by itself.
+    <p><strong>The connection is lost.</strong> The page shows the last known state and reconnects automatically.
       ${link.attempts >= attemptsUntilAdvice
         ? html`If the server has ended, start ${program === undefined ? 'it again' : html`<code>${program} serve</code>`} and open the address that it prints.`
         : nothing}</p>

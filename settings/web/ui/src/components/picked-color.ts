@@ -1,4 +1,4 @@
-// Colours as the colour picker reckons with them: components from 0 to 1, hues in degrees.
+// Colours in the form that the colour picker computes with: components from 0 to 1, hues in degrees.
 
 export type Rgba = [number, number, number, number];
 
@@ -29,7 +29,7 @@ export function hexOf(rgba: readonly number[]): string {
   return [0, 1, 2].map((place) => byteOf(rgba[place]).toString(16).padStart(2, '0')).join('').toUpperCase();
 }
 
-/** The components of "RRGGBB" or "RGB", with or without "#"; nothing where the text is neither. */
+/** The components of "RRGGBB" or "RGB", with or without "#"; undefined for any other text. */
 export function parseHex(text: string): [number, number, number] | undefined {
   const digits = text.trim().replace(/^#/, '');
   if (!/^([0-9a-f]{3}|[0-9a-f]{6})$/i.test(digits)) return undefined;
@@ -43,7 +43,7 @@ export function byteOf(component: number | undefined): number {
   return Math.round(Math.min(1, Math.max(0, component ?? 0)) * 255);
 }
 
-/** The colour that a computed style names, as "rgb(1, 2, 3)" or "rgba(1, 2, 3, 0.5)". */
+/** The colour of a computed style such as "rgb(1, 2, 3)" or "rgba(1, 2, 3, 0.5)". */
 export function parseComputed(text: string): Rgba {
   const [red = 0, green = 0, blue = 0, alpha = 1] = (text.match(/[\d.]+/g) ?? []).map(Number);
   return [red / 255, green / 255, blue / 255, alpha];
@@ -54,7 +54,7 @@ const hueNames = [
   [215, 'azure'], [250, 'blue'], [285, 'violet'], [325, 'magenta'], [345, 'pink'], [361, 'red'],
 ] as const;
 
-/** A colour in words: "dark azure", "light gray". */
+/** A colour in words, such as "dark azure" or "light gray". */
 export function colorName(rgb: readonly number[]): string {
   const { hue, saturation, lightness } = hslOf(rgb);
   if (lightness > 0.99) return 'white';

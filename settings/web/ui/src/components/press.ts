@@ -1,6 +1,6 @@
-// A finger, the mouse or a key that is held down on a row whose table watches for long presses. The
-// application hears of it when it begins and when it ends; it knows by its own clock whether the
-// press was a long one, and takes a short one as a tap.
+// A press on a row with a finger, the mouse or a key, in a table that handles long presses. The
+// application is told when the press begins and ends. It decides by its own clock whether the press was
+// long, and treats a short press as a tap.
 
 import type { Context } from './context.js';
 
@@ -10,14 +10,14 @@ interface Held {
   row: string;
   act: Context['act'];
   element: HTMLElement;
-  /** The pointer that is down; none where a key is. */
+  /** The pointer that is down, or undefined for a key. */
   pointer: number | undefined;
   x: number;
   y: number;
 }
 
 let held: Held | undefined;
-// The click that the browser makes of a press that has been told already.
+// True while the next click belongs to a press that has already been sent.
 let clickIsTold = false;
 
 export function pressBegins(context: Context, row: string, event: PointerEvent): void {
@@ -28,7 +28,7 @@ export function pressBegins(context: Context, row: string, event: PointerEvent):
   addEventListener('pointerup', released);
 }
 
-/** Enter and Space, held down, are a finger. */
+/** Enter and Space act like a finger that is held down. */
 export function pressKey(context: Context, row: string, event: KeyboardEvent): void {
   if (event.key !== 'Enter' && event.key !== ' ') return;
   event.preventDefault();
@@ -39,7 +39,7 @@ export function pressKey(context: Context, row: string, event: KeyboardEvent): v
   element.addEventListener('blur', cancelled);
 }
 
-/** A click. What assistive technology makes by itself is a tap; any other has been told as a press. */
+/** Handles a click. A click by assistive technology is a tap; any other was already sent as a press. */
 export function pressClick(context: Context, row: string): void {
   if (!clickIsTold) void context.act({ action: 'tap', node: row });
 }
@@ -76,7 +76,7 @@ function cancelled(event: Event): void {
   cancel();
 }
 
-// What was no press has had its chance to be a tap, too: it was a scroll, or was given up.
+// A cancelled press, such as a scroll, must not become a tap either.
 function cancel(): void {
   if (!held) return;
   if (held.pointer !== undefined) {
@@ -86,7 +86,7 @@ function cancel(): void {
   end('cancel');
 }
 
-// The click comes right after the finger has gone, where one comes at all.
+// If the browser sends a click, it comes right after the pointer goes up.
 function passOverClick(): void {
   clickIsTold = true;
   setTimeout(() => { clickIsTold = false; });

@@ -1,5 +1,5 @@
-// Where rows stand in an editing table, and where they would stand if one of them were moved. Places
-// are those that "move" names: the index counts as after the row has left its place.
+// The places of rows in an editing table, before and after a move. A place has the form that the action
+// "move" uses: the index is counted without the moved row.
 
 import { childrenOf, nodeOf, type Tree } from '../protocol/tree.js';
 
@@ -26,7 +26,7 @@ export function sameSpot(a: Spot | undefined, b: Spot | undefined): boolean {
   return a?.section === b?.section && a?.index === b?.index;
 }
 
-/** The order with a row at another place; the nearest one where there is no such place. */
+/** The order with a row moved to another place, or to the nearest place if that one does not exist. */
 export function moved(order: Order, row: string, spot: Spot): Order {
   const section = Math.min(Math.max(spot.section, 0), order.length - 1);
   return order.map((each, place) => {
@@ -37,7 +37,7 @@ export function moved(order: Order, row: string, spot: Spot): Order {
   });
 }
 
-/** The place one further up (-1) or down (1), across the border of a section where it is reached. */
+/** The next place up (-1) or down (1); crosses into the next section at the end of a section. */
 export function stepFrom(order: Order, spot: Spot, direction: -1 | 1): Spot | undefined {
   const { section, index } = spot;
   const last = (order[section]?.rows.length ?? 1) - 1;
@@ -48,25 +48,25 @@ export function stepFrom(order: Order, spot: Spot, direction: -1 | 1): Spot | un
   return { section: section + direction, index: direction < 0 ? next.rows.length : 0 };
 }
 
-/** The first (-1) or the last (1) place of the section in which a row stands. */
+/** The first (-1) or the last (1) place of a row's section. */
 export function edgeOf(order: Order, spot: Spot, direction: -1 | 1): Spot {
   return { section: spot.section, index: direction < 0 ? 0 : (order[spot.section]?.rows.length ?? 1) - 1 };
 }
 
-/** What a section is called to people. */
+/** The name of a section in announcements. */
 export function sectionName(tree: Tree, order: Order, section: number): string {
   const id = order[section]?.id;
   const header = id === undefined ? undefined : nodeOf(tree, id, 'section')?.header;
   return header?.trim().replace(/:$/, '') || `section ${section + 1}`;
 }
 
-/** A place for people, as "2 of 4 in Enabled modules". */
+/** The name of a place in announcements, such as "2 of 4 in Enabled modules". */
 export function spotText(tree: Tree, order: Order, spot: Spot): string {
   const count = order[spot.section]?.rows.length ?? 0;
   return `${spot.index + 1} of ${count} in ${sectionName(tree, order, spot.section)}`;
 }
 
-/** What a row is called to people. Only rows in sight have a text. */
+/** The name of a row in announcements. Only visible rows have a text. */
 export function rowName(tree: Tree, row: string): string {
   const node = nodeOf(tree, row, 'row');
   if (node?.title) return node.title;

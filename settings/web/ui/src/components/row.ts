@@ -1,5 +1,5 @@
-// A row of a table. It is a list item; where a tap on it does something its cell is a button, where
-// it holds a control the control is what one reaches.
+// A row of a table, which is a list item. If a tap on it has an effect, its cell is a button. If it
+// contains a control, the control takes the focus.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import { nodeOf, type CellNode, type RowNode } from '../protocol/tree.js';
@@ -13,17 +13,17 @@ import { rowName } from './reorder.js';
 
 const pictureGap = 15;
 
-/** What a row has of its table. */
+/** What a row needs to know about its table. */
 export interface RowSetting {
-  /** How the rows of the section are used: a choice has a checkmark on one of them. */
+  /** The role of the rows in the section: in a choice, one row has a checkmark. */
   use: 'plain' | 'choice';
-  /** In a table that is being edited. */
+  /** The table is being edited. */
   editing: Editing | undefined;
-  /** The table watches for long presses on its rows. */
+  /** The table handles long presses on its rows. */
   pressable: boolean;
-  /** It is the last one of its section. */
+  /** The row is the last one of its section. */
   last: boolean;
-  /** The row's place, where not all rows of its section are in the document. */
+  /** The row's position, if not all rows of its section are in the document. */
   place?: { index: number; count: number };
 }
 
@@ -52,12 +52,12 @@ function rowContent(
   return cell && cellId !== undefined ? shownRow(context, id, node, cellId, cell, setting) : hiddenRow(node);
 }
 
-// Out of sight a row has no cell, but it keeps its height and its name.
+// A hidden row has no cell, but it keeps its height and its name.
 function hiddenRow(node: RowNode): TemplateResult {
   return html`<span class="visually-hidden">${node.title}</span>`;
 }
 
-/** A row that could not be made, or whose cell could not: it says why in place of what it would show. */
+/** A row that could not be created, or whose cell could not. It shows the reason instead of its content. */
 function brokenRow(title: string | undefined, problem: string): TemplateResult {
   return html`<div class="cell problem" role="group" aria-label=${title || nothing}>
     ${warning()}<p>${title ? html`<strong>${title}</strong>` : nothing}${problem}</p>
@@ -140,7 +140,7 @@ function editingControl(context: Context, id: string, node: RowNode, editing: Ed
     @click=${() => void editing.commit(id)}>${style === 'delete' ? minus() : plus()}</button>`;
 }
 
-/** By which a row is moved: dragged, lifted with Space, or through a menu on a click. */
+/** The handle that moves a row: by dragging, by picking it up with Space, or through a menu on a click. */
 function handle(context: Context, id: string, editing: Editing): TemplateResult {
   return html`<button class="reorder" type="button" aria-label="Move ${rowName(context.tree, id)}"
     aria-haspopup="menu" aria-expanded=${editing.hasMenu(id)} aria-describedby=${editing.helpId}

@@ -1,4 +1,4 @@
-// The device: its frame, its status bar, and on its screen what the application shows.
+// The device: its frame, its status bar, and the application's content on its screen.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import { keyed } from 'lit/directives/keyed.js';
@@ -12,7 +12,7 @@ import { statusIcons } from './icons.js';
 import './image-picker.js';
 import './navigation.js';
 
-/** What belongs to the shape of a device, in points. */
+/** The dimensions of a device, in points. */
 export interface Shape {
   width: number;
   height: number;
@@ -51,7 +51,7 @@ export function framedScreen(context: Context, shape: Shape, scale: number): Tem
   </div>`;
 }
 
-/** The screen alone, where the window is no larger than a phone itself. */
+/** The screen without the frame, for windows no larger than a phone. */
 export function bareScreen(context: Context): TemplateResult {
   return html`<div class="screen bare" ${styled(screenStyles(context, 0))}>
     ${screenContent(context, 0)}

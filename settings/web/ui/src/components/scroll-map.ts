@@ -1,10 +1,10 @@
-// Where things stand in a table as the application knows it, and where they stand on the page. The two
-// differ where texts wrap in another way or are larger; rows and their heights tie them together.
+// Maps positions between the application's table and the page. They differ because texts may wrap
+// differently or be larger on the page. Rows and their heights connect the two.
 
 /** A place on the page and the same place in the application's table, in points from the top of the content. */
 export interface Anchor { page: number; table: number }
 
-/** A stretch of the content that both know: a row, or the space of rows that are not in the document. */
+/** A part of the content that exists on both sides: a row, or the space of rows not in the document. */
 export interface Stretch { page: number; pageHeight: number; table: number; tableHeight: number }
 
 export function anchorsOf(stretches: readonly Stretch[], pageEnd: number, tableEnd: number): Anchor[] {
@@ -29,7 +29,7 @@ export function toPage(anchors: readonly Anchor[], table: number): number {
   return mapped(anchors, table, 'table', 'page');
 }
 
-// Between two anchors in proportion; beyond the ends, point by point.
+// Interpolates between two anchors; beyond the ends, one point maps to one point.
 function mapped(anchors: readonly Anchor[], place: number, from: keyof Anchor, to: keyof Anchor): number {
   const after = anchors.findIndex((anchor) => anchor[from] > place);
   const before = anchors[after < 0 ? anchors.length - 1 : after - 1];

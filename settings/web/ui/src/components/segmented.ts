@@ -1,5 +1,5 @@
-// A segmented control: a group of radio buttons with one tab stop and a thumb that slides. A finger
-// may come down on one segment and go up on another; the one where it goes up is asked for.
+// A segmented control: a group of radio buttons with one tab stop and a sliding thumb. A finger may go
+// down on one segment and up on another; the segment where it goes up is selected.
 
 import { html, type PropertyValues, type TemplateResult } from 'lit';
 import type { SegmentedNode } from '../protocol/tree.js';
@@ -13,7 +13,7 @@ export class ZvSegmented extends ControlElement<SegmentedNode> {
     _pressed: { state: true },
   };
 
-  // What was asked for, until it is answered.
+  // The requested segment, until the application answers.
   declare private _draft: number | undefined;
   declare private _pressed: number | undefined;
   private _focusNext = false;

@@ -1,5 +1,5 @@
-// A slider over the browser's own range input, which brings touch, keyboard and screen reader. While
-// the finger is on it the slider shows its own value; afterwards what the tree says.
+// A slider based on the browser's range input, which handles touch, keyboard and screen readers. During
+// a drag the slider shows its own value, afterwards the tree's value.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import { live } from 'lit/directives/live.js';
@@ -68,7 +68,7 @@ export class ZvSlider extends ControlElement<SliderNode> {
     return this.context.act({ action: 'slide', node: this.nodeId, value, phase });
   }
 
-  // A smooth slider would otherwise move by a hundredth with each key.
+  // Without this, a smooth slider would move by a hundredth with each key press.
   private _key(event: KeyboardEvent): void {
     const { min, max, segmentCount } = this.node;
     const steps = { ArrowRight: 1, ArrowUp: 1, ArrowLeft: -1, ArrowDown: -1, PageUp: 4, PageDown: -4 }[event.key];

@@ -1,9 +1,9 @@
-// Arrow keys among things of which one at a time is a tab stop: tabs, the segments of a control.
+// Arrow keys in a group with one tab stop, such as tabs or the segments of a control.
 
 const sideways = new Map([['ArrowRight', 1], ['ArrowLeft', -1]]);
 const anyWay = new Map([...sideways, ['ArrowDown', 1], ['ArrowUp', -1]]);
 
-/** Where a key leads from the stop at `place` among `count`, around the ends too; nowhere with any other key. */
+/** The stop that a key leads to from `place` among `count`; wraps around. Undefined for other keys. */
 export function stopByKey(key: string, place: number, count: number, arrows: 'sideways' | 'any'): number | undefined {
   if (count === 0) return undefined;
   if (key === 'Home') return 0;

@@ -1,5 +1,5 @@
-// A switch goes over at once, as under a finger, and stands where it was asked to until the answer;
-// afterwards it shows what the tree says.
+// A switch changes immediately and shows the requested state until the answer; afterwards it shows the
+// tree's state.
 
 import { html, type TemplateResult } from 'lit';
 import type { SwitchNode } from '../protocol/tree.js';
@@ -10,7 +10,7 @@ export class ZvSwitch extends ControlElement<SwitchNode> {
     _draft: { state: true },
   };
 
-  // What was asked for, until it is answered.
+  // The requested state, until the application answers.
   declare private _draft: boolean | undefined;
 
   protected override render(): TemplateResult {

@@ -1,5 +1,5 @@
-// A table: sections of rows in a scroller of its own. Rows are keyed by identity, so that one keeps
-// its focus, its caret and the finger on it when others come and go.
+// A table: sections of rows in a scroller. Rows are keyed by identity, so a row keeps its focus, its
+// caret and the finger on it when other rows appear and disappear.
 
 import { html, nothing, type PropertyValues, type TemplateResult } from 'lit';
 import { repeat } from 'lit/directives/repeat.js';
@@ -16,7 +16,7 @@ import { lookOf, placedView } from './views.js';
 import { isLong, piecesOf, RowWindow, type Piece } from './window.js';
 
 const standardRowHeight = 44;
-// How far beyond what is in sight rows are asked for, so that they are there when they come.
+// How far beyond the visible area rows are requested, so that they are ready when they scroll in.
 const aheadPoints = 88;
 
 export class ZvTable extends LightElement {
@@ -29,9 +29,9 @@ export class ZvTable extends LightElement {
 
   declare context: Context;
   declare nodeId: string;
-  /** How much of the table's top lies under the bar, in points. */
+  /** How much of the table's top is under the bar, in points. */
   declare insetTop: number;
-  /** What scrolls above the table's own content: the large title. */
+  /** The content that scrolls above the table's own content: the large title. */
   declare lead: TemplateResult | undefined;
 
   readonly editing = new Editing(this);
@@ -51,7 +51,7 @@ export class ZvTable extends LightElement {
     return this.querySelector<HTMLElement>('.table-scroll');
   }
 
-  /** What lies over the table. */
+  /** The content above the table. */
   get layer(): HTMLElement | null {
     return this.querySelector<HTMLElement>('.carry-layer');
   }
@@ -69,12 +69,12 @@ export class ZvTable extends LightElement {
     ${node.editing ? this.editing.layer() : nothing}`;
   }
 
-  /** The rows as they are shown: those of the tree, but for one that is being moved. */
+  /** The rows in the shown order: as in the tree, except for a row that is being moved. */
   private _order(): Order {
     return this._node?.editing ? this.editing.order : orderOf(this.context.tree, this.nodeId);
   }
 
-  /** The view above the first section, or the one below the last. */
+  /** The view above the first section or below the last one. */
   private _edge(role: 'header' | 'footer'): TemplateResult | typeof nothing {
     const view = this._node?.children.find((child) => this.context.tree.nodes[child]?.role === role);
     if (view === undefined) return nothing;
@@ -114,7 +114,7 @@ export class ZvTable extends LightElement {
     return row(this.context, piece.row, { ...setting, last: piece.index === count - 1, place: { index: piece.index, count } });
   }
 
-  /** Rows that are in the document wherever they are. */
+  /** The rows that are always in the document. */
   private _kept(): Set<string> {
     const focused = document.activeElement?.closest<HTMLElement>('.row');
     const kept = new Set(this.editing.kept());
@@ -124,7 +124,7 @@ export class ZvTable extends LightElement {
 
   private readonly _heightOf = (id: string): number => nodeOf(this.context.tree, id, 'row')?.height ?? standardRowHeight;
 
-  // --- rows that come, go and move ---
+  // --- inserted, removed and moved rows ---
 
   override disconnectedCallback(): void {
     super.disconnectedCallback();
@@ -139,7 +139,7 @@ export class ZvTable extends LightElement {
     if (sameOrder(order, this._shown)) return;
     const rows = new Set(order.flatMap((section) => section.rows));
     const stays = this._shown.some((section) => section.rows.some((id) => rows.has(id)));
-    // Where nothing stays there is no movement to show: the table was loaded anew.
+    // If no row stays, the table was reloaded and there is no movement to show.
     if (stays) this._glide.measure(rows);
   }
 
@@ -165,7 +165,7 @@ export class ZvTable extends LightElement {
     this._scrollFrame ??= requestAnimationFrame(() => void this._tellOffset());
   }
 
-  /** One message at a time; what was scrolled meanwhile is told with the next one. */
+  /** Sends one message at a time; later scrolling is reported in the next one. */
   private async _tellOffset(): Promise<void> {
     this._scrollFrame = undefined;
     const { scroller } = this;
@@ -179,7 +179,7 @@ export class ZvTable extends LightElement {
     void this._tellOffset();
   }
 
-  /** What is in sight, as the application's table measures it. */
+  /** The visible area in the coordinates of the application's table. */
   private _sight(scroller: HTMLElement): { offset: number; overscan: number } {
     const top = scroller.scrollTop - this._contentTop(scroller);
     const anchors = this._anchors(scroller);
@@ -211,12 +211,12 @@ export class ZvTable extends LightElement {
     });
   }
 
-  /** How far down the table's own content begins: below the bar and the large title. */
+  /** Where the table's own content begins: below the bar and the large title. */
   private _contentTop(scroller: HTMLElement): number {
     return this.insetTop + (scroller.querySelector<HTMLElement>('.large-title')?.offsetHeight ?? 0);
   }
 
-  /** Another window or the device may scroll too; what comes back of this table's own scrolling is no news. */
+  /** Follows scrolling by another window or the device, and ignores echoes of this table's own scrolling. */
   private _followOffset(): void {
     const offset = this._node?.offset ?? 0;
     const known = this._knownOffset;

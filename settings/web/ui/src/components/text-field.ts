@@ -1,5 +1,5 @@
-// A text field. While it has the focus it shows what is typed; what becomes of it shows afterwards.
-// Escape gives the text up, Return and leaving the field end the editing.
+// A text field. While it has the focus it shows the typed text, afterwards the tree's text. Escape
+// discards the typed text; Return and leaving the field end the editing.
 
 import { html, type PropertyValues, type TemplateResult } from 'lit';
 import type { TextFieldNode } from '../protocol/tree.js';

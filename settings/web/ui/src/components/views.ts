@@ -1,4 +1,4 @@
-// Views that stand where their frame says: what a page or a cell adds by itself.
+// Views that are positioned by their frame, which a page or a cell adds.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import type { ButtonNode, ImageNode, LabelNode, Picture, TreeNode } from '../protocol/tree.js';
@@ -8,7 +8,7 @@ import { isDark, type Context } from './context.js';
 import { controlFor } from './control.js';
 import { spinner, symbol } from './icons.js';
 
-/** A picture of the tree; its bytes are asked for by the hash of their content. */
+/** A picture of the tree, fetched by the hash of its content. */
 export function picture(image: Picture, className: string, name = ''): TemplateResult {
   if ('symbol' in image) return symbol(image.symbol, name);
   return html`<img class=${className} src="images/${image.hash}" alt=${name} draggable="false"
@@ -16,12 +16,12 @@ export function picture(image: Picture, className: string, name = ''): TemplateR
 }
 
 /**
- * Whether texts are made readable on the grounds that pages have, or keep their exact colours, as on
- * a ground of their own.
+ * Whether the colours of texts are adjusted to be readable on the backgrounds of pages, or kept exactly
+ * because the texts have their own background.
  */
 export type TextColors = 'readable' | 'exact';
 
-/** The look that any view may have. */
+/** The style properties that any view may have. */
 export function lookOf(node: TreeNode): Styles {
   const layer = node.layer;
   return {
@@ -37,7 +37,7 @@ export function lookOf(node: TreeNode): Styles {
   };
 }
 
-/** The children of a node, each at its frame. */
+/** The children of a node, each positioned by its frame. */
 export function placedChildren(context: Context, id: string, colors: TextColors = 'readable'): TemplateResult[] {
   const children = context.tree.nodes[id]?.children ?? [];
   return children.map((child) => placedView(context, child, colors));
@@ -67,7 +67,7 @@ function viewContent(context: Context, id: string, node: TreeNode, colors: TextC
   }
 }
 
-// A label lies in a frame that does not grow with the text size, so that it grows less than a cell's own texts.
+// A label's frame does not grow with the text size, so its text grows less than a cell's own texts.
 function label(context: Context, node: LabelNode, colors: TextColors): TemplateResult {
   return html`<span dir="auto" class="label" ${styled({
     color: colors === 'exact' ? cssColor(node.color) : cssTextColor(node.color, isDark(context) ? 'dark' : 'light'),

@@ -1,30 +1,30 @@
-// Which rows of a long section are in the document: those in sight and some around them. The others
-// are empty space of their height, so that a table of any length costs what one screen costs.
+// Decides which rows of a long section are in the document: the visible ones and some around them. Empty
+// space replaces the others, so a table of any length costs as much as one screen.
 
 import type { Order } from './reorder.js';
 
-/** Rows from `first` up to, but not with, `last`. */
+/** Rows from `first` up to, but not including, `last`. */
 export interface Slice { first: number; last: number }
 
-/** What stands in a section: a row, or space for rows that are not in the document. */
+/** A piece of a section: a row, or space for rows that are not in the document. */
 export type Piece = { key: string; row: string; index: number } | { key: string; height: number };
 
 type HeightOf = (row: string) => number;
 
-// Shorter sections are in the document as a whole.
+// Shorter sections are completely in the document.
 const longSection = 100;
-// Rows before anything has been measured.
+// The number of rows before the first measurement.
 const atFirst = 48;
-// How far around what is in sight, in heights of it.
+// How far the slice extends beyond the visible area, in multiples of its height.
 const screensAround = 1;
-// The slice moves in steps, so that not every frame of a scroll changes it.
+// The slice moves in steps, so most frames of a scroll do not change it.
 const stepRows = 8;
 
 export function isLong(rows: readonly string[]): boolean {
   return rows.length > longSection;
 }
 
-/** The rows that reach into a stretch of the section, in points from its top, in whole steps. */
+/** The rows that overlap a range of the section, in points from its top, rounded to whole steps. */
 export function sliceAt(rows: readonly string[], heightOf: HeightOf, top: number, bottom: number): Slice {
   let first = rows.length;
   let last = 0;
@@ -41,7 +41,7 @@ export function sliceAt(rows: readonly string[], heightOf: HeightOf, top: number
   return { first: Math.floor(first / stepRows) * stepRows, last: Math.min(rows.length, Math.ceil(last / stepRows) * stepRows) };
 }
 
-/** What stands in a section: its slice, rows that are kept wherever they are, and space between. */
+/** The pieces of a section: its slice, the rows that are always kept, and the space between them. */
 export function piecesOf(rows: readonly string[], slice: Slice, kept: ReadonlySet<string>, heightOf: HeightOf): Piece[] {
   const pieces: Piece[] = [];
   let space = 0;
@@ -61,7 +61,7 @@ export function piecesOf(rows: readonly string[], slice: Slice, kept: ReadonlySe
   return pieces;
 }
 
-/** The slices of a table's long sections, by what is in sight. */
+/** The slices of a table's long sections, computed from the visible area. */
 export class RowWindow {
   private readonly _slices = new Map<string, Slice>();
 
@@ -69,7 +69,7 @@ export class RowWindow {
     return this._slices.get(section) ?? { first: 0, last: atFirst };
   }
 
-  /** Fits the slices to what is in sight. True where other rows have to be in the document now. */
+  /** Fits the slices to the visible area. Returns true if other rows must be in the document now. */
   follow(scroller: HTMLElement, order: Order, heightOf: HeightOf): boolean {
     const around = scroller.clientHeight * screensAround;
     let changed = false;

@@ -1,5 +1,5 @@
-// Sets style properties on an element one by one. lit's own styleMap writes the style attribute at
-// first, which a strict content security policy refuses.
+// Sets style properties on an element one by one. lit's own styleMap first writes the style attribute,
+// which a strict content security policy refuses.
 
 import { nothing } from 'lit';
 import { Directive, directive, PartType, type ElementPart, type PartInfo } from 'lit/directive.js';
@@ -11,7 +11,7 @@ class StyledDirective extends Directive {
 
   constructor(info: PartInfo) {
     super(info);
-    if (info.type !== PartType.ELEMENT) throw new Error('styled() stands on an element');
+    if (info.type !== PartType.ELEMENT) throw new Error('styled() must be used on an element');
   }
 
   render(_styles: Styles): typeof nothing {
@@ -35,5 +35,5 @@ class StyledDirective extends Directive {
   }
 }
 
-/** `<div ${styled({ height: '44px', '--fill': 0.5 })}>`; a member that is undefined is taken off. */
+/** Use: `<div ${styled({ height: '44px', '--fill': 0.5 })}>`. Undefined members are removed. */
 export const styled = directive(StyledDirective);

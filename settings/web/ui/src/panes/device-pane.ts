@@ -12,11 +12,11 @@ export function devicePane(context: Context): TemplateResult {
   </div>
   ${neighbours(context)}
   <button class="pane-button" type="button" data-action="reopen" @click=${() => void context.act({ action: 'reopen' })}>
-    ${restart()}Open Settings anew
+    ${restart()}Reopen Settings
   </button>`;
 }
 
-/** A value that is not on the list is shown as it is. */
+/** A value that is not in the list is shown unchanged. */
 function choice(context: Context, { name, label, value: current, choices }: Trait): TemplateResult {
   const all = choices.some(([value]) => value === current) ? choices : [...choices, [current, current]];
   return html`<label class="trait"><span>${label}</span><span class="choice"><select data-trait=${name} .value=${live(current)}
@@ -25,7 +25,7 @@ function choice(context: Context, { name, label, value: current, choices }: Trai
   </select></span></label>`;
 }
 
-/** The browser's own colour field knows no alpha. */
+/** The browser's colour field does not support alpha. */
 function colour(context: Context, { name, label, value }: Trait): TemplateResult {
   const shown = `#${parseTint(value).map((part) => part.toString(16).padStart(2, '0')).join('')}`;
   return html`<label class="trait"><span>${label}</span><input type="color" data-trait=${name} .value=${live(shown)}
@@ -36,12 +36,12 @@ function setTrait(context: Context, name: string, value: string): void {
   void context.act({ action: 'trait', name, value });
 }
 
-/** The stand-ins for other products' classes, which pages find by name and must do without where they are not installed. */
+/** The stand-ins for other products' classes. Pages find them by name and must work without them. */
 function neighbours(context: Context): TemplateResult | typeof nothing {
   const all = Object.entries(context.tree.device.neighbours ?? {});
   if (all.length === 0) return nothing;
   return html`<details class="neighbours"><summary>Neighbours</summary>
-    <p>Classes of other products that the pages look for. They come and go when Settings is opened anew.</p>
+    <p>Classes of other products that the pages look for. A change takes effect when Settings is reopened.</p>
     ${all.map(([name, isOn]) => html`<label><input type="checkbox" data-neighbour=${name} .checked=${live(isOn)}
       @change=${(event: Event) => setTrait(context, 'neighbour', `${name} ${(event.target as HTMLInputElement).checked ? 'on' : 'off'}`)}>${name}</label>`)}
   </details>`;

@@ -1,9 +1,9 @@
-// Keys and their values in a table.
+// A table of keys and values.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import { shownValue } from './values.js';
 
-/** A row of the table; what is written over several lines has a row of its own below. */
+/** A row of the table; a value with several lines gets a separate row below. */
 export function entry(key: string, value: unknown, className = ''): TemplateResult {
   const { type, text } = shownValue(value);
   const nested = isNested(text);
@@ -12,12 +12,12 @@ export function entry(key: string, value: unknown, className = ''): TemplateResu
     </tr>${nested ? html`<tr class="nested ${className}"><td colspan="3"><pre>${text}</pre></td></tr>` : nothing}`;
 }
 
-/** Whether the spelling of a value takes several lines. */
+/** True if the spelling of a value has several lines. */
 export function isNested(text: string): boolean {
   return text.includes('\n');
 }
 
-/** A path that may go on in the next line after each slash. */
+/** A path that may wrap after each slash. */
 export function breakable(path: string): TemplateResult[] {
   return path.split(/(?<=\/)/).map((part) => html`${part}<wbr>`);
 }

@@ -1,4 +1,4 @@
-// The preference file as it is on the disk, with what the last tap changed.
+// The preference file as it is on the disk, with the changes of the last tap.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import { keyed } from 'lit/directives/keyed.js';
@@ -9,7 +9,7 @@ import { warning } from '../components/icons.js';
 import { breakable, entry, isNested } from './entries.js';
 import { shownValue } from './values.js';
 
-const stateNames = { ok: 'Saved', missing: 'Not there yet', problem: 'Damaged' } as const;
+const stateNames = { ok: 'Saved', missing: 'Missing', problem: 'Damaged' } as const;
 
 export function filePane(sides: Sides): TemplateResult {
   const { file } = sides;
@@ -17,7 +17,7 @@ export function filePane(sides: Sides): TemplateResult {
   return html`
     <p class="file-path"><span class="chip ${file.state}">${stateNames[file.state]}</span><code>${breakable(file.path ?? '')}</code></p>
     ${file.state === 'problem' ? html`<div class="file-problem">${warning()}<p>${file.problem ?? 'It cannot be read.'}</p></div>` : nothing}
-    ${file.state === 'missing' ? html`<p class="pane-empty">${file.problem || 'It is written with the first change.'}</p>` : nothing}
+    ${file.state === 'missing' ? html`<p class="pane-empty">${file.problem || 'The first change creates it.'}</p>` : nothing}
     ${keyed(sides.fileCount, lastChange(file.changed ?? []))}
     ${file.state === 'ok' ? entries(file, sides.fileCount) : nothing}`;
 }
@@ -39,7 +39,7 @@ function changedValue(kind: 'before' | 'after', value: unknown): TemplateResult 
 
 function entries(file: FileState, count: number): TemplateResult {
   const keys = Object.keys(file.entries ?? {}).sort();
-  if (keys.length === 0) return html`<p class="pane-empty">The file holds no keys.</p>`;
+  if (keys.length === 0) return html`<p class="pane-empty">The file has no keys.</p>`;
   const changed = new Set((file.changed ?? []).map((change) => change.key));
   return html`<table class="entries">
     <thead><tr><th scope="col">Key</th><th scope="col">Type</th><th scope="col">Value</th></tr></thead>

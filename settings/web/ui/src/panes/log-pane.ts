@@ -2,7 +2,7 @@ import { html, type TemplateResult } from 'lit';
 import type { LogEntry } from '../protocol/messages.js';
 import type { Sides } from '../protocol/state.js';
 
-/** What the bundle and the platform wrote to the system log, the newest last. */
+/** The messages of the bundle and the platform in the system log, newest last. */
 export function logPane(sides: Sides): TemplateResult {
   if (sides.log.length === 0) return html`<p class="pane-empty">Nothing has been logged yet.</p>`;
   return html`<ol class="log">${sides.log.map((entry) => html`<li>

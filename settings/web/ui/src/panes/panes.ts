@@ -1,4 +1,4 @@
-// The panes beside the phone: side by side where there is room, else one at a time behind tabs.
+// The panes beside the phone: side by side if there is room, otherwise one at a time with tabs.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import type { Context } from '../components/context.js';
@@ -41,7 +41,7 @@ export function paneGrid(state: PaneState): TemplateResult {
     </section>`)}</div>`;
 }
 
-/** `phone` puts the phone itself in front as the first tab, for windows no larger than one. */
+/** `phone` adds the phone itself as the first tab, for windows no larger than a phone. */
 export function paneTabs(state: PaneState, shown: PaneName | 'phone', phone: boolean, select: (name: PaneName | 'phone') => void): TemplateResult {
   const tabs: readonly { name: PaneName | 'phone'; short: string }[] = phone ? [{ name: 'phone', short: 'Settings' }, ...panes] : panes;
   const pane = panes.find((each) => each.name === shown);
@@ -56,7 +56,7 @@ export function paneTabs(state: PaneState, shown: PaneName | 'phone', phone: boo
   </div>`;
 }
 
-// What scrolls must be reached by the keyboard.
+// A scrollable area must be reachable by keyboard.
 function body(pane: Pane, state: PaneState): TemplateResult {
   return html`<div class="pane-body" tabindex="0" role="group" aria-label=${pane.title} data-pane=${pane.name}>${pane.content(state)}</div>`;
 }

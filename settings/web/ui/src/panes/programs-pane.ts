@@ -3,7 +3,7 @@ import type { ProgramRecord } from '../protocol/messages.js';
 import type { Sides } from '../protocol/state.js';
 import { restart } from '../components/icons.js';
 
-/** The programs that the bundle started, the newest first, and whether the home screen came back. */
+/** The programs that the bundle started, newest first, and the restarts of the home screen. */
 export function programsPane(sides: Sides, restarts: number): TemplateResult {
   const { programs = [] } = sides;
   return html`
@@ -24,7 +24,7 @@ function program(record: ProgramRecord): TemplateResult {
   </li>`;
 }
 
-// The first argument is by custom the program's own name.
+// By convention, the first argument is the program's own name.
 function argumentsStart(record: ProgramRecord): number {
   const first = record.arguments?.[0];
   return first !== undefined && record.path.endsWith(first) ? 1 : 0;

@@ -1,4 +1,4 @@
-// The specifier behind the row that was last pointed at.
+// The specifier behind the row that was last under the pointer.
 
 import { html, nothing, type TemplateResult } from 'lit';
 import { warning } from '../components/icons.js';
@@ -9,7 +9,7 @@ import { shownValue } from './values.js';
 
 export function rowPane(sides: Sides): TemplateResult {
   const { row } = sides;
-  if (!row) return html`<p class="pane-empty">Point at a row, or focus it, to see the specifier behind it. The <kbd>i</kbd> key comes here.</p>`;
+  if (!row) return html`<p class="pane-empty">Point at a row, or focus it, to see the specifier behind it. Press <kbd>i</kbd> to open this pane.</p>`;
   const keys = Object.keys(row.properties ?? {}).sort();
   return html`
     ${row.problem ? html`<div class="file-problem">${warning()}<p>${row.problem}</p></div>` : nothing}
@@ -17,7 +17,7 @@ export function rowPane(sides: Sides): TemplateResult {
     ${keys.length === 0 ? html`<p class="pane-empty">There is no specifier behind this row.</p>` : properties(row, keys)}`;
 }
 
-/** What a specifier has beside its properties; what it does not have is left out. */
+/** The members of a specifier besides its properties; absent members are omitted. */
 function facts(row: RowInfo): [string, string][] {
   const all: [string, string | null | undefined][] = [
     ['Identifier', row.identifier ?? 'none'], ['Cell', row.cellType], ['Action', row.action],

@@ -1,10 +1,10 @@
-// Values of property lists, as people read them.
+// Formats values of property lists for display.
 
 import { NumberText } from '../protocol/messages.js';
 
 export interface ShownValue { type: string; text: string }
 
-/** The type and the spelling of a value, which is JSON as docs/tree.md writes property lists. */
+/** The type and the spelling of a value, given as JSON in the form of docs/tree.md. */
 export function shownValue(value: unknown): ShownValue {
   if (value === undefined || value === null) return { type: '', text: 'none' };
   if (typeof value === 'boolean') return { type: 'boolean', text: value ? 'true' : 'false' };
@@ -19,7 +19,7 @@ function numberText(source: string): ShownValue {
   return { type: /[.eE]/.test(source) ? 'real' : 'integer', text: source };
 }
 
-// What JSON has no spelling for is an object with one member that names its type.
+// A value that JSON cannot express is an object with one member, which names the type.
 function special(value: Record<string, unknown>): ShownValue | undefined {
   const [member, ...more] = Object.entries(value);
   if (!member || more.length > 0) return undefined;

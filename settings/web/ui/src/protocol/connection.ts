@@ -1,6 +1,6 @@
-// The WebSocket to the server: connects, reconnects with growing pauses, numbers the actions, and
-// keeps those that were not answered. An action that only names its result ("this switch on") is
-// sent again after a break; one that depends on the moment (a tap) is not.
+// The WebSocket to the server: connects, reconnects with growing pauses, numbers the actions, and keeps
+// unanswered actions. After a reconnection, an action that names its result ("this switch on") is sent
+// again; an action that depends on the moment (a tap) is not.
 
 import { parseMessage, type Action, type ServerMessage } from './messages.js';
 
@@ -37,7 +37,7 @@ export class Connection {
     return this._link;
   }
 
-  /** Opens the connection, or tries at once where a pause is running. */
+  /** Opens the connection; ends a running pause. */
   open(): void {
     clearTimeout(this._timer);
     if (this._socket && this._socket.readyState <= WebSocket.OPEN) return;
@@ -51,9 +51,9 @@ export class Connection {
   }
 
   /**
-   * Sends an action. The promise ends when the server has answered it, or when the connection broke
-   * and the action is one that is not sent again. Without a connection only repeatable actions are
-   * taken; others give nothing.
+   * Sends an action. The promise resolves when the server has answered, or when the connection broke and
+   * the action is not sent again. Without a connection only repeatable actions are accepted; for others
+   * the result is undefined.
    */
   send(action: Action): Promise<void> | undefined {
     const open = this._link.state === 'open';
@@ -63,12 +63,12 @@ export class Connection {
     return new Promise((resolve) => this._waiting.set(sequence, { action, resolve }));
   }
 
-  /** The action of that number, where it has not been answered yet. */
+  /** The action with that number, if it has not been answered yet. */
   unanswered(sequence: number | undefined): Action | undefined {
     return sequence === undefined ? undefined : this._waiting.get(sequence)?.action;
   }
 
-  /** Asks for what is no action; lost where there is no connection. */
+  /** Sends a request that is not an action. It is lost if there is no connection. */
   ask(request: { type: 'inspect'; node: string } | { type: 'resync' }): void {
     if (this._link.state === 'open') this._transmit(request);
   }
@@ -91,7 +91,7 @@ export class Connection {
     else if ((message.type === 'patch' || message.type === 'refused') && message.ack !== undefined) this._answered(message.ack);
   }
 
-  // The whole tree takes the place of every patch that did not come, and so of what they answered.
+  // The whole tree replaces all missing patches, and so answers their actions.
   private _answeredUpTo(last: number | undefined): void {
     if (last === undefined) return;
     for (const sequence of [...this._waiting.keys()]) {

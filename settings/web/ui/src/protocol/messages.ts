@@ -27,7 +27,7 @@ export interface RowInfo {
   setter?: string | null;
   action?: string | null;
   detail?: string | null;
-  /** What the getter gives now. */
+  /** The current result of the getter. */
   value?: unknown;
   problem?: string;
   properties?: Record<string, unknown>;
@@ -43,7 +43,7 @@ export interface EventMessage {
   kind?: string;
   duration?: number;
 }
-/** The panes beside the phone that come as a whole. */
+/** The panes whose content is always sent completely. */
 export interface Panes {
   file?: FileState;
   programs?: ProgramRecord[];
@@ -52,14 +52,14 @@ export interface Panes {
 export interface SideMessage extends Panes {
   type: 'side';
   log?: LogEntry[];
-  /** The log is the whole one, not what is new. */
+  /** True if the message has the whole log, not only new entries. */
   logFromStart?: boolean;
 }
 export interface RefusedMessage { type: 'refused'; ack?: number; message: string }
 
 export type ServerMessage = TreeMessage | PatchMessage | EventMessage | SideMessage | RefusedMessage;
 
-/** What each action has beside its name (docs/tree.md). */
+/** The members of each action besides its name (docs/tree.md). */
 export interface ActionMembers {
   back: { node: string };
   scroll: { node: string; offset: number; overscan?: number };
@@ -85,14 +85,14 @@ export interface ActionMembers {
 
 export type Action = { [Name in keyof ActionMembers]: { action: Name } & ActionMembers[Name] }[keyof ActionMembers];
 
-/** A number of a property list as it was written, so that 1.0 stays a real and 2^63 stays exact. */
+/** A number of a property list in its original spelling, so 1.0 stays a real and 2^63 stays exact. */
 export class NumberText {
   constructor(readonly source: string) {}
 }
 
 /**
- * A message of the server, or nothing where the text is none. In the panes' messages the numbers of
- * property lists keep their spelling where the browser can tell it.
+ * Parses a message of the server; undefined if the text is not a message. In the panes' messages the
+ * numbers of property lists keep their spelling if the browser supports it.
  */
 export function parseMessage(text: string): ServerMessage | undefined {
   try {

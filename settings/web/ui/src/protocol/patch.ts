@@ -1,6 +1,6 @@
-// RFC 6902 differences. A patch is applied as a whole or not at all, and the old document stays as
-// it is: what a difference does not touch is shared between the old and the new one, so that a view
-// can tell by identity what has changed.
+// Applies RFC 6902 patches. A patch is applied completely or not at all. The old document is not
+// modified; unchanged parts are shared between the old and the new document, so a view can detect
+// changes by identity.
 
 export type Json = null | boolean | number | string | Json[] | { [key: string]: Json };
 
@@ -9,7 +9,7 @@ export type Operation =
   | { op: 'remove'; path: string }
   | { op: 'move' | 'copy'; from: string; path: string };
 
-/** A difference that does not fit the document; nothing of it has been applied. */
+/** Thrown if a patch does not fit the document. Nothing of the patch has been applied. */
 export class PatchError extends Error {
   override name = 'PatchError';
 }
@@ -28,7 +28,7 @@ function unescapeToken(token: string): string {
   return token.replace(/~1/g, '/').replace(/~0/g, '~');
 }
 
-/** The document after all operations. @throws PatchError where one of them cannot be applied. */
+/** Returns the document after all operations. @throws PatchError if one of them cannot be applied. */
 export function applyPatch<T>(document: T, operations: readonly Operation[]): T {
   const draft = new Draft(document);
   for (const operation of operations) draft.apply(operation);
@@ -37,7 +37,7 @@ export function applyPatch<T>(document: T, operations: readonly Operation[]): T 
 
 class Draft {
   root: unknown;
-  // The containers this draft has made itself and may therefore change in place.
+  // The containers that this draft created and may therefore change in place.
   private readonly _own = new Set<Container>();
 
   constructor(root: unknown) {
@@ -62,7 +62,7 @@ class Draft {
     return value;
   }
 
-  /** The container that holds the last token, as one that may be changed. */
+  /** A mutable copy of the container that holds the last token. */
   private _writableParent(pointer: string): { parent: Container; token: string } {
     const tokens = parsePointer(pointer);
     const token = tokens.pop();
@@ -123,7 +123,7 @@ class Draft {
   }
 
   private _test(pointer: string, expected: unknown): void {
-    if (!sameJson(this._get(pointer), expected)) throw new PatchError(`"${pointer}" is not what it should be`);
+    if (!sameJson(this._get(pointer), expected)) throw new PatchError(`"${pointer}" does not have the expected value`);
   }
 }
 

@@ -1,5 +1,5 @@
-// What the page knows: the tree, the panes, and what has just been said. It changes only by what the
-// server sends; nothing that the user does changes it by itself.
+// The page's state: the tree, the panes, and the last announcement. Only messages of the server change
+// it; user actions do not change it directly.
 
 import type { EventMessage, LogEntry, Panes, ServerMessage, SideMessage } from './messages.js';
 import { applyPatch, PatchError } from './patch.js';
@@ -7,9 +7,9 @@ import type { Tree } from './tree.js';
 
 const logLimit = 2000;
 
-/** What the panes show, each as it came last. */
+/** The panes' content, each part as last received. */
 export interface Sides extends Panes {
-  /** Counts the files that came, so that a change that comes twice is lit up twice. */
+  /** Counts the received files, so that a change that comes twice is highlighted twice. */
   fileCount: number;
   log: LogEntry[];
 }
@@ -17,7 +17,7 @@ export interface Sides extends Panes {
 export interface Outcome {
   refused?: string;
   event?: EventMessage;
-  /** The message does not follow on what is here: the whole tree must be asked for. */
+  /** The message does not follow the current revision: request the whole tree. */
   gap?: boolean;
   treeChanged?: boolean;
 }
@@ -28,7 +28,7 @@ export class PageState {
   sides: Sides = { fileCount: 0, log: [] };
   private _resyncing = false;
 
-  /** Takes one message in and says what follows from it. */
+  /** Applies one message and returns what follows from it. */
   take(message: ServerMessage): Outcome {
     switch (message.type) {
       case 'tree':

@@ -1,5 +1,5 @@
-// The view tree as the server sends it (docs/tree.md). A member that has its default value is
-// absent, so every optional one is read through a default where it is shown.
+// The view tree as the server sends it (docs/tree.md). Members with their default value are absent, so
+// code that shows an optional member supplies the default.
 
 export type Color = { name: string } | { rgba: [number, number, number, number] };
 
@@ -32,7 +32,7 @@ export interface Common {
   kind: string;
   children: string[];
   class?: string;
-  /** What a view is to its cell or table. */
+  /** The view's role in its cell or table. */
   role?: string;
   frame?: [number, number, number, number];
   alpha?: number;
@@ -64,7 +64,7 @@ export interface TableNode extends Common {
   kind: 'table';
   style: 'plain' | 'grouped' | 'insetGrouped';
   editing: boolean;
-  /** A long press on a row may do something. */
+  /** A long press on a row may have an effect. */
   pressable?: boolean;
   offset: number;
   contentHeight: number;
@@ -76,7 +76,7 @@ export interface SectionNode extends Common {
   footer?: string;
   identifier?: string;
   problem?: string;
-  /** Where its first row begins in the table's content. */
+  /** The y of the first row in the table's content. */
   rowsTop?: number;
 }
 export interface RowNode extends Common {
@@ -182,11 +182,11 @@ export interface Device {
   appearance?: 'light' | 'dark';
   textScale?: number;
   tint?: string;
-  /** Classes that pages find by name, and whether they will be there at the next opening. */
+  /** Classes that pages find by name, and whether they will exist when Settings is opened next. */
   neighbours?: Record<string, boolean>;
 }
 
-/** A trait of the device as people set it, with the values that are offered; none for a colour. */
+/** A trait of the device, with the offered values; a colour has none. */
 export interface Trait {
   name: string;
   label: string;
@@ -204,13 +204,13 @@ export interface Tree {
   application?: { program: string; bundle: string };
 }
 
-/** The node of this name and kind, or nothing where the tree has no such node. */
+/** The node with this name and kind, or undefined if the tree has no such node. */
 export function nodeOf<K extends Kind>(tree: Tree, id: string, kind: K): Extract<TreeNode, { kind: K }> | undefined {
   const node = tree.nodes[id];
   return node?.kind === kind ? (node as Extract<TreeNode, { kind: K }>) : undefined;
 }
 
-/** The names of the children of a node that are of one kind, in their order. */
+/** The names of a node's children of one kind, in their order. */
 export function childrenOf(tree: Tree, id: string, kind: Kind): string[] {
   return (tree.nodes[id]?.children ?? []).filter((child) => tree.nodes[child]?.kind === kind);
 }
