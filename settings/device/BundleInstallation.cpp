@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A bundle without these could not be opened by the application.
+// The application cannot open a bundle without these files.
 constexpr std::string_view requiredFiles[] = {"Info.plist", bundleCodeName};
 
 std::string missingFile(const fs::path& folder) {

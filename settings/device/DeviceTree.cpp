@@ -19,14 +19,14 @@ DeviceTreeResult refused(std::string problem) {
   return {std::nullopt, std::move(problem)};
 }
 
-// Absolute, without a slash at the end; links on the way stay as they are.
+// Returns the absolute path without a trailing slash. Does not resolve links.
 fs::path absolutePath(const fs::path& directory) {
   std::error_code error;
   fs::path path = fs::absolute(directory, error).lexically_normal();
   return path.has_filename() ? path : path.parent_path();
 }
 
-// What keeps a new tree from being made there; empty where nothing does.
+// Returns why a new tree cannot be made there; empty if it can.
 std::string obstacleAt(const fs::path& path) {
   std::error_code error;
   const auto status = fs::symlink_status(path, error);
@@ -48,7 +48,7 @@ std::string howToMake(const char* what) {
          " device create DIR";
 }
 
-// What keeps the path from being opened as a folder; empty where nothing does.
+// Returns why the path cannot be opened as a folder; empty if it can.
 std::string whyNoFolder(const fs::path& path) {
   std::error_code error;
   const fs::file_type type = fs::status(path, error).type();

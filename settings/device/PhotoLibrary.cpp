@@ -23,7 +23,7 @@ PhotoResult tooManyBytes() {
                  " MiB, the most that is taken as a photo.");
 }
 
-// What can be said of a picture without unpacking it.
+// Checks a picture as far as possible without decompressing it.
 PhotoResult glanceAtPhoto(const platform::Data& bytes) {
   if (bytes.size() > largestPhotoBytes) return tooManyBytes();
   const auto header = platform::readImageHeader(bytes.bytes());
@@ -52,7 +52,7 @@ std::optional<platform::Data> readFile(platform::FileSystem& files, std::string_
 
 struct Glance {
   PhotoResult photo;
-  Thumbnail thumbnail;  // of a photo
+  Thumbnail thumbnail;  // set if there is an image
 };
 
 Glance glanceAtFile(platform::FileSystem& files, std::string_view name) {
@@ -66,7 +66,7 @@ Glance glanceAtFile(platform::FileSystem& files, std::string_view name) {
   return glance;
 }
 
-// The photo with the thumbnail of that key; the end where there is none.
+// Finds the photo whose thumbnail has this key; returns the end if there is none.
 auto withKey(auto& photos, std::string_view key) {
   return std::ranges::find_if(photos, [key](const LibraryPhoto& photo) {
     return !key.empty() && photo.thumbnail.key == key;
@@ -113,7 +113,7 @@ std::function<ThumbnailFile()> PhotoLibrary::thumbnailWork(std::string_view key)
     const auto bytes = readFile(*files, name, problem);
     if (!bytes) return ThumbnailFile{{}, problem.problem};
     ThumbnailFile made = makeThumbnail(*bytes);
-    // Under this key another picture must not be kept.
+    // Another picture must not be cached under this key.
     if (thumbnailKey(name, *bytes) != wanted) made = {{}, "The file has changed meanwhile."};
     return made;
   };

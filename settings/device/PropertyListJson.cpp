@@ -23,11 +23,11 @@ using platform::Dictionary;
 using platform::Value;
 using platform::ValueKind;
 
-// An object with one of these as its only key stands for something else than a dictionary.
+// An object with one of these as its only key is not a plain dictionary.
 constexpr std::string_view dataKey = "data";
 constexpr std::string_view dateKey = "date";
 constexpr std::string_view realKey = "real";
-// Around a dictionary that would be mistaken for one of the above, or for this itself.
+// Wraps a dictionary that could be mistaken for one of the above or for this wrapper.
 constexpr std::string_view plainKey = "dictionary";
 
 ordered_json tagged(std::string_view key, ordered_json content) {
@@ -56,7 +56,7 @@ bool isAmbiguous(const Dictionary& dictionary) {
 
 ordered_json jsonFromDictionary(const Dictionary& dictionary) {
   ordered_json json = ordered_json::object();
-  // Past the search for an equal key, of which there is none.
+  // Appends at the end: the keys are unique, so no search for an equal key is needed.
   auto& members = json.get_ref<ordered_json::object_t&>();
   members.reserve(dictionary.size());
   for (const auto& [key, value] : dictionary) {
@@ -71,8 +71,8 @@ ordered_json jsonFromArray(const Array& array) {
   return json;
 }
 
-// Takes what the JSON parser meets and builds values from the inside; what an object may stand for
-// is left to the Interpreter.
+// Receives the JSON parser's events and builds values from the inside out. The Interpreter decides
+// what an object stands for.
 class ValueHandler : public nlohmann::json_sax<ordered_json> {
  public:
   PropertyListFromJson result() && {
@@ -110,7 +110,7 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
   }
   bool parse_error(std::size_t position, const std::string&,
                    const ordered_json::exception& error) override {
-    // The library begins with a name and number of its own in brackets.
+    // The library's messages start with its own name and an error number in brackets.
     const std::string_view what = error.what();
     const auto end = what.find("] ");
     return refuse("byte " + std::to_string(position) + ": no JSON: " +
@@ -155,8 +155,8 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
   std::string _error;
 };
 
-// Puts data, dates, reals and dictionaries in the place of the objects that stand for them. The
-// depth of what it is given is limited already.
+// Replaces the objects that stand for data, dates, reals and dictionaries. The parser has limited
+// the depth already.
 class Interpreter {
  public:
   PropertyListFromJson run(const Value& raw) {

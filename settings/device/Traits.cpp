@@ -49,7 +49,7 @@ bool setSystem(DeviceTraits& traits, std::string_view value) {
   return true;
 }
 
-// "390x844@3"; without "@3" the scale stays.
+// "390x844@3"; without "@3" the scale is unchanged.
 bool setScreen(DeviceTraits& traits, std::string_view value) {
   constexpr double smallest = 100;
   constexpr double largest = 10000;
