@@ -19,7 +19,7 @@ using nlohmann::json;
 
 namespace {
 
-constexpr double largestSide = 10000;  // points, of what a presenter can show
+constexpr double largestSide = 10000;  // points; the limit for a presenter's view
 
 }  // namespace
 
@@ -32,7 +32,7 @@ ApplicationResult Application::create(ApplicationOptions options) {
                          std::string(programName) + " device create`"};
   }
   auto files = std::make_shared<platform::DeviceFileSystem>(options.deviceRoot);
-  // What was left behind by writers that were ended in the middle of a write.
+  // Temporary files of interrupted writes.
   for (const auto path : {productPreferencesPath, moduleConfigurationPath}) {
     files->removeStaleTemporaries(path.substr(0, path.rfind('/')));
   }
@@ -79,7 +79,7 @@ ActionResult Application::perform(const json& action) {
   _state->refresh();
   const std::string place = _state->placeOf(action);
   const auto work = [&] { return _state->useHand(action); };
-  // A look further down the page is no tap: what the last one changed stays marked.
+  // Scrolling is not a tap: the changes of the last action stay highlighted.
   return name == "scroll" ? _state->runAtEdge(place, work) : _state->runAction(place, work);
 }
 

@@ -25,7 +25,7 @@ std::string lastLoaderError() {
   return text ? text : "unknown error";
 }
 
-// The text under a key of Info.plist, or a problem that names the key.
+// Returns the text under a key of Info.plist, or sets a problem that names the key.
 std::optional<std::string> infoText(const platform::Dictionary& info, const std::string& infoPath,
                                     std::string_view key, std::string& problem) {
   const platform::Value value = info.valueForKey(key);

@@ -35,7 +35,7 @@ bool SettingsListController::initWithContents(SettingsListContents contents) {
   if (!init()) return false;
   _contents = std::move(contents);
   setTitle("Settings");
-  // The bundle's page asks for a row before the list is ever shown.
+  // The bundle's page asks for a row before the list is shown.
   specifiers();
   return true;
 }

@@ -45,7 +45,7 @@ SettingsProcess::SettingsProcess(const DeviceServices& services, Time time,
 
 SettingsProcess::~SettingsProcess() {
   const platform::ProcessScope scope(*_process);
-  // Background work ends first, so that nothing meets pages that go.
+  // Background work ends first, so that it does not use pages that are being destroyed.
   _scheduler->shutDown();
   _versionFooter.give(nullptr);
   _outer.reset();
@@ -145,7 +145,7 @@ void SettingsProcess::settle() {
   _scheduler->runMain();
   if (!_window) return;
   layOut();
-  // What laying out has queued for now belongs to the same turn.
+  // Work that layout has queued as due now belongs to the same turn.
   _scheduler->runMain();
   layOut();
 }

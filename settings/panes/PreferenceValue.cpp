@@ -37,7 +37,7 @@ std::string_view typeOf(const Value& value) {
   return found == typeNames.end() ? "other" : found->name;
 }
 
-// What was written in the script, in the form in which the type stands in JSON.
+// Converts what the script contains to the JSON form of the type.
 json normalized(std::string_view type, const json& wanted) {
   if (type == "data" && wanted.is_string()) return {{"data", wanted}};
   if (type == "bool" && wanted.is_number()) return wanted != 0;
