@@ -27,8 +27,7 @@ ApplicationResult Application::create(ApplicationOptions options) {
   std::error_code error;
   if (!std::filesystem::is_directory(options.deviceRoot, error)) {
     return {nullptr, options.deviceRoot +
-                         " is no folder that could stand for a device; make one with "
-                         "`" +
+                         " is not a folder that can act as a device; create one with `" +
                          std::string(programName) + " device create`"};
   }
   auto files = std::make_shared<platform::DeviceFileSystem>(options.deviceRoot);
@@ -75,7 +74,7 @@ ActionResult Application::perform(const json& action) {
   }
   if (name == "continue" || name == "restart") return answerCrash(action, name == "restart");
   if (name == "bounds") return setBounds(action);
-  if (!UserHand::knows(name)) return refused("\"" + name + "\" is no action");
+  if (!UserHand::knows(name)) return refused("unknown action: \"" + name + "\"");
   _state->refresh();
   const std::string place = _state->placeOf(action);
   const auto work = [&] { return _state->useHand(action); };
@@ -178,7 +177,7 @@ ActionResult Application::setTrait(std::string_view name, std::string_view value
 
 ActionResult Application::advance(double seconds) {
   if (_state->options.time != Time::virtualClock) {
-    return refused("the clock is the real one and cannot be moved");
+    return refused("the real clock cannot be advanced");
   }
   return _state->runAtEdge("delayed work", [&] {
     _state->process->virtualClock()->advance(seconds);

@@ -134,14 +134,14 @@ ActionResult Application::State::switchNeighbour(std::string_view value) {
   const auto space = std::min(value.find(' '), value.size());
   const std::string name(value.substr(0, space));
   const std::string_view way = value.substr(space);
-  if (way != " on" && way != " off") return refused("what follows CLASS is on or off");
+  if (way != " on" && way != " off") return refused("expected on or off after CLASS");
   if (way == " on" ? neighbours.switchOn(name) : neighbours.switchOff(name)) {
     treeIsStale = true;
     return {};
   }
   std::string known;
   for (const auto& each : neighbours.names()) known += " " + each;
-  return refused("\"" + name + "\" is no neighbour; there are:" + known);
+  return refused("unknown neighbour: \"" + name + "\" (expected one of:" + known + ")");
 }
 
 void Application::State::tellObservers() {

@@ -84,7 +84,7 @@ void Application::State::endWaiting() {
 }
 
 std::string Application::State::busyMessage() const {
-  return waitingNode.empty() ? "the page is in the middle of something"
+  return waitingNode.empty() ? "the page is busy"
                              : "the page waits for a program: stop it, or wait until it ends";
 }
 

@@ -64,7 +64,7 @@ void LinkOpener::ask(const NSURL& url) {
 
 void LinkOpener::refuse(const NSURL& url) {
   const auto alert = UIAlertController::alertControllerWithTitle(
-      "This link cannot be opened", "It leads to no web page:\n" + shortened(url.absoluteString()),
+      "This link cannot be opened", "It is not a web address:\n" + shortened(url.absoluteString()),
       platform::UIAlertControllerStyle::alert);
   alert->addAction(UIAlertAction::actionWithTitle("OK", UIAlertActionStyle::cancel, nullptr));
   show(alert);

@@ -27,8 +27,8 @@ std::shared_ptr<PSSpecifier> makeRow(const std::optional<std::string>& label,
 }  // namespace
 
 std::string controlCenterRowProblem(std::string_view name) {
-  return "\"" + std::string(name) + "\" is no value of the trait " +
-         std::string(controlCenterRowTrait) + "; allowed is present, missing or raises";
+  return "invalid value for the trait " + std::string(controlCenterRowTrait) + ": \"" +
+         std::string(name) + "\" (expected present, missing or raises)";
 }
 
 bool SettingsListController::initWithContents(SettingsListContents contents) {

@@ -95,12 +95,12 @@ std::shared_ptr<UIViewController> SettingsProcess::makePage() {
   if (!principal->isSubclassOf("UIViewController")) {
     return ProblemPage::pageWithProblem(
         title, _bundlePath + "/Info.plist: NSPrincipalClass is \"" + _principalClass +
-                   "\", which is no page (no subclass of UIViewController).");
+                   "\", which is not a page (not a subclass of UIViewController).");
   }
   auto page = std::dynamic_pointer_cast<UIViewController>(principal->makeInstance());
   if (!page) {
     return ProblemPage::pageWithProblem(
-        title, _principalClass + " refused to be made (its init gave nothing).");
+        title, _principalClass + " could not be created (its init returned nothing).");
   }
   _versionFooter.give(page);
   return page;

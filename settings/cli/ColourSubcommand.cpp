@@ -46,7 +46,7 @@ Value askCell(BundleProcess& bundle, std::string_view selector, const Value& arg
   const auto cell = found ? found->makeInstance() : nullptr;
   if (cell && cell->respondsToSelector(selector)) return cell->perform(selector, {argument});
   context.status = context.fail("the bundle has no " + std::string(colourCellClassName) +
-                                " that answers " + std::string(selector));
+                                " that responds to " + std::string(selector));
   return {};
 }
 

@@ -20,14 +20,14 @@ PhotoResult noPhoto(std::string problem) {
 
 PhotoResult tooManyBytes() {
   return noPhoto("The file is larger than " + std::to_string(largestPhotoBytes / bytesPerMebibyte) +
-                 " MiB, the most that is taken as a photo.");
+                 " MiB, the limit for a photo.");
 }
 
 // Checks a picture as far as possible without decompressing it.
 PhotoResult glanceAtPhoto(const platform::Data& bytes) {
   if (bytes.size() > largestPhotoBytes) return tooManyBytes();
   const auto header = platform::readImageHeader(bytes.bytes());
-  if (!header) return noPhoto("The file is no PNG or JPEG picture.");
+  if (!header) return noPhoto("The file is not a PNG or JPEG picture.");
   if (auto refusal = platform::refusalOfImageSize(header->width, header->height)) {
     return noPhoto(std::move(*refusal));
   }
@@ -38,7 +38,7 @@ PhotoResult glanceAtPhoto(const platform::Data& bytes) {
 std::optional<platform::Data> readFile(platform::FileSystem& files, std::string_view name,
                                        PhotoResult& problem) {
   if (name.empty() || name.find('/') != std::string_view::npos) {
-    problem = noPhoto("\"" + std::string(name) + "\" is no name of a photo.");
+    problem = noPhoto("\"" + std::string(name) + "\" is not the name of a photo.");
     return std::nullopt;
   }
   const std::string path = std::string(photosPath) + "/" + std::string(name);
@@ -114,7 +114,7 @@ std::function<ThumbnailFile()> PhotoLibrary::thumbnailWork(std::string_view key)
     if (!bytes) return ThumbnailFile{{}, problem.problem};
     ThumbnailFile made = makeThumbnail(*bytes);
     // Another picture must not be cached under this key.
-    if (thumbnailKey(name, *bytes) != wanted) made = {{}, "The file has changed meanwhile."};
+    if (thumbnailKey(name, *bytes) != wanted) made = {{}, "The file has changed in the meantime."};
     return made;
   };
 }

@@ -23,7 +23,7 @@ folder=${0%/*}
 tree=$(cd "$folder" && pwd -P) || exit 1
 while [ ! -e "$tree@TREE_MARK@" ]; do
   if [ -z "$tree" ]; then
-    echo "$0: lies in no device tree" >&2
+    echo "$0: not in a device tree" >&2
     exit 1
   fi
   tree=${tree%/*}

@@ -80,7 +80,7 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
     return {Value(), std::move(_error)};
   }
 
-  bool null() override { return refuse("null is no value of a property list"); }
+  bool null() override { return refuse("null is not a property list value"); }
   bool boolean(bool value) override { return add(value); }
   bool number_integer(number_integer_t value) override { return add(Value::integer(value)); }
   bool number_unsigned(number_unsigned_t value) override {
@@ -91,7 +91,7 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
     return refuse("the integer " + text + " is outside -2^63 to 2^64-1");
   }
   bool string(string_t& value) override { return add(Value::string(value)); }
-  bool binary(binary_t&) override { return refuse("binary is no JSON"); }
+  bool binary(binary_t&) override { return refuse("binary is not JSON"); }
   bool start_object(std::size_t) override { return begin(true); }
   bool key(string_t& key) override {
     _frames.back().key = std::move(key);
@@ -113,7 +113,7 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
     // The library's messages start with its own name and an error number in brackets.
     const std::string_view what = error.what();
     const auto end = what.find("] ");
-    return refuse("byte " + std::to_string(position) + ": no JSON: " +
+    return refuse("byte " + std::to_string(position) + ": not JSON: " +
                   std::string(end == std::string_view::npos ? what : what.substr(end + 2)));
   }
 
@@ -133,7 +133,7 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
   bool begin(bool object) {
     const std::size_t limit = platform::PropertyListLimits{}.depth;
     if (_frames.size() >= limit) {
-      return refuse("nested more than " + std::to_string(limit) + " deep");
+      return refuse("nested more than " + std::to_string(limit) + " levels deep");
     }
     _frames.push_back({object, {}, {}, {}});
     return true;
@@ -210,7 +210,7 @@ class Interpreter {
 
   Value dateOf(std::string_view text) {
     const auto seconds = platform::number_text::parseDate(text);
-    if (!seconds) return refuse("{\"date\": ...} takes a date as 2026-01-02T03:04:05Z");
+    if (!seconds) return refuse("{\"date\": ...} takes a date such as 2026-01-02T03:04:05Z");
     return Date{*seconds};
   }
 

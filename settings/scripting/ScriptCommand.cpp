@@ -66,8 +66,8 @@ const ScriptCommand* takeCommand(LineReader& reader) {
     taken += word;
   }
   const std::string found = reader.atEnd() ? "nothing" : "\"" + reader.word("a command") + "\"";
-  reader.fail(found + (taken.empty() ? " is no command" : " is nothing to expect") +
-              "; allowed are " + allowedNames(scriptCommands(), taken));
+  reader.fail(std::string(taken.empty() ? "unknown command: " : "unknown expectation: ") + found +
+              " (expected " + allowedNames(scriptCommands(), taken) + ")");
   return nullptr;
 }
 

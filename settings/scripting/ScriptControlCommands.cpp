@@ -71,9 +71,9 @@ StepOutcome setSegment(ScriptContext& context, const std::string& row, const Con
   const json values = propertyOf(context, row, "validValues");
   const int index = choiceIndex(values, control.node["segments"], value);
   if (index < 0) {
-    return StepOutcome::failed(jsonText(value) + " is no choice of the row; there are the values " +
-                               jsonText(values) + " with the titles " +
-                               jsonText(control.node["segments"]));
+    return StepOutcome::failed("not a choice of the row: " + jsonText(value) + " (values " +
+                               jsonText(values) + ", titles " + jsonText(control.node["segments"]) +
+                               ")");
   }
   return context.act({{"action", "segment"}, {"node", control.id}, {"index", index}});
 }
@@ -84,8 +84,7 @@ StepOutcome setSwitch(ScriptContext& context, const Control& control, const json
   const json state =
       names.value(value.is_string() ? value.get<std::string>() : jsonText(value), json());
   if (!state.is_boolean()) {
-    return StepOutcome::failed(jsonText(value) +
-                               " is no state of a switch; allowed are on and off");
+    return StepOutcome::failed("not a switch state: " + jsonText(value) + " (expected on or off)");
   }
   return context.act({{"action", "toggle"}, {"node", control.id}, {"on", state}});
 }
@@ -95,8 +94,8 @@ StepOutcome setByList(ScriptContext& context, const std::string& row, const json
   const json titles = propertyOf(context, row, "validTitles");
   const int index = choiceIndex(propertyOf(context, row, "validValues"), titles, value);
   if (index < 0) {
-    return StepOutcome::failed("the row has no control that a value can be set with, and " +
-                               jsonText(value) + " is none of its choices " + jsonText(titles));
+    return StepOutcome::failed("the row has no control for a value, and " + jsonText(value) +
+                               " is not one of its choices " + jsonText(titles));
   }
   StepOutcome opened = context.act({{"action", "tap"}, {"node", row}});
   if (!opened.ok || context.application().crash()) return opened;
@@ -119,7 +118,7 @@ StepOutcome setRow(ScriptContext& context, const std::string& row, const json& v
     return typeText(context, control.id,
                     value.is_string() ? value.get<std::string>() : jsonText(value));
   }
-  if (!value.is_number()) return StepOutcome::failed(jsonText(value) + " is no number");
+  if (!value.is_number()) return StepOutcome::failed("not a number: " + jsonText(value));
   return slideTo(context, control.id, value.get<double>());
 }
 
@@ -168,8 +167,7 @@ ScriptCommands controlCommands() {
       {"set", "set ROW VALUE",
        "sets the row's switch (on, off), segment or choice (value or title), slider or text",
        &parseSet},
-      {"type", "type ROW \"text\"", "types the text in place of what the row's field holds",
-       &parseType},
+      {"type", "type ROW \"text\"", "replaces the text of the row's field", &parseType},
       {"slide", "slide ROW N", "drags the row's slider to N and lets go", &parseSlide},
   };
 }

@@ -93,7 +93,7 @@ Step parseRows(LineReader& reader) {
   std::vector<RowAddress> names;
   while (!reader.atEnd() && !reader.error()) names.push_back(reader.row());
   if (std::ranges::find(names, RowAddress::By::position, &RowAddress::by) != names.end()) {
-    reader.fail("the rows are named here, by #identifier or a label in quotes");
+    reader.fail("name the rows by #identifier or by a label in quotes");
   }
   return [index, names](ScriptContext& context) {
     if (!context.application().isOpen()) return StepOutcome::notOpen();
@@ -127,11 +127,11 @@ Step parsePref(LineReader& reader) {
   const std::string key = reader.word("KEY");
   const std::string type = reader.word("TYPE");
   if (!reader.error() && !isPreferenceType(type)) {
-    reader.fail(quote(type) + " is no TYPE; one is " + preferenceTypeNames());
+    reader.fail("not a TYPE: " + quote(type) + " (expected " + preferenceTypeNames() + ")");
   }
   const json value = type == "string" ? json(reader.word("VALUE")) : reader.value("VALUE");
   if (!reader.error() && !isOfPreferenceType(type, value)) {
-    reader.fail(jsonText(value) + " is no VALUE of the type " + type);
+    reader.fail("not a VALUE of the type " + type + ": " + jsonText(value));
   }
   return [=](ScriptContext& context) {
     const PreferenceLookup found = lookUpPreference(context.application().device(), key);
@@ -174,8 +174,7 @@ Step parseFooter(LineReader& reader) {
 
 Step parseOpacity(LineReader& reader) {
   const bool outer = reader.skip("outer");
-  if (!outer && !reader.skip("inner"))
-    reader.fail("what follows \"opacity\" is outer N or inner N");
+  if (!outer && !reader.skip("inner")) reader.fail("expected outer N or inner N after \"opacity\"");
   const double wanted = reader.number("N");
   return [=](ScriptContext& context) {
     if (!context.application().isOpen()) return StepOutcome::notOpen();
@@ -271,8 +270,7 @@ ScriptCommands expectationCommands() {
       {"expect rows", "expect rows SECTION ROW...",
        "the rows of the section, all of them and in this order, by #identifier or label",
        &parseRows},
-      {"expect row", "expect row ROW [value V]", "there is the row, and it shows the value",
-       &parseRow},
+      {"expect row", "expect row ROW [value V]", "the row exists and shows the value", &parseRow},
       {"expect no row", "expect no row ROW", "there is no such row", &parseNoRow},
       {"expect no pref", "expect no pref KEY", "the preference file holds nothing under the key",
        &parseNoPref},

@@ -42,7 +42,7 @@ Target readTarget(LineReader& reader) {
   if (reader.skip("cell")) return {Target::Kind::cell, reader.row(), {}};
   if (reader.skip("new")) return {Target::Kind::made, {}, reader.word("CLASS")};
   const std::string found = reader.atEnd() ? "nothing" : "\"" + reader.word("TARGET") + "\"";
-  reader.fail(found + std::string(" is no TARGET; one is ") + targetHelp);
+  reader.fail("not a TARGET: " + found + " (expected " + targetHelp + ")");
   return target;
 }
 
@@ -142,7 +142,7 @@ StepOutcome sendTo(ScriptContext& context, const std::shared_ptr<Object>& object
                    const Target& target, const std::string& selector,
                    const std::vector<Value>& values) {
   if (!object) {
-    return StepOutcome::failed(target.className.empty() ? "there is no such object just now"
+    return StepOutcome::failed(target.className.empty() ? "there is no such object at the moment"
                                                         : "there is no class " + target.className);
   }
   const Value result = object->perform(selector, values);
@@ -206,7 +206,7 @@ ScriptCommands messageCommands() {
        "sends an operation by name and prints its result; TARGET is page, cell ROW, store, nav, "
        "outer or new CLASS, and an ARG is JSON, a word, or a row, which stands for its specifier",
        &parseSend},
-      {"get", "get KEYPATH", "prints a value that the page answers by key", &parseGet},
+      {"get", "get KEYPATH", "prints a value of the page by key", &parseGet},
       {"put-value", "put-value KEYPATH VALUE", "sets a value of the page by key", &parsePutValue},
   };
 }

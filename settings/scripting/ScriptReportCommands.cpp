@@ -116,7 +116,7 @@ Step parseFile(LineReader& reader) {
     const platform::FileContents contents = context.application().device().read(path);
     if (contents.error) return StepOutcome::failed(contents.error.message);
     const platform::PropertyListResult list = platform::readPropertyList(contents.bytes);
-    if (!list) return StepOutcome::failed(path + " is no property list: " + list.error->text());
+    if (!list) return StepOutcome::failed(path + " is not a property list: " + list.error->text());
     const json result = jsonFromValue(list.value);
     context.print(result, jsonText(result, JsonStyle::indented));
     return StepOutcome{};

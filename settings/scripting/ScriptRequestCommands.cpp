@@ -84,7 +84,7 @@ struct Answer {
 std::int64_t readStatus(LineReader& reader) {
   constexpr std::size_t largest = 999;
   const std::size_t status = reader.index("S");
-  if (status > largest) reader.fail("S is a status from 0 to 999");
+  if (status > largest) reader.fail("S must be a status from 0 to 999");
   return static_cast<std::int64_t>(status);
 }
 
@@ -97,8 +97,8 @@ void readPart(LineReader& reader, Answer& answer) {
   } else if (reader.skipPrefix("error=")) {
     answer.error = reader.word("TEXT");
   } else {
-    reader.fail("\"" + reader.word("a part of the answer") +
-                "\" is no part of an answer; allowed are status=S, data=FILE and error=TEXT");
+    reader.fail("not a part of an answer: \"" + reader.word("a part of the answer") +
+                "\" (expected status=S, data=FILE or error=TEXT)");
   }
 }
 
@@ -137,7 +137,7 @@ StepOutcome handOver(ScriptContext& context, const Answer& given, const std::vec
   auto answer = urlAnswer(given, task->originalRequest()->URL(), std::move(data));
   if (!NSURLSession::sharedSession()->answer(given.task, std::move(answer))) {
     return StepOutcome::failed("the task " + std::to_string(given.task) +
-                               " has its answer already");
+                               " already has its answer");
   }
   const std::size_t mainWork = deliver(*context.application().process(), *task);
   const std::string queue = task->completionQueue().value_or("");
@@ -173,8 +173,8 @@ ScriptCommands requestCommands() {
        "each was made on",
        &parseRequests},
       {"answer", "answer N [status=S] [data=FILE] [error=TEXT]",
-       "hands a task an answer, runs background work up to its completion handler, and prints on "
-       "which queue what ran",
+       "gives a task its answer, runs background work up to its completion handler, and prints "
+       "what ran on which queue",
        &parseAnswer},
   };
 }

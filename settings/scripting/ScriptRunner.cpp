@@ -28,7 +28,7 @@ Line parseLine(std::size_t number, const std::string& text, std::string& problem
   if (command) {
     line.command = command->name;
     line.step = command->parse(reader);
-    usage = "; the command is: " + command->usage;
+    usage = "; usage: " + command->usage;
     reader.expectEnd();
   }
   if (reader.error()) problem = *reader.error() + usage;
@@ -52,7 +52,7 @@ std::string withoutMiddle(std::string_view text) {
   const std::size_t cut = characterStart(text, longest / 2);
   const std::size_t goesOn = characterStart(text, text.size() - longest / 2);
   return std::string(text.substr(0, cut)) + " [" + std::to_string(goesOn - cut) +
-         " bytes are left out] " + std::string(text.substr(goesOn));
+         " bytes omitted] " + std::string(text.substr(goesOn));
 }
 
 bool expectsException(const Line& line) {

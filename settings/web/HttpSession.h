@@ -80,7 +80,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
 
   void beginUpload() {
     if (_parser->is_done()) {
-      answer(_shared.routes.refusedPhoto(_facts, 400, "The request brings no picture."));
+      answer(_shared.routes.refusedPhoto(_facts, 400, "The request contains no picture."));
     } else if (_parser->content_length().value_or(0) > largestUploadBytes) {
       answer(_shared.routes.refusedPhoto(_facts, 413, uploadTooLarge));
     } else if (_shared.uploads >= _shared.options.uploads) {
@@ -129,7 +129,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
     _facts = {};
     answer(_shared.routes.refusal(
         _facts, tooLarge ? 431 : 400,
-        tooLarge ? "The request's header is longer than 16 KiB." : "This is not an HTTP request."));
+        tooLarge ? "The request's header is larger than 16 KiB." : "This is not an HTTP request."));
   }
 
   void becomeSocket() {

@@ -110,7 +110,7 @@ ActionResult PagePublisher::performAction(const json& action) {
 
 ActionResult PagePublisher::chooseSent(const json& action, const std::string& name) {
   const auto photo = _sentPhotos.find(name);
-  if (!photo) return refused("The picture is kept no longer. Send it once more.");
+  if (!photo) return refused("The picture is no longer available. Send it again.");
   ActionResult result = _application.choosePhoto(stringMember(action, "node").value_or(""), *photo);
   if (result) _sentPhotos.drop(name);
   return result;

@@ -32,7 +32,7 @@ struct PhotoWanted {};
 // The most that such a body may have, in bytes: what is taken as a photo.
 inline constexpr std::uint64_t largestUploadBytes = 64ULL * 1024 * 1024;
 inline constexpr const char* uploadTooLarge =
-    "The file is larger than 64 MiB, the most that is taken as a photo.";
+    "The file is larger than 64 MiB, the limit for a photo.";
 
 using Routed = std::variant<HttpAnswer, ImageWanted, SocketWanted, PhotoWanted>;
 

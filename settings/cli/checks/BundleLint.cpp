@@ -80,8 +80,8 @@ class BundleLinter {
       return std::nullopt;
     }
     const auto list = platform::readPropertyList(file.bytes);
-    if (list.error) add(name, "", "is no property list: " + list.error->text());
-    if (!list.error && !list.value.asDictionary()) add(name, "", "holds no dictionary");
+    if (list.error) add(name, "", "is not a property list: " + list.error->text());
+    if (!list.error && !list.value.asDictionary()) add(name, "", "the root is not a dictionary");
     if (list.error || !list.value.asDictionary()) return std::nullopt;
     return *list.value.asDictionary();
   }
@@ -93,7 +93,7 @@ class BundleLinter {
     bool hasAll = true;
     for (const InfoKey& key : infoKeys) {
       if (!info->valueForKey(key.name).text().value_or("").empty()) continue;
-      add("Info.plist", "", std::string("has no text under ") + key.name);
+      add("Info.plist", "", std::string("has no string under ") + key.name);
       hasAll = hasAll && !key.isForLoading;
     }
     return hasAll;
@@ -110,13 +110,13 @@ class BundleLinter {
     for (const Value& item : *items.asArray()) {
       std::string row = "row " + std::to_string(++number);
       if (!item.asDictionary()) {
-        add(name, row, "is no dictionary");
+        add(name, row, "is not a dictionary");
         continue;
       }
       const auto identifier = item.asDictionary()->valueForKey("id").text();
       if (identifier) row += " (#" + *identifier + ")";
       if (identifier && !identifiers.insert(*identifier).second) {
-        add(name, row, "the identifier \"" + *identifier + "\" stands twice");
+        add(name, row, "the identifier \"" + *identifier + "\" is used twice");
       }
       lintItem(name, row, *item.asDictionary());
     }
@@ -126,9 +126,10 @@ class BundleLinter {
     const auto cell = item.valueForKey("cell").text();
     const auto kind = cell ? platform::cellTypeNamed(*cell) : std::nullopt;
     if (!kind) {
-      const std::string missing = item.find("cell") ? "\"cell\" is no text" : "has no \"cell\"";
-      const std::string found = cell ? "\"" + *cell + "\" is no kind of row" : missing;
-      return add(file, row, found + "; there are " + platform::cellTypeNames());
+      const std::string missing =
+          item.find("cell") ? "\"cell\" is not a string" : "has no \"cell\"";
+      const std::string found = cell ? "unknown kind of row: \"" + *cell + "\"" : missing;
+      return add(file, row, found + " (expected " + platform::cellTypeNames() + ")");
     }
     lintTexts(file, row, item, *kind);
     lintPicture(file, row, item);
@@ -209,7 +210,8 @@ class BundleLinter {
   // on a device that is made for it.
   void lintPages() {
     const ScratchFolder scratch;
-    if (scratch.path().empty()) return add("Info.plist", "", "there is no room to open the pages");
+    if (scratch.path().empty())
+      return add("Info.plist", "", "cannot create a temporary folder to open the pages");
     DeviceTreeOptions installed;
     installed.bundle = _bundle;
     const DeviceTreeResult device = DeviceTree::create(scratch.path() / "device", installed);

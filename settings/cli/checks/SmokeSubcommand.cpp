@@ -182,7 +182,7 @@ void smoke(const DeviceOptions& options, CommandContext& context) {
   const ScratchFolder scratch;
   const fs::path root = scratch.path() / "device";
   if (scratch.path().empty()) {
-    context.status = context.fail("there is no room for a temporary device");
+    context.status = context.fail("cannot create a temporary folder for the device");
     return;
   }
   if (!makeSmokeDevice(options, root, context)) return;
@@ -202,7 +202,7 @@ void smoke(const DeviceOptions& options, CommandContext& context) {
 
 void addSmoke(CLI::App& program, CommandContext& context) {
   CLI::App* command = program.add_subcommand(
-      "smoke", "Open every page and sheet on every kind of device, and tell what raises");
+      "smoke", "Open every page and sheet on every kind of device, and report exceptions");
   const auto options = std::make_shared<DeviceOptions>();
   options->folder.clear();
   command->add_option("--device", options->folder, "A copy of this device; default: a new one")

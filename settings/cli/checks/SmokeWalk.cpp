@@ -104,7 +104,7 @@ void SmokeWalk::settle() {
 
 void SmokeWalk::lookAround(const std::string& page, const std::string& row,
                            const std::string& place, int depth) {
-  if (!_application.crash() && mustRaise(row)) find(place, "did not raise, as it must");
+  if (!_application.crash() && mustRaise(row)) find(place, "raised no exception, but must");
   answerCrash(row, place);
   takeWrites(place, {});
   if (query().presented()) visitSheet(row, place, depth);

@@ -68,7 +68,7 @@ std::optional<std::string> readHostFile(const std::string& name, std::istream& s
   if (stream.bad() || (name != "-" && !file.is_open())) {
     problem = "cannot be read: " + reasonOf(errno);
   } else if (bytes.size() > largest) {
-    problem = "holds more than " + std::to_string(largest) + " bytes, which is the limit";
+    problem = "is larger than " + std::to_string(largest) + " bytes, which is the limit";
   } else {
     return bytes;
   }

@@ -48,7 +48,7 @@ PreferenceFile readPreferenceFile(platform::FileSystem& device, const std::strin
     file.entries = *root;
     file.state = PreferenceFileState::read;
   } else {
-    file.problem = path + ": the root of a preference file is a dictionary, this one is " +
+    file.problem = path + ": the root of a preference file must be a dictionary, but is " +
                    outlineText(read.value);
   }
   return file;

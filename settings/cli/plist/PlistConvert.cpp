@@ -53,7 +53,7 @@ void addPlistConvert(CLI::App& plist, CommandContext& context) {
   command
       ->add_option("FILE", options->input, "The file, in any of these forms; - is standard input")
       ->required();
-  command->add_option("-o,--output", options->output, "Where to; - is standard output")
+  command->add_option("-o,--output", options->output, "The output file; - is standard output")
       ->capture_default_str()
       ->type_name("OUT");
   addCommonOptions(*command, context, "plist convert xml1 in.plist -o out.plist");

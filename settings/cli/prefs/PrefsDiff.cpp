@@ -24,7 +24,7 @@ std::optional<platform::Dictionary> entriesOf(const std::string& file, CommandCo
   const auto value = readPlistFile(file, context);
   if (!value) return std::nullopt;
   if (const platform::Dictionary* entries = value->asDictionary()) return *entries;
-  context.status = context.fail(shownName(file) + ": the root is no dictionary");
+  context.status = context.fail(shownName(file) + ": the root is not a dictionary");
   return std::nullopt;
 }
 

@@ -55,7 +55,7 @@ class ApplicationBundleTest : public ApplicationTest {
 TEST_F(ApplicationBundleTest, AMissingBundleIsAPageThatNamesIt) {
   ASSERT_FALSE(application().device().remove(bundlePath));
   EXPECT_EQ(problem(), "cannot read " + inBundle("Info.plist") +
-                           ": No such file or directory. Install the bundle anew.");
+                           ": No such file or directory. Reinstall the bundle.");
   EXPECT_EQ(page()["problem"]["title"], "The settings cannot be shown");
 }
 
@@ -86,9 +86,9 @@ TEST_F(ApplicationBundleTest, AnInfoWithoutAnExecutableSaysWhichKeyIsMissing) {
 
 TEST_F(ApplicationBundleTest, AKeyThatIsNoTextSaysSo) {
   useInfo(entry("CFBundleExecutable", "ZentrovaPrefs") + "<key>NSPrincipalClass</key><true/>");
-  EXPECT_THAT(problem(), HasSubstr("NSPrincipalClass is no text"));
+  EXPECT_THAT(problem(), HasSubstr("NSPrincipalClass is empty or not a string"));
   useInfo("<key>CFBundleExecutable</key><string></string>" + entry("NSPrincipalClass", "A"));
-  EXPECT_THAT(problem(), HasSubstr("CFBundleExecutable is no text"));
+  EXPECT_THAT(problem(), HasSubstr("CFBundleExecutable is empty or not a string"));
 }
 
 TEST_F(ApplicationBundleTest, APrincipalClassThatTheBundleDoesNotHaveSaysItsName) {
@@ -109,7 +109,7 @@ TEST_F(ApplicationBundleTest, AMissingExecutableSaysItsPath) {
 TEST_F(ApplicationBundleTest, AnExecutableThatIsNoCodeSaysSo) {
   put(inBundle("ZentrovaPrefs"), "no code");
   EXPECT_THAT(problem(), AllOf(HasSubstr(inBundle("ZentrovaPrefs")), HasSubstr("cannot be loaded"),
-                               HasSubstr("Install the bundle anew")));
+                               HasSubstr("Reinstall the bundle")));
 }
 
 TEST_F(ApplicationBundleTest, ASharedObjectThatIsNoBundleSaysWhichFunctionIsMissing) {
@@ -119,7 +119,7 @@ TEST_F(ApplicationBundleTest, ASharedObjectThatIsNoBundleSaysWhichFunctionIsMiss
 
 TEST_F(ApplicationBundleTest, ABundleOfAnotherInterfaceSaysWhatToDo) {
   useBundle("RefusedBundle1");
-  EXPECT_THAT(problem(), AllOf(HasSubstr("another version"), HasSubstr("from one checkout")));
+  EXPECT_THAT(problem(), AllOf(HasSubstr("another version"), HasSubstr("from the same checkout")));
 }
 
 TEST_F(ApplicationBundleTest, ABundleWhoseClassesAreRefusedSaysSo) {
@@ -140,12 +140,12 @@ TEST_F(ApplicationBundleTest, AnotherBundleIsShownAsWell) {
 
 TEST_F(ApplicationBundleTest, APrincipalClassThatIsNoPageSaysSo) {
   useBundle("OddPages", "NoPage");
-  EXPECT_THAT(problem(), HasSubstr("which is no page"));
+  EXPECT_THAT(problem(), HasSubstr("which is not a page"));
 }
 
 TEST_F(ApplicationBundleTest, APageThatRefusesToBeMadeSaysSo) {
   useBundle("OddPages", "RefusingPage");
-  EXPECT_THAT(problem(), HasSubstr("RefusingPage refused to be made"));
+  EXPECT_THAT(problem(), HasSubstr("RefusingPage could not be created"));
 }
 
 // --- Crashes ---

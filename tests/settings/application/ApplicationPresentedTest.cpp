@@ -420,8 +420,9 @@ TEST_F(ApplicationPresentedTest, AScriptShowsWhatIsOpen) {
   addToLibrary("A.png", onePixel());
   addToLibrary("B.txt", "no picture");
   openPhotoPicker();
-  EXPECT_THAT(play("show").output,
-              HasSubstr("[imagePicker]\n  A.png\n  B.txt  (The file is no PNG or JPEG picture.)"));
+  EXPECT_THAT(
+      play("show").output,
+      HasSubstr("[imagePicker]\n  A.png\n  B.txt  (The file is not a PNG or JPEG picture.)"));
   openColorPicker();
   EXPECT_THAT(play("show").output, HasSubstr("[colorPicker] {\"rgba\":[0.0,0.0,0.0,1.0]}"));
   openAlert({UIAlertActionStyle::cancel});
@@ -438,7 +439,7 @@ TEST_F(ApplicationPresentedTest, AScriptChoosesInASheetByItsLabel) {
   openAlert({UIAlertActionStyle::standard, UIAlertActionStyle::cancel});
   EXPECT_THAT(
       play("choose \"Other\"").messages,
-      HasSubstr("\"Other\" is no choice of the alert; there are \"Choice 0\", \"Choice 1\""));
+      HasSubstr("not a choice of the alert: \"Other\" (choices: \"Choice 0\", \"Choice 1\""));
   EXPECT_EQ(play("choose \"Choice 0\"").messages, "");
   EXPECT_EQ(chosen, 0);
 }

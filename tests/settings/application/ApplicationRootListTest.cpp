@@ -119,8 +119,8 @@ TEST_F(RootList, OtherValuesOfTheTraitAreRefused) {
   const ActionResult result = application().setTrait("controlCenterRow", "gone");
   EXPECT_FALSE(result);
   EXPECT_EQ(result.message,
-            "\"gone\" is no value of the trait controlCenterRow; allowed is present, missing or "
-            "raises");
+            "invalid value for the trait controlCenterRow: \"gone\" (expected present, missing or "
+            "raises)");
 }
 
 TEST_F(RootList, BundleThatCannotBeLoadedIsSaidAgainAtItsRow) {

@@ -160,7 +160,7 @@ TEST_F(LinkRows, OnlyWebPagesCanBeOpened) {
     EXPECT_TRUE(tap(std::to_string(i))) << addresses[i];
     const json alert = presented();
     EXPECT_EQ(alert["title"], "This link cannot be opened") << addresses[i];
-    EXPECT_EQ(alert["message"], "It leads to no web page:\n" + addresses[i]);
+    EXPECT_EQ(alert["message"], "It is not a web address:\n" + addresses[i]);
     EXPECT_EQ(alert["actions"], json::array({{{"title", "OK"}, {"style", "cancel"}}}));
     choose(0);
   }

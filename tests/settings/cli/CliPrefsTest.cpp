@@ -157,7 +157,7 @@ TEST_F(CliPrefs, ARootThatIsNoDictionaryIsReported) {
   writeFile("<plist version=\"1.0\"><array/></plist>");
   const ProgramResult result = prefs({"show"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_THAT(result.messages, HasSubstr("the root of a preference file is a dictionary"));
+  EXPECT_THAT(result.messages, HasSubstr("the root of a preference file must be a dictionary"));
 }
 
 TEST_F(CliPrefs, AWriteThatFailsIsAFailure) {

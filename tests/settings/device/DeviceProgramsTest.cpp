@@ -122,7 +122,7 @@ TEST_F(DevicePrograms, RefuseToRunOutsideOfATree) {
   std::filesystem::remove(host("/.zentrova-device.plist"));
   const auto ended = run("/var/jb/usr/bin/sbreload", {"sbreload"});
   EXPECT_EQ(ended.status, 1);
-  EXPECT_THAT(ended.errors, HasSubstr("lies in no device tree"));
+  EXPECT_THAT(ended.errors, HasSubstr("not in a device tree"));
 }
 
 }  // namespace

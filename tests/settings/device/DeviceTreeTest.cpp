@@ -165,16 +165,16 @@ TEST_F(DeviceTreeCreate, RefusesATreeThatIsThere) {
   write(host("/tmp/mine.txt"), "mine");
   const auto again = create();
   EXPECT_FALSE(again);
-  EXPECT_THAT(again.problem, HasSubstr("is a device tree already"));
+  EXPECT_THAT(again.problem, HasSubstr("is already a device tree"));
   EXPECT_EQ(read(host("/tmp/mine.txt")), "mine");
 }
 
 TEST_F(DeviceTreeCreate, RefusesAFileAndALink) {
   write(treePath(), "file");
-  EXPECT_THAT(create().problem, HasSubstr("is no folder"));
+  EXPECT_THAT(create().problem, HasSubstr("is not a folder"));
   fs::remove(treePath());
   fs::create_symlink(folder / "built", treePath());
-  EXPECT_THAT(create().problem, HasSubstr("is no folder"));
+  EXPECT_THAT(create().problem, HasSubstr("is not a folder"));
   EXPECT_TRUE(fs::is_symlink(treePath()));
 }
 
@@ -183,7 +183,7 @@ TEST_F(DeviceTreeCreate, RefusesTheRootOfThisMachine) {
 }
 
 TEST_F(DeviceTreeCreate, RefusesNoName) {
-  EXPECT_THAT(DeviceTree::create("", {bundle()}).problem, HasSubstr("none was named"));
+  EXPECT_THAT(DeviceTree::create("", {bundle()}).problem, HasSubstr("no folder was given"));
 }
 
 TEST_F(DeviceTreeCreate, RefusesABundleThatIsNotComplete) {
@@ -232,22 +232,22 @@ class DeviceTreeOpen : public DeviceTreeTest {};
 TEST_F(DeviceTreeOpen, RefusesAMissingFolder) {
   const auto opened = DeviceTree::open(treePath());
   EXPECT_FALSE(opened);
-  EXPECT_THAT(opened.problem, HasSubstr("there is no folder " + treePath().string()));
+  EXPECT_THAT(opened.problem, HasSubstr("there is not a folder " + treePath().string()));
   EXPECT_THAT(opened.problem, HasSubstr("device create"));
 }
 
 TEST_F(DeviceTreeOpen, RefusesAFile) {
   write(treePath(), "file");
   EXPECT_THAT(DeviceTree::open(treePath()).problem,
-              HasSubstr(treePath().string() + " is no folder. Make a device tree with"));
+              HasSubstr(treePath().string() + " is not a folder. Make a device tree with"));
 }
 
 TEST_F(DeviceTreeOpen, SaysWhyAFolderCannotBeLookedInto) {
   fs::create_symlink(treePath().filename(), treePath());
   EXPECT_THAT(
       DeviceTree::open(treePath()).problem,
-      HasSubstr(treePath().string() + " cannot be looked into: Too many levels of symbolic links"));
-  EXPECT_THAT(DeviceTree::open("").problem, HasSubstr("no folder was named"));
+      HasSubstr(treePath().string() + " cannot be read: Too many levels of symbolic links"));
+  EXPECT_THAT(DeviceTree::open("").problem, HasSubstr("no folder was given"));
 }
 
 TEST_F(DeviceTreeOpen, RefusesAFolderThatIsNoTree) {

@@ -161,7 +161,7 @@ TEST_F(PhotoLibraryTest, PicturesOfNoSizeOrOfTooMuchAreRefusedByTheirHeader) {
   add("1.png", pngThatSays("\0\0\0\0\0\0\0\1"sv));          // 0 x 1
   add("2.png", pngThatSays("\0\1\x86\xA0\0\0\0\1"sv));      // 100,000 x 1
   add("3.png", pngThatSays("\0\0\xEA\x60\0\0\xEA\x60"sv));  // 60,000 x 60,000
-  EXPECT_EQ(photos()[0].problem, "The file is no PNG or JPEG picture.");
+  EXPECT_EQ(photos()[0].problem, "The file is not a PNG or JPEG picture.");
   EXPECT_EQ(photos()[1].problem,
             "The picture has 100000 x 1 pixels; a side may have at most 65500.");
   EXPECT_EQ(photos()[2].problem,
@@ -193,7 +193,7 @@ TEST_F(PhotoLibraryTest, AFileThatHasChangedOrGoneHasNoThumbnail) {
   photos();
   add("a.png", pngOf(11, 11));
   std::filesystem::remove(folder.in("device") + std::string(photosPath) + "/b.png");
-  EXPECT_EQ(thumbnail(0).problem, "The file has changed meanwhile.");
+  EXPECT_EQ(thumbnail(0).problem, "The file has changed in the meantime.");
   EXPECT_NE(thumbnail(1).problem, "");
   EXPECT_EQ(thumbnail(0).bytes, "");
   EXPECT_EQ(thumbnail(1).bytes, "");

@@ -130,7 +130,7 @@ TEST_F(ApplicationFilePaneTest, AChangeFromOutsideIsSeen) {
 
 TEST_F(ApplicationFilePaneTest, AnEmptyFileIsAProblem) {
   put(productPreferencesPath, "");
-  expectProblem("no property list");
+  expectProblem("not a property list");
 }
 
 TEST_F(ApplicationFilePaneTest, AFileThatBecomesEmptyIsAProblem) {
@@ -148,7 +148,7 @@ TEST_F(ApplicationFilePaneTest, ATruncatedFileIsAProblemWithItsPlace) {
 
 TEST_F(ApplicationFilePaneTest, ATruncatedBinaryFileIsAProblem) {
   put(productPreferencesPath, "bplist00");
-  expectProblem("no property list");
+  expectProblem("not a property list");
 }
 
 TEST_F(ApplicationFilePaneTest, AnotherRootTypeIsAProblemThatNamesIt) {

@@ -84,7 +84,7 @@ TEST_F(ApplicationTreeTest, ANeighbourThatIsSwitchedIsThereOrNotFromTheNextOpeni
   open();
   EXPECT_TRUE(isThere());
   EXPECT_THAT(set("CCSModuleRepository").message, HasSubstr("on or off"));
-  EXPECT_THAT(set("Nobody on").message, HasSubstr("\"Nobody\" is no neighbour"));
+  EXPECT_THAT(set("Nobody on").message, HasSubstr("unknown neighbour: \"Nobody\""));
 }
 
 TEST_F(ApplicationTreeTest, TheBarShowsThePageOnTopAndTheWayBack) {
