@@ -14,7 +14,7 @@ bool isBlank(char c) {
   return c == ' ' || c == '\t' || c == '\r';
 }
 
-// Where the comment of the line starts; the line's length where it has none.
+// The start of the comment; the line's length if there is none.
 std::size_t commentStart(std::string_view line) {
   bool inQuotes = false;
   for (std::size_t i = 0; i < line.size(); ++i) {

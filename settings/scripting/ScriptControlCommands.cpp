@@ -15,7 +15,7 @@ struct Control {
   json node;
 };
 
-// The control of the row, which is in sight, if it is of the kind asked for ("" for any).
+// The control of the row, which is in sight, if it has this kind ("" for any).
 Control controlOf(ScriptContext& context, const std::string& row, std::string_view kind) {
   const TreeQuery query(context.application().tree());
   const FoundNode found = query.control(query.find(row));
@@ -48,8 +48,8 @@ bool sameValue(const json& a, const json& b) {
   return a == b;
 }
 
-// The position of a value among the row's valid values, or of a title among the titles; -1 where
-// it is neither.
+// The index of the value among the row's valid values, or of the title among the titles; -1 if
+// there is neither.
 int choiceIndex(const json& values, const json& titles, const json& wanted) {
   for (const json* list : {&values, &titles}) {
     if (!list->is_array()) continue;
@@ -60,7 +60,7 @@ int choiceIndex(const json& values, const json& titles, const json& wanted) {
   return -1;
 }
 
-// A property of the row's specifier; null where there is none.
+// A property of the row's specifier; null if absent.
 json propertyOf(ScriptContext& context, const std::string& row, const char* name) {
   const json specifier = context.application().inspectRow(row);
   return specifier.is_object() ? specifier["properties"].value(name, json()) : json();
@@ -89,7 +89,7 @@ StepOutcome setSwitch(ScriptContext& context, const Control& control, const json
   return context.act({{"action", "toggle"}, {"node", control.id}, {"on", state}});
 }
 
-// A row without a control of its own: a tap opens its list, and the value is chosen there.
+// For a row without a control: taps it to open its list and chooses the value there.
 StepOutcome setByList(ScriptContext& context, const std::string& row, const json& value) {
   const json titles = propertyOf(context, row, "validTitles");
   const int index = choiceIndex(propertyOf(context, row, "validValues"), titles, value);
@@ -130,7 +130,7 @@ Step parseSet(LineReader& reader) {
   };
 }
 
-// Works the row's control of that kind.
+// Operates the row's control of that kind.
 template <class Work>
 Step controlStep(const RowAddress& address, std::string_view kind, const std::string& what,
                  Work work) {

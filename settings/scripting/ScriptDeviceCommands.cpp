@@ -108,7 +108,7 @@ Step parseLink(LineReader& reader) {
   };
 }
 
-// The stand-ins print what lies beside them under this name.
+// A stand-in prints the file with this name instead of its own output.
 Step parseStdout(LineReader& reader) {
   const std::string program = reader.devicePath();
   return putFile(program + std::string(programOutputSuffix), reader.rest("FILE"));

@@ -1,4 +1,4 @@
-// Every "expect ...".
+// The "expect ..." commands.
 
 #include <algorithm>
 #include <cmath>
@@ -34,7 +34,7 @@ Step parseTitle(LineReader& reader) {
   };
 }
 
-// A value as a person writes it: a switch is on or off, numbers count by what they are.
+// Compares a value as users write it: a switch is on or off, and numbers are compared by value.
 bool showsValue(const json& shown, const json& wanted) {
   if (shown.is_boolean()) {
     static const json states = {{"on", true}, {"off", false}, {"yes", true}, {"no", false}};
@@ -81,7 +81,7 @@ std::string listText(const std::vector<std::string>& names) {
   return text.empty() ? " none" : text;
 }
 
-// "title" and "#identifier" of a row, as far as it has them.
+// The title and "#identifier" of a row, if present.
 std::string namesOfRow(const json& row) {
   const std::string title = TreeQuery::text(row, "title");
   const std::string name = TreeQuery::rowName(row);
@@ -187,7 +187,7 @@ Step parseOpacity(LineReader& reader) {
   };
 }
 
-// The first line of the log that holds the text.
+// The first line of the log that contains the text.
 std::optional<std::string> logLineWith(const std::vector<platform::LogEntry>& entries,
                                        const std::string& text) {
   for (const auto& entry : entries) {
@@ -222,7 +222,7 @@ std::vector<std::string> words(LineReader& reader) {
   return result;
 }
 
-// The arguments as the program got them, with or without its own name in front.
+// The program's arguments, with or without its own name in front.
 bool wasStartedWith(const platform::ProgramRequest& request,
                     const std::vector<std::string>& arguments) {
   if (request.arguments == arguments) return true;
@@ -249,7 +249,7 @@ Step parseSpawned(LineReader& reader) {
   };
 }
 
-// The report is answered with "continue", so that the script can go on.
+// Answers the crash report with "continue", so that the script can go on.
 Step parseException(LineReader& reader) {
   return [name = reader.word("NAME")](ScriptContext& context) {
     const auto crash = context.application().crash();

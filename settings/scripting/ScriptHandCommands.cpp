@@ -9,7 +9,7 @@ namespace {
 
 using nlohmann::json;
 
-// The action on a row's node; the members beside "action" and "node" come along.
+// Performs the action, to which the row's node is added.
 Step rowAction(LineReader& reader, json action) {
   return [address = reader.row(), action = std::move(action)](ScriptContext& context) {
     return context.onRow(address, [&](const std::string& row) {
@@ -62,7 +62,7 @@ Step parseMove(LineReader& reader) {
   };
 }
 
-// An action on the node that `find` gives; `missing` says that it is not there.
+// Performs the action on the node that `find` returns; fails with `missing` if there is none.
 template <class Find>
 StepOutcome actOn(ScriptContext& context, json action, Find find, const std::string& missing) {
   if (!context.application().isOpen()) return StepOutcome::notOpen();

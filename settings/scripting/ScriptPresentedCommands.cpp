@@ -1,4 +1,4 @@
-// What a hand does with what lies over the pages: sheets and pickers.
+// User actions on what is presented over the pages: sheets and pickers.
 
 #include <nlohmann/json.hpp>
 #include <utility>
@@ -14,7 +14,7 @@ namespace {
 
 using nlohmann::json;
 
-// Hands what is presented to the work, which gets its identity and a copy of its node.
+// Passes the identity and a copy of the node of what is presented to the work.
 template <class Work>
 StepOutcome onPresented(ScriptContext& context, const std::string& missing, Work work) {
   if (!context.application().isOpen()) return StepOutcome::notOpen();
@@ -56,7 +56,7 @@ Step parseClose(LineReader&) {
   };
 }
 
-// "FF0000" or "FF0000CC", with or without "#" in front, as components from 0 to 1.
+// Parses "FF0000" or "FF0000CC", with or without "#" in front, into components from 0 to 1.
 json readColour(LineReader& reader) {
   constexpr std::size_t opaqueLength = 6;
   const std::string word = reader.word("COLOUR");

@@ -1,4 +1,4 @@
-// The tasks of the process's URL session, and the answers that a script hands them.
+// Commands for the tasks of the process's URL session, and for their answers.
 
 #include <functional>
 #include <nlohmann/json.hpp>
@@ -19,7 +19,7 @@ using platform::NSURL;
 using platform::NSURLSession;
 using Task = NSURLSession::Task;
 
-// Does the work at the application's edge, with the tasks of the process.
+// Runs the work at the application's edge with the tasks of the process.
 StepOutcome withTasks(ScriptContext& context, const std::string& where,
                       const std::function<StepOutcome(const std::vector<Task>&)>& work) {
   if (!context.application().isOpen()) {
@@ -88,7 +88,7 @@ std::int64_t readStatus(LineReader& reader) {
   return static_cast<std::int64_t>(status);
 }
 
-// Takes one NAME=VALUE off the line.
+// Reads one NAME=VALUE from the line.
 void readPart(LineReader& reader, Answer& answer) {
   if (reader.skipPrefix("status=")) {
     answer.status = readStatus(reader);
@@ -117,8 +117,8 @@ platform::URLAnswer urlAnswer(const Answer& given, const std::shared_ptr<NSURL>&
   return answer;
 }
 
-// Runs the background work that stands before the completion handler, and the handler itself.
-// Gives how many pieces of work for the main queue came of it.
+// Runs the queued background work up to and including the completion handler. Returns how many
+// pieces of work it added to the main queue.
 std::size_t deliver(SettingsProcess& process, const platform::NSURLSessionDataTask& task) {
   platform::VirtualScheduler& clock = *process.virtualClock();
   const std::size_t before = clock.pendingMain();
