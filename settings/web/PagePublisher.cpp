@@ -30,7 +30,8 @@ PagePublisher::~PagePublisher() {
 }
 
 void PagePublisher::opened(ConnectionId connection) {
-  // What waits for the pages that are there must not reach the new one a second time.
+  // Messages that are pending for the other pages must not reach the new page in addition to the
+  // whole tree.
   publish();
   Page& page = _pages[connection];
   sendWhole(connection, page);
@@ -119,7 +120,7 @@ ActionResult PagePublisher::chooseSent(const json& action, const std::string& na
 void PagePublisher::perform(ConnectionId connection, std::int64_t sequence, const json& action) {
   const ActionResult result = performAction(action);
   _fileIsStale = true;
-  // The page may have gone while the action waited for a program.
+  // The page may have disconnected while the action waited for a program.
   const auto page = _pages.find(connection);
   if (page == _pages.end()) return;
   page->second.acknowledged = sequence;
@@ -162,7 +163,7 @@ void PagePublisher::publishSide() {
     sent = std::move(text);
     members[name] = std::move(pane);
   };
-  // The file may be large: it is read only where it can have changed.
+  // The file may be large: it is read only if it can have changed.
   if (std::exchange(_fileIsStale, false)) addIfChanged("file", _application.filePane(), _sentFile);
   addIfChanged("programs", _application.programs(), _sentPrograms);
   json log = _application.logSince(_logCursor);

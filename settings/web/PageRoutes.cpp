@@ -53,8 +53,7 @@ Routed PageRoutes::route(const RequestFacts& request) const {
   return routeWithSession(request);
 }
 
-// To send a photo changes what the application shows, so that the page must say where it comes
-// from.
+// An upload changes what the application shows, so the page must send its Origin.
 Routed PageRoutes::routePhoto(const RequestFacts& request) const {
   if (request.method != "POST") return wrongMethod(request, "POST");
   if (request.origins.empty() || !hasSession(request, _rules)) {

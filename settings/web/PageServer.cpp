@@ -50,7 +50,7 @@ struct PageServer::State {
     });
   }
 
-  // The machine is short of descriptors or memory: others must let go first.
+  // The machine is out of descriptors or memory: waits until other connections release some.
   void retryAccept() {
     pause.expires_after(acceptPause);
     pause.async_wait([this](error_code error) {

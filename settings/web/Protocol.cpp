@@ -10,7 +10,8 @@ namespace {
 
 using nlohmann::json;
 
-// Deeper than any action. A bound, since to copy or compare a value takes a stack frame a level.
+// Deeper than any action. Limited because copying and comparing a value use one stack frame per
+// level.
 constexpr int deepestMessage = 8;
 
 ClientMessage bad(std::string problem, std::optional<std::int64_t> sequence = std::nullopt) {
