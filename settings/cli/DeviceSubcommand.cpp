@@ -16,7 +16,7 @@ using json = nlohmann::ordered_json;
 
 struct DeviceChoice {
   DeviceOptions device;
-  std::string folder;  // where it is named without the option
+  std::string folder;  // given without the option --device
   std::string bundle;
   bool bundleOnly = false;
 };
@@ -55,7 +55,7 @@ void print(const DeviceDescription& description, CommandContext& context) {
   printList(output, "programs", description.programs);
 }
 
-// What was done, in one line.
+// Prints what was done, in one line.
 ExitStatus report(const DeviceTree& tree, const char* done, CommandContext& context) {
   if (context.json) {
     const json result = {{"folder", tree.root().string()}, {"done", done}};

@@ -29,7 +29,7 @@ using platform::Dictionary;
 using platform::PSCellType;
 using platform::Value;
 
-// Kinds of rows that hold a value and so need a key.
+// Kinds of rows that store a value and so need a key.
 constexpr std::array<PSCellType, 6> kindsWithValue = {
     platform::PSSwitchCell,   platform::PSSegmentCell,        platform::PSSliderCell,
     platform::PSEditTextCell, platform::PSSecureEditTextCell, platform::PSLinkListCell};
@@ -53,7 +53,7 @@ class BundleLinter {
     const bool canBeLoaded = lintInfo();
     std::string problem;
     _process = BundleProcess::openFolder(_bundle, problem);
-    // Otherwise the problem says once more what Info.plist lacks.
+    // Otherwise the problem would repeat what Info.plist lacks.
     if (!_process && canBeLoaded) add("Info.plist", "", problem);
     std::vector<fs::path> files;
     for (const auto& entry : fs::directory_iterator(_bundle)) {
@@ -86,7 +86,7 @@ class BundleLinter {
     return *list.value.asDictionary();
   }
 
-  // Whether Info.plist has what the loading of the bundle asks for.
+  // Checks that Info.plist has the values that loading the bundle needs.
   bool lintInfo() {
     const auto info = readDictionary(_bundle / "Info.plist");
     if (!info) return false;
@@ -133,7 +133,7 @@ class BundleLinter {
     }
     lintTexts(file, row, item, *kind);
     lintPicture(file, row, item);
-    // What the values stand for can be looked at only where they are what they should be.
+    // The values can be checked only if they have the right types.
     if (const auto problem = platform::problemOfItemValues(item)) return add(file, row, *problem);
     lintTitles(file, row, item);
     if (_process) lintNames(file, row, item);
@@ -152,7 +152,7 @@ class BundleLinter {
     }
   }
 
-  // A page shows a row of values without titles, but people cannot tell what they choose.
+  // A page can show a row with values but no titles, but users cannot see what they choose.
   void lintTitles(const std::string& file, const std::string& row, const Dictionary& item) {
     if (item.find("validValues") && !item.find("validTitles")) {
       add(file, row, "has \"validValues\" and no \"validTitles\"");
@@ -189,7 +189,7 @@ class BundleLinter {
     });
   }
 
-  // The list that the page behind a row loads.
+  // Checks the list that the page behind a row loads.
   void lintSubList(const std::string& file, const std::string& row, const std::string& detail) {
     const auto* const found = _process->find(detail);
     if (!found || !found->isSubclassOf("PSListController") || detail == "PSListItemsController") {
@@ -206,8 +206,8 @@ class BundleLinter {
     }
   }
 
-  // Lists that pages name in their code are missed only where the pages are opened: every one is,
-  // on a device that is made for it.
+  // A missing list that a page names only in its code shows when the page is opened. So this opens
+  // every page, on a temporary device.
   void lintPages() {
     const ScratchFolder scratch;
     if (scratch.path().empty())
@@ -225,8 +225,8 @@ class BundleLinter {
     for (const std::string& text : report.brokenPages) addBrokenPage(text);
   }
 
-  // The text begins with the name of the list. What is wrong with a list that is there, and what
-  // the row above its page was found with, has been told before.
+  // The text starts with the name of the list. Problems in a list that exists, and problems of the
+  // row that opens the page, have been reported already.
   void addBrokenPage(const std::string& text) {
     constexpr std::string_view extension = ".plist";
     const auto end = text.find(extension);

@@ -33,7 +33,7 @@ ExitStatus convert(const ConvertOptions& options, CommandContext& context) {
   if (text.error) return context.fail(shownName(options.input) + ": " + *text.error);
   const auto problem = writeHostFile(options.output, text.bytes, context.output);
   if (problem) return context.fail(*problem);
-  // Standard output holds the converted list itself, nothing may stand beside it.
+  // Standard output then contains the converted list and nothing else.
   if (context.json && options.output != "-") {
     const nlohmann::ordered_json report = {
         {"file", options.output}, {"form", options.form}, {"bytes", text.bytes.size()}};

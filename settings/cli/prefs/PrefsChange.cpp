@@ -30,8 +30,8 @@ void printChanged(const PreferenceChange& change, CommandContext& context) {
   }
 }
 
-// Changes one key through the bundle's store and looks whether the file holds it then, since the
-// store keeps silent about a write that fails.
+// Changes one key through the bundle's store, and then checks the file, since the store does not
+// report a failed write.
 ExitStatus change(const ChangeChoice& choice, const platform::Value& value,
                   CommandContext& context) {
   const auto tree = openDevice(choice.prefs.device, context);

@@ -17,7 +17,7 @@ namespace {
 struct DiffChoice {
   PrefsOptions prefs;
   std::string before;
-  std::string after;  // empty: the device's preference file
+  std::string after;  // empty for the device's preference file
 };
 
 std::optional<platform::Dictionary> entriesOf(const std::string& file, CommandContext& context) {

@@ -53,7 +53,7 @@ ParsedValue parseString(const std::string& text) {
   return {platform::Value(text), {}};
 }
 
-// What JSON has no form for is an object of one member there.
+// A value without a JSON type is an object with one member.
 ParsedValue parseMember(const char* member, const std::string& text) {
   return parsed(valueFromJson(nlohmann::ordered_json::object({{member, text}})));
 }
