@@ -1,5 +1,5 @@
-// A bundle that cannot be loaded, lists that are damaged, pages that raise: each becomes a page, a
-// row or a report that says so, and the application goes on.
+// Bundles that cannot be loaded, damaged lists, and pages that raise. Each becomes a page, a row or
+// a report with the error, and the application goes on.
 
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -24,14 +24,14 @@ std::string entry(const std::string& key, const std::string& text) {
 
 class ApplicationBundleTest : public ApplicationTest {
  protected:
-  // What the page says that stands for one that could not be made.
+  // The text of the page that replaces one that could not be made.
   std::string problem() {
     open();
     EXPECT_FALSE(application().crash());
     return page().value("problem", json::object()).value("text", "");
   }
   void useInfo(const std::string& entries) { put(inBundle("Info.plist"), info(entries)); }
-  // Installs a bundle of the tests, with that principal class.
+  // Installs a bundle of the tests with this principal class.
   void useBundle(const std::string& name, const std::string& principal = "PlainPage") {
     useInfo(entry("CFBundleExecutable", name) + entry("NSPrincipalClass", principal));
     const std::string installed = *application().device().hostPath(bundlePath);
@@ -201,7 +201,7 @@ TEST_F(ApplicationBundleTest, APageThatRaisesWhenItIsAskedForItsRowsIsACrashWith
   EXPECT_EQ(application().crash()->where, "asking the page for its rows");
   EXPECT_EQ(presented()["kind"], "crash");
   EXPECT_EQ(page(), json::object());
-  // The page is no better when it is asked again; a new process is.
+  // Asking the page again raises again; a new process recovers.
   answerCrash("continue");
   tree();
   ASSERT_TRUE(application().crash());

@@ -1,4 +1,4 @@
-// What the user's hand does to the pages, and what it cannot do.
+// What users can and cannot do to the pages.
 
 #include <cmath>
 #include <gmock/gmock.h>

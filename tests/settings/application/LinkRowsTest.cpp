@@ -1,5 +1,5 @@
-// What the application does with link rows: it asks before an address leads out of it, and shows
-// rows whatever their properties hold.
+// Link rows in the application: it asks before it opens an address, and shows rows with any
+// property values.
 
 #include <cmath>
 #include <gmock/gmock.h>
@@ -49,7 +49,7 @@ class LinkRows : public testing::Test, private ApplicationObserver {
     if (application) application->removeObserver(this);
   }
 
-  // Opens a root page of these rows.
+  // Opens a root page with these rows.
   void openRows(const std::string& rows) {
     ApplicationOptions options;
     options.deviceRoot = device->in("device");
@@ -71,7 +71,7 @@ class LinkRows : public testing::Test, private ApplicationObserver {
   ActionResult tap(const std::string& id) {
     return application->perform({{"action", "tap"}, {"node", row(id).id}});
   }
-  // What is presented over the page; an empty map where there is nothing.
+  // What is presented over the page; an empty object if there is nothing.
   json presented() {
     const FoundNode found = query().presented();
     return found ? *found.node : json::object();

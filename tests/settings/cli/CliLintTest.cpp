@@ -14,7 +14,7 @@ using ::testing::HasSubstr;
 class CliLint : public ::testing::Test {
  protected:
   CliLint() { std::filesystem::copy(findBuiltBundle(), bundle); }
-  // Puts a list of these items, as XML, into the bundle and gives what is printed.
+  // Writes a list of these items as XML into the bundle, and returns the output of lint.
   std::string lintItems(const std::string& items) {
     folder.write(
         "Zentrova.bundle/Mine.plist",
@@ -66,7 +66,7 @@ TEST_F(CliLint, MissingListOfAPageIsFound) {
   EXPECT_THAT(lint(), HasSubstr("the page ZVRVibrationListController"));
 }
 
-// No row names these: the pages do, in their code.
+// No row names these lists; the pages name them in their code.
 TEST_F(CliLint, MissingListThatAPageNamesItselfIsFound) {
   for (const char* list : {"Customize", "DarkColors", "MediaModule"}) {
     const std::string file = bundle + "/" + list + ".plist";

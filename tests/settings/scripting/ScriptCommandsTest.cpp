@@ -1,4 +1,4 @@
-// What every command of a script does, and what it says where it cannot.
+// What each script command does, and its errors.
 
 #include <gmock/gmock.h>
 
@@ -15,14 +15,14 @@ using ::testing::Not;
 
 class ScriptCommandsTest : public ApplicationTest {
  protected:
-  // Plays what must go well, after `open`; gives what it printed.
+  // Plays lines that must succeed, after `open`. Returns the output.
   std::string played(const std::string& script) {
     const Played result = play("open\n" + script);
     EXPECT_EQ(result.status, ScriptStatus::done) << result.messages;
     EXPECT_EQ(result.messages, "");
     return result.output;
   }
-  // Plays what must fail in its last line; gives the messages.
+  // Plays lines of which the last must fail. Returns the messages.
   std::string failed(const std::string& script) {
     const Played result = play("open\n" + script);
     EXPECT_EQ(result.status, ScriptStatus::failed) << result.output;

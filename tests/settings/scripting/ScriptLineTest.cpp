@@ -1,5 +1,5 @@
-// Lines of a script that cannot be understood: each is refused with its number, what is wrong and
-// what is allowed, before anything is played.
+// Invalid lines of a script. Each is refused with its number, what is wrong and what is expected,
+// before anything is played.
 
 #include <gmock/gmock.h>
 

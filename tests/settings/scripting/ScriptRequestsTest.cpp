@@ -17,7 +17,7 @@ using ::testing::StartsWith;
 
 constexpr const char* iconQueue = "com.hollowmere.zentrovaprefs.common.load-icon-queue";
 
-// A page of two link rows, with an icon each.
+// A page with two link rows that have an icon each.
 constexpr const char* openPage = R"(
 put /var/jb/Library/PreferenceBundles/ZentrovaPrefs.bundle/Root.plist {"title": "Links", "items": [{"cell": "PSLinkCell", "label": "One", "id": "one", "cellClass": "HBLinkTableCell", "iconURL": "https://example.org/1.png"}, {"cell": "PSLinkCell", "label": "Two", "id": "two", "cellClass": "HBLinkTableCell", "iconURL": "https://example.org/2.png"}]}
 open
@@ -35,7 +35,7 @@ class ScriptRequests : public testing::Test {
     device = nullptr;
   }
 
-  // Plays the lines on the page; `more` are options.
+  // Plays the lines on the page with these options.
   ProgramResult play(const std::string& lines, std::vector<std::string> more = {}) const {
     const std::string script = folder.write("test.script", openPage + lines);
     std::vector<std::string> arguments = {"script", "--device", device->in("device")};

@@ -1,4 +1,4 @@
-// Every node of the view tree has the members that docs/tree.md gives to its kind.
+// Each node of the view tree has the members that docs/tree.md specifies for its kind.
 
 #include <map>
 #include <set>
@@ -27,7 +27,7 @@ constexpr auto flag = json::value_t::boolean;
 constexpr auto list = json::value_t::array;
 constexpr auto map = json::value_t::object;
 
-// What is left out where it has its default value.
+// Members that are omitted if they have their default value.
 const Members anyView = {
     {"kind", {textType}},
     {"children", {list}},
@@ -129,7 +129,7 @@ void expectMembers(const json& node, const Members& members) {
   }
 }
 
-// What has its default value is not there.
+// Members with their default value are absent.
 void expectNoDefaults(const json& node) {
   EXPECT_NE(node.value("alpha", 0.5), 1.0) << node;
   EXPECT_TRUE(node.value("hidden", true)) << node;
@@ -140,7 +140,7 @@ void expectNoDefaults(const json& node) {
 
 class ApplicationTreeMembersTest : public ApplicationTest {
  protected:
-  // Every node is of a documented kind with its members, and stands once below the root.
+  // Each node has a documented kind and its members, and occurs once below the root.
   static void expectSoundTree(const json& tree) {
     std::set<std::string> seen;
     expectSoundNode(tree, tree["root"], seen);
