@@ -95,7 +95,7 @@ CLI::App& add(CLI::App& device, CommandContext& context, const char* name, const
   addDeviceOption(*command, choice->device);
   addCommonOptions(*command, context, std::string("device ") + name + " ./device");
   command->callback([choice, action, &context] {
-    // A variable of its own: what the environment names would replace it in the option's.
+    // A separate variable: in the option's variable, the environment's default would replace it.
     if (!choice->folder.empty()) choice->device.folder = choice->folder;
     context.status = action(*choice, context);
   });

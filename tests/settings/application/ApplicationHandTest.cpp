@@ -295,7 +295,7 @@ TEST_F(ApplicationHandTest, RowsOfAnEditingTableAreMovedAndDeleted) {
   EXPECT_TRUE(preferenceEntries().contains("moduleConfig"));
 }
 
-// --- What is no action ---
+// --- Invalid actions ---
 
 TEST_F(ApplicationHandTest, AnActionOnANodeThatIsGoneIsRefused) {
   const std::string control = controlNode("switch");
@@ -366,7 +366,7 @@ TEST_F(ApplicationHandTest, WorkOfAProcessThatWasReopenedIsDropped) {
   EXPECT_EQ(page()["title"], "Rows");
 }
 
-// --- What presenters are told ---
+// --- Notifications ---
 
 class Notes : public ApplicationObserver {
  public:

@@ -247,7 +247,7 @@ TEST_F(LinkRows, ARadiusThatIsNoLengthIsShownAsNone) {
   const auto revision = application->revision();
   EXPECT_TRUE(application->runAtEdge("nothing", [] {}));
   application->setTrait("appearance", "light");
-  EXPECT_EQ(application->revision(), revision) << "the same tree is no new one";
+  EXPECT_EQ(application->revision(), revision) << "an equal tree keeps its revision";
 }
 
 TEST_F(LinkRows, NoValueOfAnyKindKeepsAPageFromOpening) {
