@@ -71,7 +71,7 @@ std::string_view nameOf(Takes takes) {
   return names[static_cast<std::size_t>(takes)];
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   std::string result(1, '"');
   result.append(text).push_back('"');
   return result;
@@ -80,7 +80,7 @@ std::string quoted(std::string_view text) {
 std::optional<std::string> checkType(const Dictionary& item, const KeyRule& rule) {
   const Value* value = item.find(rule.key);
   if (!value || accepts(rule.takes, *value)) return std::nullopt;
-  return quoted(rule.key) + " must be " + std::string(nameOf(rule.takes)) + ", not " +
+  return inQuotes(rule.key) + " must be " + std::string(nameOf(rule.takes)) + ", not " +
          kindForPeople(*value);
 }
 
@@ -100,7 +100,8 @@ std::optional<std::string> checkCell(const Dictionary& item) {
   const Value name = item.valueForKey("cell");
   if (!name) return "\"cell\" is missing (expected one of " + cellTypeNames() + ")";
   if (cellTypeNamed(*name.asString())) return std::nullopt;
-  return "unknown cell " + quoted(*name.asString()) + " (expected one of " + cellTypeNames() + ")";
+  return "unknown cell " + inQuotes(*name.asString()) + " (expected one of " + cellTypeNames() +
+         ")";
 }
 
 std::optional<std::string> checkTitles(const Array& titles, std::size_t valueCount) {
@@ -150,7 +151,7 @@ std::optional<std::string> checkPresentation(const Dictionary& item) {
   }
   const Value keyboard = item.valueForKey("keyboard");
   if (keyboard && !keyboardNamed(*keyboard.asString())) {
-    return "unknown keyboard " + quoted(*keyboard.asString()) + " (expected one of " +
+    return "unknown keyboard " + inQuotes(*keyboard.asString()) + " (expected one of " +
            keyboardNames() + ")";
   }
   return std::nullopt;
@@ -163,7 +164,7 @@ std::optional<std::string> checkSelector(const Dictionary& item, std::string_vie
   if (!selector || !target || target->respondsToSelector(*selector.asString())) {
     return std::nullopt;
   }
-  return std::string(what) + " " + quoted(*selector.asString()) + " does not exist in " +
+  return std::string(what) + " " + inQuotes(*selector.asString()) + " does not exist in " +
          std::string(target->className());
 }
 
@@ -171,9 +172,9 @@ std::optional<std::string> checkDetail(const Dictionary& item) {
   const Value name = item.valueForKey("detail");
   if (!name) return std::nullopt;
   const Class* found = NSClassFromString(*name.asString());
-  if (!found) return "the page class " + quoted(*name.asString()) + " does not exist";
+  if (!found) return "the page class " + inQuotes(*name.asString()) + " does not exist";
   if (found->isSubclassOf("UIViewController")) return std::nullopt;
-  return "the class " + quoted(*name.asString()) +
+  return "the class " + inQuotes(*name.asString()) +
          " is not a page (no subclass of UIViewController)";
 }
 
@@ -203,9 +204,10 @@ std::optional<std::string> problemOfItemValues(const Dictionary& item) {
 
 std::optional<std::string> problemOfCellClass(const std::string& className) {
   const Class* found = NSClassFromString(className);
-  if (!found) return "the cell class " + quoted(className) + " does not exist";
+  if (!found) return "the cell class " + inQuotes(className) + " does not exist";
   if (found->isSubclassOf("PSTableCell")) return std::nullopt;
-  return "the class " + quoted(className) + " is not a settings cell (no subclass of PSTableCell)";
+  return "the class " + inQuotes(className) +
+         " is not a settings cell (no subclass of PSTableCell)";
 }
 
 std::optional<std::string> problemOfItemReferences(const Dictionary& item, Object* target) {

@@ -12,6 +12,7 @@
 #include "settings/device/Traits.h"
 #include "settings/panes/SidePanes.h"
 #include "settings/tree/ActionMembers.h"
+#include "settings/tree/NodeKinds.h"
 
 namespace settings {
 
@@ -74,7 +75,7 @@ ActionResult Application::perform(const json& action) {
   }
   if (name == "continue" || name == "restart") return answerCrash(action, name == "restart");
   if (name == "bounds") return setBounds(action);
-  if (!UserHand::knows(name)) return refused("unknown action: \"" + name + "\"");
+  if (!nodeKinds().isAction(name)) return refused("unknown action: \"" + name + "\"");
   _state->refresh();
   const std::string place = _state->placeOf(action);
   const auto work = [&] { return _state->useHand(action); };
@@ -112,7 +113,7 @@ void Application::setPatience(double seconds) {
 
 ActionResult Application::answerCrash(const json& action, bool restart) {
   const auto* const target = _state->target(stringMember(action, "node").value_or(""));
-  if (!_state->crash || !target || target->kind != NodeKind::crash) {
+  if (!_state->crash || !target || target->kind != "crash") {
     return refused("there is no crash report to answer");
   }
   if (restart) {
@@ -213,6 +214,10 @@ platform::MainQueue& Application::mainQueue() noexcept {
   return *_state->main;
 }
 
+const std::vector<SidePane>& Application::sidePanes() const noexcept {
+  return _state->sidePanes;
+}
+
 json Application::filePane() {
   return _state->pane.json();
 }
@@ -242,7 +247,7 @@ bool Application::waitForPrograms(double timeoutSeconds) {
 
 json Application::inspectRow(std::string_view node) {
   const auto* const target = _state->target(node);
-  if (!target || target->kind != NodeKind::row) return nullptr;
+  if (!target || target->kind != "row") return nullptr;
   const platform::ProcessScope scope(_state->process->process());
   const auto specifier = specifierOfRow(*target);
   return specifier ? specifierJson(std::string(node), *specifier) : json();
@@ -250,7 +255,7 @@ json Application::inspectRow(std::string_view node) {
 
 std::shared_ptr<platform::PSSpecifier> Application::specifierAt(std::string_view node) {
   const auto* const target = _state->target(node);
-  if (!target || target->kind != NodeKind::row) return nullptr;
+  if (!target || target->kind != "row") return nullptr;
   const platform::ProcessScope scope(_state->process->process());
   return specifierOfRow(*target);
 }

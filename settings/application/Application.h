@@ -13,9 +13,9 @@
 #include "platform/foundation/log/Log.h"
 #include "platform/foundation/objects/DeviceTraits.h"
 #include "platform/foundation/programs/Programs.h"
-#include "settings/application/ActionResult.h"
 #include "settings/application/Time.h"
 #include "settings/device/Product.h"
+#include "settings/tree/ActionResult.h"
 #include "settings/tree/CrashReport.h"
 
 namespace platform {
@@ -29,6 +29,7 @@ namespace settings {
 class ApplicationObserver;
 class SettingsProcess;
 struct PhotoResult;
+struct SidePane;
 struct ThumbnailFile;
 
 struct ApplicationOptions {
@@ -90,12 +91,14 @@ class Application {
   // "dark"). Changes of neighbours and of the row "ControlCenter" take effect at the next `open`.
   ActionResult setTrait(std::string_view name, std::string_view value);
 
+  // --- Time ---
   // Virtual clock: advances it and runs the work that becomes due. Refused with real time.
   ActionResult advance(double seconds);
   // Virtual clock: runs that many pieces of queued background work; without a count, runs all,
   // including work that they queue. Returns how many ran.
   std::size_t runBackground(std::optional<std::size_t> count);
 
+  // --- The main loop ---
   // Runs the work in the main queue and the due work of the process, calls `afterTurn`, and sleeps
   // until there is more work; repeats until `stop`. While a crash report is open, the work of the
   // process is held back.
@@ -107,6 +110,7 @@ class Application {
   // waitForPrograms waits for a program. Lives as long as the application.
   platform::MainQueue& mainQueue() noexcept;
 
+  // --- A page that waits for a program, which blocks the main thread as on a device ---
   // Called on the main thread when such a wait exceeds half a second: then every half second, and
   // each time the thread is woken. Meanwhile the tree contains a node `waiting`, and every action
   // but "stop" on it is refused.
@@ -117,6 +121,9 @@ class Application {
   // (default 5), since no user can stop it.
   void setPatience(double seconds);
 
+  // --- Beside the phone; each as the member of a "side" message in docs/tree.md ---
+  // The panes that are the same for all presenters and sent as a whole.
+  const std::vector<SidePane>& sidePanes() const noexcept;
   // The preference file as it is on disk now, any problem with it, and what changed in it since the
   // user's last action began.
   nlohmann::json filePane();

@@ -9,7 +9,6 @@
 #include "platform/foundation/values/Exception.h"
 #include "platform/uikit/drawing/UIKitState.h"
 #include "settings/panes/EditWatch.h"
-#include "settings/panes/SidePanes.h"
 #include "settings/tree/ActionMembers.h"
 
 namespace settings {
@@ -56,6 +55,10 @@ Application::State::State(ApplicationOptions given,
   services.programs = programs;
   services.traits = std::make_shared<platform::DeviceTraits>(options.traits);
   services.neighbours = &neighbours;
+  sidePanes = {
+      {"file", SidePane::Source::files, [this] { return pane.json(); }},
+      {"programs", SidePane::Source::memory, [this] { return programsJson(programs->records()); }},
+  };
   services.openedURL = [this](const std::string& url) {
     for (auto* observer : observers) observer->openedURL(url);
   };
@@ -205,6 +208,7 @@ void Application::State::refresh() {
   SnapshotRequest request;
   if (process) request.window = process->window();
   if (process) request.outer = process->outer();
+  if (process) request.bundleTitle = process->bundleTitle();
   request.photos = &photos;
   request.crash = crash ? &*crash : nullptr;
   request.crashToken = crashToken;

@@ -23,6 +23,7 @@
 #include "settings/panes/FilePane.h"
 #include "settings/panes/PastImages.h"
 #include "settings/panes/RecordLog.h"
+#include "settings/panes/SidePanes.h"
 #include "settings/tree/TreeSnapshot.h"
 
 namespace settings {
@@ -82,6 +83,7 @@ struct Application::State {
   RecordLog<platform::LogEntry> logEntries{10000};
   RecordLog<platform::FileWrite> writes{10000};
   FilePane pane;
+  std::vector<SidePane> sidePanes;
   PhotoLibrary photos;
   std::vector<ApplicationObserver*> observers;
 

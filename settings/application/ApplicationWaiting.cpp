@@ -67,8 +67,7 @@ void Application::State::showWaiting(const platform::ProgramRecord& program) {
   snapshot.largestIdentity = std::max(snapshot.largestIdentity, identity);
   waitingNode = std::to_string(identity);
   auto& nodes = tree["nodes"];
-  nodes[waitingNode] = {
-      {"kind", "waiting"}, {"program", commandOf(program)}, {"children", nlohmann::json::array()}};
+  nodes[waitingNode] = settings::waitingNode(commandOf(program));
   nodes[tree["root"].get<std::string>()]["children"].push_back(waitingNode);
   tree["revision"] = ++revision;
   for (auto* observer : observers) {

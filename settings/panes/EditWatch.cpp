@@ -35,7 +35,7 @@ std::string placeText(platform::UITableView& table, IndexPath path) {
 
 EditWatch::EditWatch(const nlohmann::json& action, const NodeTarget* target, std::string title)
     : _title(title.empty() ? "The row" : std::move(title)) {
-  if (!isEdit(action) || !target || target->kind != NodeKind::row) return;
+  if (!isEdit(action) || !target || target->kind != "row") return;
   _table = target->as<platform::UITableView>();
   if (!_table) return;
   _row = target->token;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
@@ -15,6 +16,15 @@ class PSSpecifier;
 }
 
 namespace settings {
+
+// A pane beside the phone, which is sent as a whole each time it has changed.
+struct SidePane {
+  enum class Source { memory, files };
+
+  std::string name;  // of its member in the "side" message of docs/tree.md
+  Source source;     // files: read only if the device's files may have changed
+  std::function<nlohmann::json()> content;
+};
 
 // Members of the "side" message in docs/tree.md.
 nlohmann::json logJson(const std::vector<platform::LogEntry>& entries);

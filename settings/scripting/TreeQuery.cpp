@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "settings/tree/NodeKinds.h"
+
 namespace settings {
 
 using nlohmann::json;
@@ -17,11 +19,12 @@ std::string kindOf(const FoundNode& found) {
   return found ? TreeQuery::text(*found.node, "kind") : std::string();
 }
 
-json segmentTitle(const json& segmented) {
-  const auto selected = segmented.value("selected", -1);
-  const json& titles = segmented["segments"];
-  if (selected < 0 || std::cmp_greater_equal(selected, titles.size())) return nullptr;
-  return titles[static_cast<std::size_t>(selected)];
+std::vector<std::string_view> kindsWithValue() {
+  std::vector<std::string_view> names;
+  for (const NodeKind& kind : nodeKinds().all()) {
+    if (kind.shownValue) names.push_back(kind.name);
+  }
+  return names;
 }
 
 }  // namespace
@@ -141,16 +144,13 @@ FoundNode TreeQuery::section(const RowAddress& address) const {
 }
 
 FoundNode TreeQuery::control(const FoundNode& row) const {
-  return firstOfKind(row, {"switch", "segmented", "slider", "textField"});
+  static const auto kinds = kindsWithValue();
+  return firstOfKind(row, kinds);
 }
 
 json TreeQuery::shownValue(const FoundNode& row) const {
   if (const FoundNode found = control(row)) {
-    const std::string kind = kindOf(found);
-    if (kind == "switch") return found.node->value("on", false);
-    if (kind == "slider") return found.node->value("value", 0.0);
-    if (kind == "textField") return text(*found.node, "string");
-    return segmentTitle(*found.node);
+    return nodeKinds().named(kindOf(found)).shownValue(*found.node);
   }
   const FoundNode cell = firstOfKind(row, {"cell"});
   if (!cell || !cell.node->contains("detail")) return nullptr;

@@ -43,7 +43,7 @@ class TreeQuery {
   static bool isNamed(const nlohmann::json& row, const RowAddress& address);
   // The section of a group's identifier or header, or the section that contains the row.
   FoundNode section(const RowAddress& address) const;
-  // The control of a row that a user can change: switch, segments, slider, text field.
+  // The control of a row that has a value (NodeKind::shownValue).
   FoundNode control(const FoundNode& row) const;
 
   // The value that a row shows: a switch's state, the number of a slider, the text of a field, the

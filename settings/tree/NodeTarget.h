@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 #include "platform/foundation/objects/Object.h"
@@ -14,22 +15,8 @@ class UIImage;
 namespace settings {
 
 // What a node of the tree stands for.
-enum class NodeKind : std::uint8_t {
-  window,
-  navigation,
-  page,
-  table,
-  section,
-  row,
-  view,  // any other view: a control, a label, a picture
-  alert,
-  colorPicker,
-  imagePicker,
-  crash,
-};
-
 struct NodeTarget {
-  NodeKind kind = NodeKind::view;
+  std::string_view kind;  // the name of one of nodeKinds()
   // The view or the controller; the table of a section or row. Empty for a crash report.
   std::weak_ptr<platform::Object> object;
   std::uint64_t token = 0;  // of a section or row in its table

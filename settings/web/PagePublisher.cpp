@@ -6,6 +6,7 @@
 
 #include "settings/application/Application.h"
 #include "settings/device/JsonText.h"
+#include "settings/panes/SidePanes.h"
 #include "settings/tree/ActionMembers.h"
 #include "settings/web/Protocol.h"
 
@@ -157,15 +158,16 @@ void PagePublisher::publishPatch(const json& patch, std::optional<Answered> answ
 
 void PagePublisher::publishSide() {
   json members = json::object();
-  const auto addIfChanged = [&](const char* name, json pane, std::string& sent) {
-    std::string text = jsonText(pane);
-    if (text == sent) return;
-    sent = std::move(text);
-    members[name] = std::move(pane);
-  };
-  // The file may be large: it is read only if it can have changed.
-  if (std::exchange(_fileIsStale, false)) addIfChanged("file", _application.filePane(), _sentFile);
-  addIfChanged("programs", _application.programs(), _sentPrograms);
+  const bool fileIsStale = std::exchange(_fileIsStale, false);
+  for (const SidePane& pane : _application.sidePanes()) {
+    // A file may be large: it is read only if it can have changed.
+    if (pane.source == SidePane::Source::files && !fileIsStale) continue;
+    json content = pane.content();
+    std::string text = jsonText(content);
+    if (text == _sentPanes[pane.name]) continue;
+    _sentPanes[pane.name] = std::move(text);
+    members[pane.name] = std::move(content);
+  }
   json log = _application.logSince(_logCursor);
   if (!log.empty()) members["log"] = std::move(log);
   if (!members.empty()) sendToAll({sideMessage(std::move(members))});
@@ -191,10 +193,8 @@ void PagePublisher::sendWhole(ConnectionId connection, Page& page) {
 
 void PagePublisher::sendWholeSide(ConnectionId connection) {
   std::uint64_t cursor = 0;
-  json members = {{"file", _application.filePane()},
-                  {"programs", _application.programs()},
-                  {"log", _application.logSince(cursor)},
-                  {"logFromStart", true}};
+  json members = {{"log", _application.logSince(cursor)}, {"logFromStart", true}};
+  for (const SidePane& pane : _application.sidePanes()) members[pane.name] = pane.content();
   _sink.send(connection, outgoing(sideMessage(std::move(members))));
 }
 

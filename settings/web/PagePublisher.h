@@ -86,8 +86,7 @@ class PagePublisher : private ApplicationObserver {
   // Events to send before the patch that they belong to.
   std::vector<std::string> _events;
   std::uint64_t _logCursor = 0;
-  std::string _sentFile;
-  std::string _sentPrograms;
+  std::map<std::string, std::string> _sentPanes;  // by name
   bool _treeIsStale = true;
   bool _fileIsStale = true;
 };

@@ -1,9 +1,12 @@
 // Each node of the view tree has the members that docs/tree.md specifies for its kind.
 
-#include <map>
+#include <algorithm>
 #include <set>
 #include <string>
+#include <string_view>
+#include <vector>
 
+#include "settings/tree/NodeKinds.h"
 #include "tests/settings/application/ApplicationFixture.h"
 
 namespace settings::test {
@@ -11,121 +14,48 @@ namespace {
 
 using nlohmann::json;
 
-enum class Need { always, sometimes };
-
-struct Member {
-  json::value_t type;
-  Need need = Need::always;
-};
-
-using Members = std::map<std::string, Member>;
-
-constexpr auto textType = json::value_t::string;
-constexpr auto number = json::value_t::number_float;
-constexpr auto whole = json::value_t::number_integer;
-constexpr auto flag = json::value_t::boolean;
-constexpr auto list = json::value_t::array;
-constexpr auto map = json::value_t::object;
-
-// Members that are omitted if they have their default value.
-const Members anyView = {
-    {"kind", {textType}},
-    {"children", {list}},
-    {"class", {textType, Need::sometimes}},
-    {"frame", {list, Need::sometimes}},
-    {"alpha", {number, Need::sometimes}},
-    {"hidden", {flag, Need::sometimes}},
-    {"interactive", {flag, Need::sometimes}},
-    {"background", {map, Need::sometimes}},
-    {"tint", {map, Need::sometimes}},
-    {"layer", {map, Need::sometimes}},
-    {"label", {textType, Need::sometimes}},
-    {"animation", {map, Need::sometimes}},
-    {"role", {textType, Need::sometimes}},
-};
-
-const std::map<std::string, Members>& kinds() {
-  static const std::map<std::string, Members> table = {
-      {"window", {}},
-      {"navigation", {{"bar", {map}}, {"class", {textType}}, {"frame", {list}}}},
-      {"page",
-       {{"title", {textType}}, {"largeTitle", {flag}}, {"problem", {map, Need::sometimes}}}},
-      {"table",
-       {{"style", {textType}},
-        {"editing", {flag}},
-        {"offset", {number}},
-        {"contentHeight", {number}}}},
-      {"section",
-       {{"index", {whole}},
-        {"rowsTop", {number, Need::sometimes}},
-        {"header", {textType, Need::sometimes}},
-        {"footer", {textType, Need::sometimes}},
-        {"identifier", {textType, Need::sometimes}}}},
-      {"row",
-       {{"section", {whole}},
-        {"index", {whole}},
-        {"height", {number}},
-        {"identifier", {textType, Need::sometimes}},
-        {"title", {textType}},
-        {"visible", {flag}},
-        {"selectable", {flag}},
-        {"editing", {map, Need::sometimes}},
-        {"problem", {textType, Need::sometimes}}}},
-      {"cell",
-       {{"style", {textType}},
-        {"text", {map, Need::sometimes}},
-        {"detail", {map, Need::sometimes}},
-        {"image", {map, Need::sometimes}},
-        {"accessory", {textType}},
-        {"selected", {flag, Need::sometimes}},
-        {"enabled", {flag, Need::sometimes}},
-        {"cellType", {textType, Need::sometimes}}}},
-      {"switch", {{"on", {flag}}, {"enabled", {flag}}}},
-      {"segmented", {{"segments", {list}}, {"selected", {whole}}, {"enabled", {flag}}}},
-      {"slider",
-       {{"value", {number}},
-        {"min", {number}},
-        {"max", {number}},
-        {"continuous", {flag}},
-        {"showValue", {flag}},
-        {"segmentCount", {whole}},
-        {"enabled", {flag}}}},
-      {"textField",
-       {{"string", {textType}},
-        {"placeholder", {textType}},
-        {"secure", {flag}},
-        {"keyboard", {textType}},
-        {"editing", {flag}},
-        {"enabled", {flag}}}},
-      {"label",
-       {{"string", {textType}},
-        {"color", {map}},
-        {"size", {number}},
-        {"weight", {textType}},
-        {"lines", {whole}},
-        {"alignment", {textType}}}},
-      {"image", {{"image", {map, Need::sometimes}}, {"contentMode", {textType}}}},
-      {"button", {{"string", {textType}}, {"enabled", {flag}}}},
-      {"activity", {{"animating", {flag}}}},
-      {"view", {}},
-  };
-  return table;
+bool hasForm(const json& value, MemberForm form) {
+  switch (form) {
+    case MemberForm::flag:
+      return value.is_boolean();
+    case MemberForm::whole:
+      return value.is_number_integer();
+    case MemberForm::number:
+      return value.is_number();
+    case MemberForm::text:
+      return value.is_string();
+    case MemberForm::texts:
+    case MemberForm::list:
+      return value.is_array();
+    case MemberForm::map:
+    case MemberForm::color:
+    case MemberForm::image:
+      return value.is_object();
+  }
+  return false;
 }
 
-bool hasType(const json& value, json::value_t type) {
-  if (type == number) return value.is_number();
-  if (type == whole) return value.is_number_integer();
-  return value.type() == type;
-}
-
-void expectMembers(const json& node, const Members& members) {
-  for (const auto& [name, member] : members) {
-    const auto found = node.find(name);
+void expectMembers(const json& node, const std::vector<NodeMember>& members) {
+  for (const NodeMember& member : members) {
+    const auto found = node.find(member.name);
     if (found == node.end()) {
-      EXPECT_EQ(member.need, Need::sometimes) << "no \"" << name << "\" in " << node;
-    } else {
-      EXPECT_TRUE(hasType(*found, member.type)) << "\"" << name << "\" of " << node;
+      EXPECT_TRUE(member.optional) << "no \"" << member.name << "\" in " << node;
+      continue;
     }
+    EXPECT_TRUE(hasForm(*found, member.form)) << "\"" << member.name << "\" of " << node;
+    const auto isFound = [&](std::string_view choice) { return *found == choice; };
+    EXPECT_TRUE(member.choices.empty() || std::ranges::any_of(member.choices, isFound))
+        << "\"" << member.name << "\" of " << node;
+  }
+}
+
+// Undocumented members are absent.
+void expectNoOthers(const json& node, const NodeKind& kind) {
+  std::set<std::string_view> known;
+  for (const NodeMember& member : nodeKinds().everyNode().members) known.insert(member.name);
+  for (const NodeMember& member : kind.members) known.insert(member.name);
+  for (const auto& [name, member] : node.items()) {
+    EXPECT_TRUE(known.contains(name)) << "\"" << name << "\" of " << node;
   }
 }
 
@@ -153,9 +83,13 @@ class ApplicationTreeMembersTest : public ApplicationTest {
     EXPECT_TRUE(seen.insert(id).second) << id << " stands twice in the tree";
     ASSERT_TRUE(tree["nodes"].contains(id)) << id;
     const json& node = tree["nodes"][id];
-    expectMembers(node, anyView);
-    ASSERT_TRUE(kinds().contains(node["kind"])) << node["kind"];
-    expectMembers(node, kinds().at(node["kind"]));
+    expectMembers(node, nodeKinds().everyNode().members);
+    const auto kind =
+        std::ranges::find(nodeKinds().all(), node["kind"].get<std::string>(), &NodeKind::name);
+    ASSERT_NE(kind, nodeKinds().all().end()) << node["kind"];
+    expectMembers(node, kind->members);
+    expectNoOthers(node, *kind);
+    EXPECT_EQ(node.contains("frame"), kind->look != nullptr) << node;
     expectNoDefaults(node);
     for (const json& child : node["children"]) expectSoundNode(tree, child, seen);
   }

@@ -1,4 +1,38 @@
-// Builds trees as the server sends them (docs/tree.md), for tests of the page alone.
+// Builds trees as the server sends them (docs/tree.md), for tests of the page alone. The types of the
+// page's protocol are checked here too (tests/web/tsconfig.json).
+
+/** @typedef {import('../../../settings/web/ui/src/protocol/tree.js').TreeNode} TreeNode */
+/**
+ * The members that the server always sends of a kind.
+ * @template {TreeNode} Node
+ * @typedef {{ [Name in keyof Node as {} extends Pick<Node, Name> ? never : Name extends 'kind' | 'children' ? never : Name]: Node[Name] }} Always
+ */
+/** @template {TreeNode} Node @typedef {Node extends TreeNode ? Omit<Node, 'children' | keyof Always<Node>> & Partial<Always<Node>> : never} Given */
+
+/** @type {{ [K in TreeNode['kind']]: Always<Extract<TreeNode, { kind: K }>> }} */
+const standard = {
+  window: {},
+  navigation: { bar: { title: '', titleOpacity: 1, largeTitle: false, hidden: false } },
+  page: { title: '', largeTitle: false },
+  table: { style: 'insetGrouped', editing: false, offset: 0, contentHeight: 844 },
+  section: { index: 0 },
+  row: { section: 0, index: 0, height: 44, title: '', visible: true, selectable: false },
+  cell: { style: 'default', accessory: 'none' },
+  switch: { on: false, enabled: true },
+  segmented: { segments: [], selected: -1, enabled: true },
+  slider: { value: 0, min: 0, max: 1, continuous: false, showValue: false, segmentCount: 0, enabled: true },
+  textField: { string: '', placeholder: '', secure: false, keyboard: 'default', editing: false, enabled: true },
+  button: { string: '', enabled: true },
+  label: { string: '', color: { name: 'labelColor' }, size: 17, weight: 'regular', lines: 1, alignment: 'natural' },
+  image: { contentMode: 'scaleToFill' },
+  activity: { animating: false },
+  view: {},
+  alert: { style: 'alert', title: '', message: '', actions: [] },
+  colorPicker: { color: { rgba: [0, 0, 0, 1] }, alpha: false },
+  imagePicker: { busy: false, photos: [] },
+  crash: { name: '', reason: '', where: '' },
+  waiting: { program: '' },
+};
 
 const trait = (name, label, value, ...choices) => ({ name, label, value, choices });
 const traits = [
@@ -10,6 +44,9 @@ const traits = [
   trait('tint', 'Tint', '007AFFFF'),
 ];
 
+/** @typedef {import('../../../settings/web/ui/src/protocol/tree.js').Color} Color */
+
+/** @type {Color} */
 const label = { name: 'labelColor' };
 const secondary = { name: 'secondaryLabelColor' };
 
@@ -23,9 +60,14 @@ export class TreeBuilder {
     };
   }
 
+  /**
+   * Adds a node; what the server always sends of its kind is filled in where it is not given.
+   * @param {Given<TreeNode>} node
+   * @param {string[]} children
+   */
   add(node, children = []) {
     const id = String(++this.count);
-    this.nodes[id] = { ...node, children };
+    this.nodes[id] = { ...standard[node.kind], ...node, children };
     return id;
   }
 
@@ -39,6 +81,7 @@ export class TreeBuilder {
     return this.add({ kind: 'row', identifier, title, height: 44, visible: true, ...members }, cell ? [cell] : []);
   }
 
+  /** @returns {import('../../../settings/web/ui/src/protocol/tree.js').Text} */
   text(string, color = label) {
     return { string, color, lines: 1, size: 17, weight: 'regular' };
   }
@@ -80,6 +123,7 @@ export class TreeBuilder {
 
   /** A row that stands for a web link: `tile` is laid over its picture, with `over` in it. */
   linkRow(identifier, title, { subtitle, size = 29, layer, initials, avatar, lines = 1, tint = [0, 122 / 255, 1, 1] }) {
+    /** @type {[number, number, number, number]} */
     const bounds = [0, 0, size, size];
     const over = initials === undefined
       ? this.add({ kind: 'image', frame: bounds, contentMode: 'scaleToFill', alpha: avatar ? 1 : 0, ...(avatar && { image: avatar }) })
@@ -89,7 +133,8 @@ export class TreeBuilder {
     const placeholder = { hash: '0'.repeat(64), width: size, height: size, scale: 3 };
     const view = this.add({ kind: 'image', role: 'imageView', frame: [16, 0, size, size], image: placeholder }, [tile]);
     const accessory = this.add({ kind: 'image', role: 'accessoryView', frame: [0, 0, 22, 22], image: { symbol: 'safari' }, tint: { name: 'systemGray3Color' } });
-    const text = { ...this.text(title, { rgba: tint }), highlightedColor: { rgba: tint } };
+    const color = /** @type {Color} */ ({ rgba: tint });
+    const text = { ...this.text(title, color), highlightedColor: color };
     const detail = { ...this.text(subtitle ?? '', secondary), lines, size: 12 };
     const cell = this.cell({ class: 'HBLinkTableCell', cellType: 'PSButtonCell', style: 'subtitle', text, detail, image: placeholder }, [view], accessory);
     return this.row(identifier, title, cell, { selectable: true, height: 60 });
@@ -99,8 +144,14 @@ export class TreeBuilder {
     return this.add({ kind: 'section', ...(header && { header }), ...(footer && { footer }) }, rows);
   }
 
+  /** How high sections are in a table, with their headers and footers. */
+  heightOf(sections) {
+    const heights = sections.flatMap((section) => this.nodes[section].children.map((row) => this.nodes[row].height));
+    return heights.reduce((sum, height) => sum + height, sections.length * 70);
+  }
+
   page(title, sections, bar = {}) {
-    const table = this.add({ kind: 'table', style: 'insetGrouped', offset: 0, frame: [0, 0, 390, 844] }, sections);
+    const table = this.add({ kind: 'table', frame: [0, 0, 390, 844], contentHeight: this.heightOf(sections) }, sections);
     const page = this.add({ kind: 'page', title }, [table]);
     return { page, table, bar: { title, titleOpacity: 1, largeTitle: false, ...bar } };
   }
@@ -142,8 +193,12 @@ export function everyKind(device, bar) {
 /**
  * Two lists between which rows are moved, and what the application does with "move" and "commit":
  * the rows stay where `accepts` says no.
+ * @param {string[]} active
+ * @param {string[]} available
+ * @param {{ device?: object, accepts?: (row: string, to: { section: number, index: number }) => boolean, style?: string }} options
  */
-export function movableRows(active, available, { device, accepts = () => true, style = 'grouped' } = {}) {
+export function movableRows(active, available, options = {}) {
+  const { device, accepts = () => true, style = 'grouped' } = options;
   const b = new TreeBuilder(device);
   const rowOf = (title, index, section) => {
     const settings = title.endsWith('*') ? b.add({ kind: 'image', role: 'editingAccessoryView', image: { symbol: 'chevron.right' }, frame: [0, 0, 12, 18] }) : undefined;

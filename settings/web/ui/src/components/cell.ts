@@ -5,7 +5,7 @@ import type { CellNode, Picture, RowNode, Text, TreeNode } from '../protocol/tre
 import { styled, type Styles } from '../directives/styled.js';
 import { cssTextColor, cssWeight } from './color.js';
 import { isDark, type Context } from './context.js';
-import { controlFor, controlKinds } from './control.js';
+import { controlFor, isControlKind } from './control.js';
 import { checkmark, chevronRight } from './icons.js';
 import { lookOf, picture, placedChildren, placedView } from './views.js';
 
@@ -82,7 +82,7 @@ function partOf(context: Context, id: string, role: string): string | undefined 
 
 function isControl(context: Context, id: string): boolean {
   const node = context.tree.nodes[id];
-  return node !== undefined && !node.hidden && controlKinds.includes(node.kind);
+  return node !== undefined && !node.hidden && isControlKind(node.kind);
 }
 
 function accessoryView(context: Context, id: string, name: string, enabled: boolean): TemplateResult {

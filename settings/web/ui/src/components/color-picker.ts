@@ -63,7 +63,7 @@ export class ZvColorPicker extends LightElement {
         <div class="color-way" id="color-way" role="tabpanel" aria-labelledby="color-${this._way}">${this._panel(rgba)}</div>
         ${this.node.alpha === true ? html`<h3 class="color-heading">Opacity</h3>${opacitySlider(rgba, this._pick)}` : nothing}
         <div class="color-result">
-          <span class="color-sample"><i ${styled({ 'background-color': cssColor(this._draft ? { rgba } : (this.node.color ?? { rgba })) })}></i></span>
+          <span class="color-sample"><i ${styled({ 'background-color': cssColor(this._draft ? { rgba } : this.node.color) })}></i></span>
           <p><span class="color-name">${colorName(rgba)}</span><output>#${hexOf(rgba)}</output></p>
         </div>
       </div>
@@ -88,7 +88,7 @@ export class ZvColorPicker extends LightElement {
 
   protected override updated(changed: PropertyValues): void {
     super.updated(changed);
-    if (!changed.has('node') || !this.node.color || 'rgba' in this.node.color) return;
+    if (!changed.has('node') || 'rgba' in this.node.color) return;
     const sample = this.querySelector('.color-sample i');
     if (sample) this._named = parseComputed(getComputedStyle(sample).getPropertyValue('background-color'));
   }

@@ -1,4 +1,5 @@
-import { html, type TemplateResult } from 'lit';
+import type { TemplateResult } from 'lit';
+import { html, literal, type StaticValue } from 'lit/static-html.js';
 import type { Kind } from '../protocol/tree.js';
 import type { Context } from './context.js';
 import './segmented.js';
@@ -6,20 +7,23 @@ import './slider.js';
 import './switch.js';
 import './text-field.js';
 
-/** The kinds that take input by themselves, inside a row or alone. */
-export const controlKinds: readonly Kind[] = ['switch', 'segmented', 'slider', 'textField'];
+/** The kinds that take input by themselves, inside a row or alone, and their components. */
+const controls: Partial<Record<Kind, StaticValue>> = {
+  switch: literal`zv-switch`,
+  segmented: literal`zv-segmented`,
+  slider: literal`zv-slider`,
+  textField: literal`zv-text-field`,
+};
+
+export function isControlKind(kind: Kind): boolean {
+  return controls[kind] !== undefined;
+}
 
 /** The control for a node, or nothing where the node is no control. `name` is what it is called. */
 export function controlFor(context: Context, id: string, name: string, enabled: boolean): TemplateResult | undefined {
   const node = context.tree.nodes[id];
-  if (!node) return undefined;
-  const called = node.label ?? name;
+  const tag = node && controls[node.kind];
+  if (!tag) return undefined;
   const off = !enabled || node.interactive === false || ('enabled' in node && node.enabled === false);
-  switch (node.kind) {
-    case 'switch': return html`<zv-switch .context=${context} .node=${node} .nodeId=${id} .name=${called} .disabled=${off}></zv-switch>`;
-    case 'segmented': return html`<zv-segmented .context=${context} .node=${node} .nodeId=${id} .name=${called} .disabled=${off}></zv-segmented>`;
-    case 'slider': return html`<zv-slider .context=${context} .node=${node} .nodeId=${id} .name=${called} .disabled=${off}></zv-slider>`;
-    case 'textField': return html`<zv-text-field .context=${context} .node=${node} .nodeId=${id} .name=${called} .disabled=${off}></zv-text-field>`;
-    default: return undefined;
-  }
+  return html`<${tag} .context=${context} .node=${node} .nodeId=${id} .name=${node.label ?? name} .disabled=${off}></${tag}>`;
 }

@@ -10,7 +10,7 @@ import './modal.js';
 const textOf = (id: string): string => `text-${id}`;
 
 export function alertDialog(context: Context, id: string, node: AlertNode): TemplateResult {
-  const actions = (node.actions ?? []).map((action, index) => ({ action, index }));
+  const actions = node.actions.map((action, index) => ({ action, index }));
   const cancel = actions.find(({ action }) => action.style === 'cancel');
   const choose = (index: number): void => void context.act({ action: 'choose', node: id, index });
   const leave = (): void => {
@@ -48,7 +48,7 @@ export function waitingDialog(context: Context, id: string, node: WaitingNode): 
       <div class="alert-box">
         <div class="alert-text">
           <h2>The page waits for a program</h2>
-          <p id=${textOf(id)}>${node.program ?? ''} has not ended yet. On a device nothing could be touched until it does.</p>
+          <p id=${textOf(id)}>${node.program} has not ended yet. On a device nothing could be touched until it does.</p>
         </div>
         <div class="alert-actions"><button type="button" class="alert-action default" @click=${stop}>Stop</button></div>
       </div>
@@ -58,13 +58,13 @@ export function waitingDialog(context: Context, id: string, node: WaitingNode): 
 
 export function crashReport(context: Context, id: string, node: CrashNode): TemplateResult {
   const go = (action: 'continue' | 'restart') => () => void context.act({ action, node: id });
-  return html`<zv-modal .name=${`Crash: ${node.name ?? 'exception'}`} .text=${textOf(id)} .cancel=${go('continue')} class="crash-modal">
+  return html`<zv-modal .name=${`Crash: ${node.name}`} .text=${textOf(id)} .cancel=${go('continue')} class="crash-modal">
     <div class="crash" data-node=${id}>
       ${warning()}
       <h2>The settings bundle raised an exception</h2>
       <p class="crash-note">On a device the Settings application would have ended here.</p>
       <dl>
-        <dt>Name</dt><dd class="crash-name">${node.name ?? ''}</dd>
+        <dt>Name</dt><dd class="crash-name">${node.name}</dd>
         <dt>Reason</dt><dd class="crash-reason" id=${textOf(id)}>${node.reason || 'none given'}</dd>
         ${node.where ? html`<dt>Where</dt><dd>${node.where}</dd>` : nothing}
       </dl>

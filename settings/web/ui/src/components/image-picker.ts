@@ -40,7 +40,7 @@ export class ZvImagePicker extends LightElement {
 
   protected override render(): TemplateResult {
     const busy = this.node.busy || this._sending;
-    const photos = this.node.photos ?? [];
+    const { photos } = this.node;
     return html`<zv-modal .name=${'Photos'} .kind=${'dialog'} .cancel=${this._close} class="sheet-modal">
       <div class="sheet-page image-picker" data-node=${this.nodeId} aria-busy=${String(busy)}
         @dragover=${this._dragOver} @dragleave=${this._dragLeave} @drop=${this._dropped}>

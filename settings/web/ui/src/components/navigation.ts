@@ -198,7 +198,7 @@ function shownBy(tree: Tree, id: string): Shown {
   for (let outermost = true; current !== undefined; outermost = false) {
     const node: NavigationNode | undefined = nodeOf(tree, current, 'navigation');
     if (!node) break;
-    addBar(shown, current, node.bar ?? {}, outermost);
+    addBar(shown, current, node.bar, outermost);
     current = node.children.find((child) => ['navigation', 'page'].includes(tree.nodes[child]?.kind ?? ''));
   }
   shown.page = current;

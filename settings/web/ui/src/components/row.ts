@@ -41,7 +41,7 @@ export function row(context: Context, id: string, setting: RowSetting): Template
     aria-setsize=${place ? place.count : nothing}
     data-node=${id}
     data-identifier=${node.identifier ?? nothing}
-    ${styled({ '--row-height': `${node.height ?? 44}px`, '--picture-room': picture > 0 ? `${picture + pictureGap}px` : undefined })}
+    ${styled({ '--row-height': `${node.height}px`, '--picture-room': picture > 0 ? `${picture + pictureGap}px` : undefined })}
   >${rowContent(context, id, node, cellId, cell, setting)}</div>`;
 }
 
@@ -54,7 +54,7 @@ function rowContent(
 
 // Out of sight a row has no cell, but it keeps its height and its name.
 function hiddenRow(node: RowNode): TemplateResult {
-  return html`<span class="visually-hidden">${node.title ?? ''}</span>`;
+  return html`<span class="visually-hidden">${node.title}</span>`;
 }
 
 /** A row that could not be made, or whose cell could not: it says why in place of what it would show. */
@@ -124,11 +124,11 @@ function plainCell(
 
 function cellClass(cell: CellNode, more: string): string {
   const disabled = cell.enabled === false ? 'disabled' : '';
-  return `cell style-${cell.style ?? 'default'} ${cell.animation ? 'animated' : ''} ${cell.cellType ?? ''} ${cell.selected ? 'selected' : ''} ${disabled} ${more}`;
+  return `cell style-${cell.style} ${cell.animation ? 'animated' : ''} ${cell.cellType ?? ''} ${cell.selected ? 'selected' : ''} ${disabled} ${more}`;
 }
 
 function detailButton(context: Context, id: string, node: RowNode): TemplateResult {
-  return html`<button class="detail-button" type="button" aria-label="More about ${node.title ?? 'this row'}"
+  return html`<button class="detail-button" type="button" aria-label="More about ${node.title}"
     @click=${() => void context.act({ action: 'tap', node: id })}>${info()}</button>`;
 }
 

@@ -19,7 +19,7 @@ export class ZvSegmented extends ControlElement<SegmentedNode> {
   private _focusNext = false;
 
   protected override render(): TemplateResult {
-    const segments = this.node.segments ?? [];
+    const { segments } = this.node;
     const shown = this._shown;
     const thumb = { '--count': segments.length || 1, '--index': Math.max(0, shown) };
     return html`<div
@@ -54,7 +54,7 @@ export class ZvSegmented extends ControlElement<SegmentedNode> {
   }
 
   private get _shown(): number {
-    return this._draft ?? this.node.selected ?? -1;
+    return this._draft ?? this.node.selected;
   }
 
   protected override updated(changed: PropertyValues): void {
@@ -72,7 +72,7 @@ export class ZvSegmented extends ControlElement<SegmentedNode> {
   }
 
   private _key(event: KeyboardEvent): void {
-    const target = stopByKey(event.key, Math.max(0, this._shown), this.node.segments?.length ?? 0, 'any');
+    const target = stopByKey(event.key, Math.max(0, this._shown), this.node.segments.length, 'any');
     if (target === undefined || this.disabled) return;
     event.preventDefault();
     this._focusNext = true;
@@ -81,7 +81,7 @@ export class ZvSegmented extends ControlElement<SegmentedNode> {
 
   private _indexAt(x: number): number {
     const box = this.getBoundingClientRect();
-    const count = this.node.segments?.length ?? 1;
+    const count = this.node.segments.length;
     return Math.min(count - 1, Math.max(0, Math.floor(((x - box.left) / box.width) * count)));
   }
 

@@ -18,8 +18,8 @@ export class ZvSlider extends ControlElement<SliderNode> {
   private _frame: number | undefined;
 
   protected override render(): TemplateResult {
-    const { min = 0, max = 1, segmentCount = 0 } = this.node;
-    const value = this._draft ?? this.node.value ?? min;
+    const { min, max, segmentCount } = this.node;
+    const value = this._draft ?? this.node.value;
     const part = max > min ? (Math.min(max, Math.max(min, value)) - min) / (max - min) : 0;
     return html`<div class="slider ${segmentCount > 0 ? 'ticked' : ''}" ${styled({ '--part': part })}>
       <div class="slider-track">
@@ -70,11 +70,11 @@ export class ZvSlider extends ControlElement<SliderNode> {
 
   // A smooth slider would otherwise move by a hundredth with each key.
   private _key(event: KeyboardEvent): void {
-    const { min = 0, max = 1, segmentCount = 0 } = this.node;
+    const { min, max, segmentCount } = this.node;
     const steps = { ArrowRight: 1, ArrowUp: 1, ArrowLeft: -1, ArrowDown: -1, PageUp: 4, PageDown: -4 }[event.key];
     if (steps === undefined || segmentCount > 0) return;
     event.preventDefault();
-    const value = this._draft ?? this.node.value ?? min;
+    const value = this._draft ?? this.node.value;
     void this._end(Math.min(max, Math.max(min, value + (steps * (max - min)) / smoothKeySteps)));
   }
 }

@@ -27,7 +27,7 @@ export class ZvSwitch extends ControlElement<SwitchNode> {
   }
 
   private get _shown(): boolean {
-    return this._draft ?? this.node.on ?? false;
+    return this._draft ?? this.node.on;
   }
 
   private async _toggle(): Promise<void> {

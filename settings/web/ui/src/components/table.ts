@@ -59,7 +59,7 @@ export class ZvTable extends LightElement {
   protected override render(): TemplateResult {
     const node = this._node;
     if (!node) return html``;
-    return html`<div class="table-scroll table-${node.style ?? 'grouped'} ${node.editing ? 'editing' : ''}"
+    return html`<div class="table-scroll table-${node.style} ${node.editing ? 'editing' : ''}"
       ${styled({ ...lookOf(node), '--inset-top': `${this.insetTop}px` })} @scroll=${this._scrolled}>
       ${this.lead ?? nothing}
       ${this._edge('header')}

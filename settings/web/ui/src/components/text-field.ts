@@ -43,7 +43,7 @@ export class ZvTextField extends ControlElement<TextFieldNode> {
 
   private _showTree(): void {
     const field = this._field;
-    const string = this.node.string ?? '';
+    const { string } = this.node;
     if (field && field.value !== string) field.value = string;
   }
 

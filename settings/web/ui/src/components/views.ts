@@ -75,15 +75,15 @@ function label(context: Context, node: LabelNode, colors: TextColors): TemplateR
     'font-weight': cssWeight(node.weight),
     'text-align': node.alignment === 'natural' ? undefined : node.alignment,
     '-webkit-line-clamp': node.lines || undefined,
-  })}>${node.string ?? ''}</span>`;
+  })}>${node.string}</span>`;
 }
 
 // The platform's content modes.
-const fits: Record<string, string> = { scaleToFill: 'fill', scaleAspectFit: 'contain', scaleAspectFill: 'cover', center: 'none' };
+const fits: Record<ImageNode['contentMode'], string> = { scaleToFill: 'fill', scaleAspectFit: 'contain', scaleAspectFill: 'cover', center: 'none' };
 
 function image(node: ImageNode): TemplateResult | typeof nothing {
   if (!node.image) return nothing;
-  return html`<div class="image-view" ${styled({ '--fit': fits[node.contentMode ?? 'scaleToFill'] ?? 'fill' })}>
+  return html`<div class="image-view" ${styled({ '--fit': fits[node.contentMode] })}>
     ${picture(node.image, 'placed-image', node.label ?? '')}
   </div>`;
 }
@@ -91,5 +91,5 @@ function image(node: ImageNode): TemplateResult | typeof nothing {
 function button(context: Context, id: string, node: ButtonNode): TemplateResult {
   return html`<button type="button" class="plain-button" data-node=${id}
     ?disabled=${node.enabled === false}
-    @click=${() => void context.act({ action: 'tap', node: id })}>${node.string ?? ''}</button>`;
+    @click=${() => void context.act({ action: 'tap', node: id })}>${node.string}</button>`;
 }

@@ -10,8 +10,6 @@ import { logPane } from './log-pane.js';
 import { programsPane } from './programs-pane.js';
 import { rowPane } from './row-pane.js';
 
-export type PaneName = 'file' | 'row' | 'log' | 'programs' | 'device';
-
 export interface PaneState {
   context: Context;
   sides: Sides;
@@ -19,19 +17,21 @@ export interface PaneState {
 }
 
 interface Pane {
-  name: PaneName;
+  name: string;
   title: string;
   short: string;
   content: (state: PaneState) => TemplateResult;
 }
 
-const panes: Pane[] = [
+const panes = [
   { name: 'file', title: 'Preference file', short: 'File', content: ({ sides }) => filePane(sides) },
   { name: 'row', title: 'Specifier behind the row', short: 'Row', content: ({ sides }) => rowPane(sides) },
   { name: 'log', title: 'Log', short: 'Log', content: ({ sides }) => logPane(sides) },
   { name: 'programs', title: 'Programs started', short: 'Programs', content: ({ sides, restarts }) => programsPane(sides, restarts) },
   { name: 'device', title: 'Device', short: 'Device', content: ({ context }) => devicePane(context) },
-];
+] as const satisfies readonly Pane[];
+
+export type PaneName = (typeof panes)[number]['name'];
 
 export function paneGrid(state: PaneState): TemplateResult {
   return html`<div class="pane-grid">${panes.map((pane) => html`
@@ -43,7 +43,7 @@ export function paneGrid(state: PaneState): TemplateResult {
 
 /** `phone` puts the phone itself in front as the first tab, for windows no larger than one. */
 export function paneTabs(state: PaneState, shown: PaneName | 'phone', phone: boolean, select: (name: PaneName | 'phone') => void): TemplateResult {
-  const tabs: { name: PaneName | 'phone'; short: string }[] = phone ? [{ name: 'phone', short: 'Settings' }, ...panes] : panes;
+  const tabs: readonly { name: PaneName | 'phone'; short: string }[] = phone ? [{ name: 'phone', short: 'Settings' }, ...panes] : panes;
   const pane = panes.find((each) => each.name === shown);
   return html`<div class="pane-tabs">
     <div class="tabs" role="tablist" aria-label="Beside the phone" @keydown=${(event: KeyboardEvent) => moveTab(event, tabs.map((tab) => tab.name), shown, select)}>

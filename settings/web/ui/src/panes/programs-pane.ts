@@ -5,11 +5,11 @@ import { restart } from '../components/icons.js';
 
 /** The programs that the bundle started, the newest first, and whether the home screen came back. */
 export function programsPane(sides: Sides, restarts: number): TemplateResult {
-  const count = sides.programs.length;
+  const { programs = [] } = sides;
   return html`
     ${restarts > 0 ? html`<p class="restart-note">${restart()}The home screen restarted${restarts > 1 ? ` ${restarts} times` : ''}.</p>` : nothing}
-    ${count === 0 ? html`<p class="pane-empty">No program has been started.</p>` : html`<ol class="programs" reversed>
-      ${[...sides.programs].reverse().map(program)}
+    ${programs.length === 0 ? html`<p class="pane-empty">No program has been started.</p>` : html`<ol class="programs" reversed>
+      ${[...programs].reverse().map(program)}
     </ol>`}`;
 }
 

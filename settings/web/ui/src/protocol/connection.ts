@@ -121,5 +121,5 @@ export class Connection {
 }
 
 function isRepeatable(action: Action): boolean {
-  return repeatable.includes(action.action) && action['phase'] !== 'move';
+  return repeatable.includes(action.action) && !('phase' in action && action.phase === 'move');
 }

@@ -43,29 +43,47 @@ export interface EventMessage {
   kind?: string;
   duration?: number;
 }
-export interface SideMessage {
-  type: 'side';
+/** The panes beside the phone that come as a whole. */
+export interface Panes {
   file?: FileState;
+  programs?: ProgramRecord[];
+  row?: RowInfo;
+}
+export interface SideMessage extends Panes {
+  type: 'side';
   log?: LogEntry[];
   /** The log is the whole one, not what is new. */
   logFromStart?: boolean;
-  programs?: ProgramRecord[];
-  row?: RowInfo;
 }
 export interface RefusedMessage { type: 'refused'; ack?: number; message: string }
 
 export type ServerMessage = TreeMessage | PatchMessage | EventMessage | SideMessage | RefusedMessage;
 
-export type ActionName =
-  | 'tap' | 'toggle' | 'segment' | 'slide' | 'edit' | 'scroll' | 'press' | 'back' | 'commit' | 'move'
-  | 'stop'
-  | 'choose' | 'pick' | 'photo' | 'close' | 'continue' | 'restart' | 'bounds' | 'trait' | 'reopen';
-
-export interface Action {
-  action: ActionName;
-  node?: string;
-  [member: string]: unknown;
+/** What each action has beside its name (docs/tree.md). */
+export interface ActionMembers {
+  back: { node: string };
+  scroll: { node: string; offset: number; overscan?: number };
+  tap: { node: string };
+  press: { node: string; phase: 'begin' | 'end' | 'cancel' };
+  commit: { node: string };
+  move: { node: string; section: number; index: number };
+  toggle: { node: string; on: boolean };
+  segment: { node: string; index: number };
+  slide: { node: string; value: number; phase: 'move' | 'end' };
+  edit: { node: string; phase: 'begin' | 'change' | 'end' | 'cancel'; string?: string };
+  choose: { node: string; index: number };
+  close: { node: string };
+  pick: { node: string; rgba: [number, number, number, number] };
+  photo: { node: string; name: string };
+  continue: { node: string };
+  restart: { node: string };
+  stop: { node: string };
+  bounds: { width: number; height: number };
+  trait: { name: string; value: string };
+  reopen: object;
 }
+
+export type Action = { [Name in keyof ActionMembers]: { action: Name } & ActionMembers[Name] }[keyof ActionMembers];
 
 /** A number of a property list as it was written, so that 1.0 stays a real and 2^63 stays exact. */
 export class NumberText {

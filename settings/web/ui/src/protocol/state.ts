@@ -1,19 +1,17 @@
 // What the page knows: the tree, the panes, and what has just been said. It changes only by what the
 // server sends; nothing that the user does changes it by itself.
 
-import type { EventMessage, FileState, LogEntry, ProgramRecord, RowInfo, ServerMessage, SideMessage } from './messages.js';
+import type { EventMessage, LogEntry, Panes, ServerMessage, SideMessage } from './messages.js';
 import { applyPatch, PatchError } from './patch.js';
 import type { Tree } from './tree.js';
 
 const logLimit = 2000;
 
-export interface Sides {
-  file?: FileState;
+/** What the panes show, each as it came last. */
+export interface Sides extends Panes {
   /** Counts the files that came, so that a change that comes twice is lit up twice. */
   fileCount: number;
   log: LogEntry[];
-  programs: ProgramRecord[];
-  row?: RowInfo;
 }
 
 export interface Outcome {
@@ -27,7 +25,7 @@ export interface Outcome {
 export class PageState {
   tree: Tree | undefined;
   revision = 0;
-  sides: Sides = { fileCount: 0, log: [], programs: [] };
+  sides: Sides = { fileCount: 0, log: [] };
   private _resyncing = false;
 
   /** Takes one message in and says what follows from it. */
@@ -66,15 +64,9 @@ export class PageState {
     return { gap: true };
   }
 
-  private _takeSide(message: SideMessage): void {
-    const next = { ...this.sides };
-    if (message.file) {
-      next.file = message.file;
-      next.fileCount += 1;
-    }
-    if (message.log) next.log = [...(message.logFromStart ? [] : next.log), ...message.log].slice(-logLimit);
-    if (message.programs) next.programs = message.programs;
-    if (message.row) next.row = message.row;
-    this.sides = next;
+  private _takeSide({ type, log, logFromStart, ...panes }: SideMessage): void {
+    const { sides } = this;
+    const added = [...(logFromStart ? [] : sides.log), ...(log ?? [])].slice(-logLimit);
+    this.sides = { ...sides, ...panes, fileCount: sides.fileCount + (panes.file ? 1 : 0), log: log ? added : sides.log };
   }
 }

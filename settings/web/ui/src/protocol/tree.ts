@@ -28,9 +28,12 @@ export interface Animation {
   kind: string;
 }
 
-interface Common {
-  class?: string;
+export interface Common {
+  kind: string;
   children: string[];
+  class?: string;
+  /** What a view is to its cell or table. */
+  role?: string;
   frame?: [number, number, number, number];
   alpha?: number;
   hidden?: boolean;
@@ -40,7 +43,6 @@ interface Common {
   layer?: Layer;
   label?: string;
   animation?: Animation;
-  role?: 'content' | 'accessoryView' | 'editingAccessoryView' | string;
 }
 
 export interface WindowNode extends Common { kind: 'window' }
@@ -51,119 +53,125 @@ export interface Bar {
   back?: string;
   hidden?: boolean;
 }
-export interface NavigationNode extends Common { kind: 'navigation'; bar?: Bar }
+export interface NavigationNode extends Common { kind: 'navigation'; bar: Bar }
 export interface PageNode extends Common {
   kind: 'page';
-  title?: string;
-  largeTitle?: boolean;
+  title: string;
+  largeTitle: boolean;
   problem?: { title: string; text: string };
 }
 export interface TableNode extends Common {
   kind: 'table';
-  style?: 'grouped' | 'insetGrouped' | 'plain';
-  editing?: boolean;
+  style: 'plain' | 'grouped' | 'insetGrouped';
+  editing: boolean;
   /** A long press on a row may do something. */
   pressable?: boolean;
-  offset?: number;
-  contentHeight?: number;
+  offset: number;
+  contentHeight: number;
 }
 export interface SectionNode extends Common {
   kind: 'section';
-  index?: number;
+  index: number;
   header?: string;
   footer?: string;
+  identifier?: string;
+  problem?: string;
   /** Where its first row begins in the table's content. */
   rowsTop?: number;
 }
 export interface RowNode extends Common {
   kind: 'row';
-  section?: number;
-  index?: number;
-  height?: number;
-  identifier?: string;
-  title?: string;
-  visible?: boolean;
-  selectable?: boolean;
-  editing?: { style?: 'none' | 'delete' | 'insert'; movable?: boolean };
+  section: number;
+  index: number;
+  height: number;
+  title: string;
+  visible: boolean;
+  selectable: boolean;
   problem?: string;
+  identifier?: string;
+  editing?: { style?: 'none' | 'delete' | 'insert'; movable?: boolean };
 }
 export interface CellNode extends Common {
   kind: 'cell';
-  style?: 'default' | 'value1' | 'value2' | 'subtitle';
+  style: 'default' | 'value1' | 'value2' | 'subtitle';
   text?: Text;
   detail?: Text;
   image?: Picture;
-  accessory?: 'none' | 'disclosure' | 'detail' | 'checkmark';
+  accessory: 'none' | 'checkmark' | 'disclosure' | 'detail';
   selected?: boolean;
   enabled?: boolean;
   cellType?: string;
 }
-export interface SwitchNode extends Common { kind: 'switch'; on?: boolean; enabled?: boolean }
+export interface SwitchNode extends Common { kind: 'switch'; on: boolean; enabled: boolean }
 export interface SegmentedNode extends Common {
   kind: 'segmented';
-  segments?: string[];
-  selected?: number;
-  enabled?: boolean;
+  segments: string[];
+  selected: number;
+  enabled: boolean;
 }
 export interface SliderNode extends Common {
   kind: 'slider';
-  value?: number;
-  min?: number;
-  max?: number;
-  continuous?: boolean;
-  showValue?: boolean;
-  segmentCount?: number;
-  enabled?: boolean;
+  value: number;
+  min: number;
+  max: number;
+  continuous: boolean;
+  showValue: boolean;
+  segmentCount: number;
+  enabled: boolean;
 }
 export interface TextFieldNode extends Common {
   kind: 'textField';
-  string?: string;
-  placeholder?: string;
-  secure?: boolean;
-  keyboard?: 'default' | 'number' | 'decimal' | 'url' | 'email';
-  editing?: boolean;
-  enabled?: boolean;
+  string: string;
+  placeholder: string;
+  secure: boolean;
+  keyboard: 'default' | 'number' | 'decimal' | 'url' | 'email';
+  editing: boolean;
+  enabled: boolean;
 }
+export interface ButtonNode extends Common { kind: 'button'; string: string; enabled: boolean }
 export interface LabelNode extends Common {
   kind: 'label';
-  string?: string;
-  color?: Color;
-  size?: number;
-  weight?: string;
-  lines?: number;
-  alignment?: string;
+  string: string;
+  color: Color;
+  size: number;
+  weight: string;
+  lines: number;
+  alignment: 'natural' | 'left' | 'center' | 'right';
 }
-export interface ImageNode extends Common { kind: 'image'; image?: Picture; contentMode?: string }
-export interface ButtonNode extends Common { kind: 'button'; string?: string; enabled?: boolean }
-export interface ActivityNode extends Common { kind: 'activity'; animating?: boolean }
+export interface ImageNode extends Common {
+  kind: 'image';
+  image?: Picture;
+  contentMode: 'scaleToFill' | 'scaleAspectFit' | 'scaleAspectFill' | 'center';
+}
+export interface ActivityNode extends Common { kind: 'activity'; animating: boolean }
 export interface ViewNode extends Common { kind: 'view' }
 export interface AlertAction { title: string; style?: 'default' | 'cancel' | 'destructive' }
 export interface AlertNode extends Common {
   kind: 'alert';
-  style?: 'sheet' | 'alert';
-  title?: string;
-  message?: string;
-  actions?: AlertAction[];
+  style: 'alert' | 'sheet';
+  title: string;
+  message: string;
+  actions: AlertAction[];
 }
 export interface ColorPickerNode extends Omit<Common, 'alpha'> {
   kind: 'colorPicker';
   title?: string;
-  color?: Color;
+  color: Color;
   /** The alpha control is offered. */
-  alpha?: boolean;
+  alpha: boolean;
 }
 export interface ImagePickerNode extends Common {
   kind: 'imagePicker';
-  photos?: { name: string; image?: Picture; problem?: string }[];
-  busy?: boolean;
+  busy: boolean;
+  photos: { name: string; image?: Picture; problem?: string }[];
 }
-export interface WaitingNode extends Common { kind: 'waiting'; program?: string }
-export interface CrashNode extends Common { kind: 'crash'; name?: string; reason?: string; where?: string }
+export interface CrashNode extends Common { kind: 'crash'; name: string; reason: string; where: string }
+export interface WaitingNode extends Common { kind: 'waiting'; program: string }
 
 export type TreeNode =
   | WindowNode | NavigationNode | PageNode | TableNode | SectionNode | RowNode | CellNode | SwitchNode
-  | SegmentedNode | SliderNode | TextFieldNode | LabelNode | ImageNode | ButtonNode | ActivityNode
-  | ViewNode | AlertNode | ColorPickerNode | ImagePickerNode | WaitingNode | CrashNode;
+  | SegmentedNode | SliderNode | TextFieldNode | ButtonNode | LabelNode | ImageNode | ActivityNode
+  | ViewNode | AlertNode | ColorPickerNode | ImagePickerNode | CrashNode | WaitingNode;
 
 export type Kind = TreeNode['kind'];
 

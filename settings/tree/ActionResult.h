@@ -16,4 +16,9 @@ inline ActionResult refused(std::string why) {
   return {false, std::move(why)};
 }
 
+// Refused, for that reason, where it was not done.
+inline ActionResult accepted(bool done, const char* otherwise) {
+  return done ? ActionResult{} : refused(otherwise);
+}
+
 }  // namespace settings
