@@ -66,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{"put /a text", "\"text\" is not JSON", "JSON in double quotes, or @FILE"},
         BadLine{"put /a {\"k\": null}", "cannot be a property list", "put PATH"},
         BadLine{"rm", "PATH is missing", "rm PATH"},
-        BadLine{"rm a", "no path of the device", "rm PATH"},
+        BadLine{"rm a", "not a device path: \"a\"", "rm PATH"},
         BadLine{"chmod", "MODE is missing", "chmod MODE PATH"},
         BadLine{"chmod 888 /a", "not a mode: \"888\"", "octal"},
         BadLine{"chmod 17777 /a", "not a mode", "such as 644 or 000"},
@@ -76,7 +76,7 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Hands, BadScriptLine,
     testing::Values(
-        BadLine{"tap", "ROW is missing", "a row is #identifier, a label in quotes"},
+        BadLine{"tap", "ROW is missing", "expected #identifier, a label in quotes"},
         BadLine{"tap enabled", "not a row: \"enabled\"", "SECTION ROW as two numbers"},
         BadLine{"tap \"Enabled", "missing closing quote", "tap ROW"},
         BadLine{"tap 1", "ROW is missing", "tap ROW"},
@@ -116,7 +116,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         BadLine{"advance", "SECONDS is missing", "advance SECONDS"},
         BadLine{"advance -1", "time cannot go back", "0 or more"},
-        BadLine{"background", "N, or all, is missing", "background N|all"},
+        BadLine{"background", "N is missing", "background N|all"},
         BadLine{"background some", "is not a whole number: \"some\"", "background N|all"},
         BadLine{"send", "not a TARGET: nothing", "page, cell ROW, store, nav, outer or new CLASS"},
         BadLine{"send window init", "not a TARGET: \"window\"", "send TARGET SELECTOR ARG..."},
@@ -128,7 +128,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{"put-value a", "VALUE is missing", "put-value KEYPATH VALUE"},
         BadLine{"row", "ROW is missing", "row ROW"},
         BadLine{"file", "PATH is missing", "file PATH"},
-        BadLine{"file a", "no path of the device", "file PATH"},
+        BadLine{"file a", "not a device path: \"a\"", "file PATH"},
         BadLine{"show me", "unexpected text at the end of the line: \"me\"", "show"},
         BadLine{"tree all", "unexpected text at the end of the line: \"all\"", "tree"},
         BadLine{"log all", "unexpected text at the end of the line: \"all\"", "log"},
@@ -170,7 +170,8 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{"expect opacity outer", "N is missing", "expect opacity outer|inner N"},
         BadLine{"expect log", "\"text\" is missing", "expect log \"text\""},
         BadLine{"expect spawned", "PATH is missing", "expect spawned PATH ARG..."},
-        BadLine{"expect spawned sbreload", "no path of the device", "expect spawned PATH ARG..."},
+        BadLine{"expect spawned sbreload", "not a device path: \"sbreload\"",
+                "expect spawned PATH ARG..."},
         BadLine{"expect exception", "NAME is missing", "expect exception NAME"}));
 
 class ScriptLineTest : public ApplicationTest {};
