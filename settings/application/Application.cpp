@@ -20,7 +20,7 @@ using nlohmann::json;
 
 namespace {
 
-constexpr double largestSide = 10000;  // points, of what a presenter can show
+constexpr double largestSide = 10000;  // points; the limit for a presenter's view
 
 }  // namespace
 
@@ -28,12 +28,11 @@ ApplicationResult Application::create(ApplicationOptions options) {
   std::error_code error;
   if (!std::filesystem::is_directory(options.deviceRoot, error)) {
     return {nullptr, options.deviceRoot +
-                         " is no folder that could stand for a device; make one with "
-                         "`" +
+                         " is not a folder that can act as a device; create one with `" +
                          std::string(programName) + " device create`"};
   }
   auto files = std::make_shared<platform::DeviceFileSystem>(options.deviceRoot);
-  // What was left behind by writers that were ended in the middle of a write.
+  // Temporary files of interrupted writes.
   for (const auto path : {productPreferencesPath, moduleConfigurationPath}) {
     files->removeStaleTemporaries(path.substr(0, path.rfind('/')));
   }
@@ -76,11 +75,11 @@ ActionResult Application::perform(const json& action) {
   }
   if (name == "continue" || name == "restart") return answerCrash(action, name == "restart");
   if (name == "bounds") return setBounds(action);
-  if (!nodeKinds().isAction(name)) return refused("\"" + name + "\" is no action");
+  if (!nodeKinds().isAction(name)) return refused("unknown action: \"" + name + "\"");
   _state->refresh();
   const std::string place = _state->placeOf(action);
   const auto work = [&] { return _state->useHand(action); };
-  // A look further down the page is no tap: what the last one changed stays marked.
+  // Scrolling is not a tap: the changes of the last action stay highlighted.
   return name == "scroll" ? _state->runAtEdge(place, work) : _state->runAction(place, work);
 }
 
@@ -179,7 +178,7 @@ ActionResult Application::setTrait(std::string_view name, std::string_view value
 
 ActionResult Application::advance(double seconds) {
   if (_state->options.time != Time::virtualClock) {
-    return refused("the clock is the real one and cannot be moved");
+    return refused("the real clock cannot be advanced");
   }
   return _state->runAtEdge("delayed work", [&] {
     _state->process->virtualClock()->advance(seconds);

@@ -6,23 +6,22 @@ namespace settings {
 
 enum class TransitionKind { push, pop, present, dismiss, crossDissolve };
 
-// The name that presenters use: "push", "crossDissolve".
+// The name for presenters: "push", "crossDissolve".
 const char* transitionName(TransitionKind kind);
 
-// Told of what happens in the Settings application. Called on the thread that uses the
-// application, in the middle of what it does: an observer takes note and returns; it must not call
-// the application back.
+// Is notified of events in the Settings application. Called on the application's thread in the
+// middle of its work: an observer must only take note and return; it must not call the application.
 class ApplicationObserver {
  public:
   virtual ~ApplicationObserver() = default;
-  // What is shown may have changed. Told often; ask `Application::tree` when there is time.
+  // What is shown may have changed. Called often: read `Application::tree` later.
   virtual void treeChanged() {}
-  // Something that a screen reader should say.
+  // A text for a screen reader to announce.
   virtual void announced(const std::string& text) { (void)text; }
-  // The program that restarts the home screen was started and ended well.
+  // The program that restarts the home screen has run successfully.
   virtual void homeScreenRestarted() {}
-  // The user lets a web address (http or https) out of the application. It need not be harmless:
-  // show it, and open it only where the user asks for that.
+  // The user agreed to open a web address (http or https) outside of the application. The address
+  // is not trusted: show it, and open it only if the user asks for it.
   virtual void openedURL(const std::string& url) { (void)url; }
   virtual void transitioned(TransitionKind kind, double durationSeconds) {
     (void)kind;

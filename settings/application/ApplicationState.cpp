@@ -17,7 +17,7 @@ using nlohmann::json;
 
 namespace {
 
-// Work runs in the process as long as this lives.
+// Marks the process as busy during its lifetime.
 class BusyScope {
  public:
   explicit BusyScope(bool& busy) : _busy(busy) { _busy = true; }
@@ -29,8 +29,7 @@ class BusyScope {
   bool& _busy;
 };
 
-// A row that is scrolled out of sight has no cell to say what it is called: it keeps the name that
-// it had.
+// A row that is scrolled out of sight has no cell to supply its title: keeps the previous title.
 void keepTitles(json& tree, const json& before) {
   if (!before.contains("nodes")) return;
   for (auto& [identity, node] : tree["nodes"].items()) {
@@ -51,7 +50,7 @@ Application::State::State(ApplicationOptions given,
   log->addObserver([this](const platform::LogEntry& entry) { logEntries.add(entry); });
   services.files = observed;
   services.log = log;
-  // Nothing that was started here outlives the application.
+  // Programs that were started here must not outlive the application.
   programs = std::make_shared<platform::DevicePrograms>(observed, platform::AtEnd::kill);
   services.programs = programs;
   services.traits = std::make_shared<platform::DeviceTraits>(options.traits);
@@ -71,7 +70,7 @@ Application::State::~State() {
 
 void Application::State::endProcess() {
   hand.reset();
-  // Even what only points to objects of the bundle needs the bundle's code to be let go of.
+  // Releasing even a weak pointer to an object of the bundle needs the bundle's code.
   snapshot.targets = {};
   pastImages.clear();
   process.reset();
@@ -138,14 +137,14 @@ ActionResult Application::State::switchNeighbour(std::string_view value) {
   const auto space = std::min(value.find(' '), value.size());
   const std::string name(value.substr(0, space));
   const std::string_view way = value.substr(space);
-  if (way != " on" && way != " off") return refused("what follows CLASS is on or off");
+  if (way != " on" && way != " off") return refused("expected on or off after CLASS");
   if (way == " on" ? neighbours.switchOn(name) : neighbours.switchOff(name)) {
     treeIsStale = true;
     return {};
   }
   std::string known;
   for (const auto& each : neighbours.names()) known += " " + each;
-  return refused("\"" + name + "\" is no neighbour; there are:" + known);
+  return refused("unknown neighbour: \"" + name + "\" (expected one of:" + known + ")");
 }
 
 void Application::State::tellObservers() {
@@ -202,7 +201,7 @@ void Application::State::open() {
 }
 
 void Application::State::refresh() {
-  // In the middle of what a page does, it is shown as it was before.
+  // While a page is in the middle of its work, the previous tree is shown.
   if (!waitingNode.empty()) return;
   if (!std::exchange(treeIsStale, false) && revision > 0) return;
   beginTurn();

@@ -28,52 +28,52 @@
 
 namespace settings {
 
-// What the application consists of. The device (its files, records and traits) stays; the process
-// comes and goes. Threads: the application's own.
+// The parts of the application. The device (its files, records and traits) is permanent; processes
+// come and go. Threads: the application's.
 struct Application::State {
   State(ApplicationOptions given, std::shared_ptr<platform::DeviceFileSystem> files);
   ~State();
 
-  // Runs the work in the process, and what falls due because of it. An exception of the platform
-  // becomes the crash report. What has happened is told to the observers.
+  // Runs the work in the process and then the work that is due. An exception of the platform
+  // becomes the crash report. Notifies the observers.
   ActionResult runAtEdge(const std::string& where, const std::function<ActionResult()>& work);
   void keepCrash(const platform::Exception& exception, const std::string& where);
-  // Takes the tree anew where something may have changed.
+  // Updates the tree if something may have changed.
   void refresh();
   void endProcess();
-  // Drops the process and starts another.
+  // Ends the process and starts another one.
   void open();
-  // The user's hand does the action; what has become of a row that was edited is announced.
+  // Performs an action of the user's hand, and announces what happened to an edited row.
   ActionResult useHand(const nlohmann::json& action);
-  // What the pages ask the device's folders for is looked at anew from here on.
+  // From here on, the pages' questions about the device's folders are answered from disk again.
   void beginTurn();
   // "CLASS off" or "CLASS on".
   ActionResult switchNeighbour(std::string_view value);
   void tellObservers();
-  // Restarts of the home screen that have ended well since the last look.
+  // Announces the restarts of the home screen that have succeeded since the last call.
   void announceRestarts();
-  // The program that was started last of those that run.
+  // Of the running programs, the one that was started last.
   std::optional<platform::ProgramRecord> lastRunning() const;
   // --- While a page waits for a program (ApplicationWaiting.cpp) ---
-  // Called with the seconds that the page has waited; gives those at which to call it again.
+  // Called with the seconds that the page has waited; returns at how many seconds to call it again.
   double whileWaiting(double seconds);
-  // Asks the program to end, and ends it where it does not. As whileWaiting.
+  // Terminates the program, and kills it if it does not end. Parameter and result as whileWaiting.
   double endProgram(const platform::ProgramRecord& program, double seconds);
-  // The tree as it was, with a node that says what is waited for.
+  // Adds a node to the tree that says which program the page waits for.
   void showWaiting(const platform::ProgramRecord& program);
   void endWaiting();
-  // The refusal of everything but "stop" in the meantime; empty where nothing runs.
+  // Why every action but "stop" is refused during a wait; empty if no work is running.
   std::string busyMessage() const;
-  // Until there is something in the main queue or, where no crash report is open, in the process.
+  // Sleeps until there is work in the main queue or, if no crash report is open, in the process.
   void sleep();
-  // What the user points at, for people: "tap on \"Respring\"".
+  // The action and its node, for the user: "tap on \"Respring\"".
   std::string placeOf(const nlohmann::json& action) const;
   const NodeTarget* target(std::string_view node);
-  // An image that the tree names, or has named a short while ago; null for any other hash.
+  // An image that the tree contains, or contained a short while ago; null for any other hash.
   std::shared_ptr<platform::UIImage> imageNamed(const std::string& hash) const;
-  // What a node of the tree is called; empty where it is gone or has no name.
+  // The title of a node; empty if the node no longer exists or has none.
   std::string titleOf(const std::string& node);
-  // What the user does, with the file pane told of it before.
+  // Runs a user action; the file pane first records the state before it.
   ActionResult runAction(const std::string& where, const std::function<ActionResult()>& work);
 
   ApplicationOptions options;
@@ -90,12 +90,12 @@ struct Application::State {
   std::shared_ptr<platform::MainQueue> main = std::make_shared<platform::MainQueue>();
   bool stopped = false;
 
-  std::shared_ptr<platform::DevicePrograms> programs;  // those of the services
+  std::shared_ptr<platform::DevicePrograms> programs;  // owned by `services`
   bool isBusy = false;                                 // work is running in the process
-  double patience = 5;                                 // seconds; with a clock that stands still
-  std::string waitingNode;                             // empty: nobody waits for long
+  double patience = 5;                                 // seconds; with the virtual clock
+  std::string waitingNode;                             // empty if there is no long wait
   bool stopRequested = false;
-  std::optional<double> stoppedAt;  // seconds of the wait
+  std::optional<double> stoppedAt;  // seconds into the wait
   std::function<void()> waitHandler;
 
   std::optional<CrashReport> crash;
@@ -107,7 +107,7 @@ struct Application::State {
 
   TreeSnapshot snapshot;
   PastImages pastImages;
-  nlohmann::json tree;  // the snapshot's, with its revision
+  nlohmann::json tree;  // the snapshot's tree with its revision
   std::uint64_t revision = 0;
   std::uint64_t identityBase = 0;
   bool treeIsStale = true;

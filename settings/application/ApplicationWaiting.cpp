@@ -1,5 +1,5 @@
 // What happens while a page of the bundle waits for a program, which blocks the main thread as on a
-// device: the presenters are told, and may stop the program.
+// device. Presenters are notified and may stop the program.
 
 #include <algorithm>
 #include <cmath>
@@ -17,7 +17,7 @@ namespace settings {
 namespace {
 
 constexpr double waitIsLongSeconds = 0.5;
-// A program that does not end when it is asked to is ended after that time.
+// A terminated program that has not ended is killed after this time.
 constexpr double graceSeconds = 1;
 
 std::string commandOf(const platform::ProgramRecord& program) {
@@ -41,7 +41,7 @@ double Application::State::whileWaiting(double seconds) {
     }
     next = (std::floor(seconds / waitIsLongSeconds) + 1) * waitIsLongSeconds;
   }
-  // Nobody else is there to stop it.
+  // With a virtual clock, no user is there to stop the program.
   const bool isImpatient = options.time == Time::virtualClock;
   if (stopped || (isImpatient && seconds >= patience)) stopRequested = true;
   if (stopRequested) return std::min(next, endProgram(*running, seconds));
@@ -83,7 +83,7 @@ void Application::State::endWaiting() {
 }
 
 std::string Application::State::busyMessage() const {
-  return waitingNode.empty() ? "the page is in the middle of something"
+  return waitingNode.empty() ? "the page is busy"
                              : "the page waits for a program: stop it, or wait until it ends";
 }
 

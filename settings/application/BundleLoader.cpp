@@ -25,15 +25,15 @@ std::string lastLoaderError() {
   return text ? text : "unknown error";
 }
 
-// The text under a key of Info.plist, or a problem that names the key.
+// Returns the text under a key of Info.plist, or sets a problem that names the key.
 std::optional<std::string> infoText(const platform::Dictionary& info, const std::string& infoPath,
                                     std::string_view key, std::string& problem) {
   const platform::Value value = info.valueForKey(key);
   auto text = value.text();
   if (text && !text->empty()) return text;
   problem = infoPath + ": " + std::string(key) + " is " +
-            (value.isNone() ? "missing" : "no text that says something") +
-            ". Give the key a name, or install the bundle anew.";
+            (value.isNone() ? "missing" : "empty or not a string") +
+            ". Set it to a name, or reinstall the bundle.";
   return std::nullopt;
 }
 
@@ -44,14 +44,13 @@ struct OpenedCode {
 
 OpenedCode openCode(platform::FileSystem& files, const std::string& path) {
   if (!files.fileExists(path)) {
-    return {nullptr, path + ": there is no such file. Install the bundle anew."};
+    return {nullptr, path + ": there is no such file. Reinstall the bundle."};
   }
   const auto host = files.hostPath(path);
-  if (!host) return {nullptr, path + ": a link on the way leads nowhere."};
+  if (!host) return {nullptr, path + ": a link in the path is broken."};
   void* handle = ::dlopen(host->c_str(), RTLD_NOW | RTLD_LOCAL);
   if (!handle) {
-    return {nullptr,
-            path + ": cannot be loaded: " + lastLoaderError() + ". Install the bundle anew."};
+    return {nullptr, path + ": cannot be loaded: " + lastLoaderError() + ". Reinstall the bundle."};
   }
   return {std::shared_ptr<void>(handle, [](void* opened) { ::dlclose(opened); }), {}};
 }
@@ -62,9 +61,11 @@ std::string registerProblem(int result) {
       return {};
     case platform::bundleInterfaceDiffers:
       return "was built for another version of the application (its interface is not version " +
-             std::to_string(platform::bundleInterfaceVersion) + "). Build both from one checkout.";
+             std::to_string(platform::bundleInterfaceVersion) +
+             "). Build both from the same checkout.";
     case platform::bundleClassRefused:
-      return "a class of it could not be registered: its name is taken or its base is unknown.";
+      return "one of its classes could not be registered: the name is taken or the base is "
+             "unknown.";
     default:
       return "its registration failed with status " + std::to_string(result) + ".";
   }
@@ -73,8 +74,8 @@ std::string registerProblem(int result) {
 std::string registerClasses(platform::Process& process, void* code, const std::string& path) {
   void* symbol = ::dlsym(code, platform::bundleRegisterSymbol);
   if (!symbol) {
-    return path + ": offers no function " + platform::bundleRegisterSymbol +
-           ", so it is no settings bundle.";
+    return path + ": has no function " + platform::bundleRegisterSymbol +
+           ", so it is not a settings bundle.";
   }
   const auto function = reinterpret_cast<BundleRegisterFunction>(symbol);
   const std::string problem =
@@ -89,7 +90,7 @@ LoadedBundle loadBundle(platform::Process& process, std::string_view path) {
   const std::string infoPath = folder + "/Info.plist";
   std::string problem;
   const auto info = platform::dictionaryWithContentsOfFile(infoPath, &problem);
-  if (!info) return notLoaded(problem + ". Install the bundle anew.");
+  if (!info) return notLoaded(problem + ". Reinstall the bundle.");
 
   const auto executable = infoText(*info, infoPath, "CFBundleExecutable", problem);
   if (!executable) return notLoaded(std::move(problem));

@@ -7,14 +7,14 @@
 
 namespace settings {
 
-// What becomes of the row "ControlCenter" of the application's own list, which pages ask for.
+// The state of the row "ControlCenter" in the application's own list, which pages look up.
 enum class ControlCenterRow : std::uint8_t {
   present,
   missing,
-  raises,  // to load what is behind it raises
+  raises,  // loading the bundle behind the row raises
 };
 
-// The one that people call so; none for any other text.
+// The state with this name; empty for any other text.
 constexpr std::optional<ControlCenterRow> controlCenterRowNamed(std::string_view name) {
   if (name == "present") return ControlCenterRow::present;
   if (name == "missing") return ControlCenterRow::missing;
@@ -22,9 +22,9 @@ constexpr std::optional<ControlCenterRow> controlCenterRowNamed(std::string_view
   return std::nullopt;
 }
 
-// The trait that people choose it with.
+// The name of the trait that selects the state.
 inline constexpr std::string_view controlCenterRowTrait = "controlCenterRow";
-// Why a text is none of them, for people.
+// The error for any other text, for the user.
 std::string controlCenterRowProblem(std::string_view name);
 
 }  // namespace settings

@@ -23,14 +23,14 @@ bool isWebAddress(const NSURL& url) {
   return (scheme == "http" || scheme == "https") && !url.host().value_or("").empty();
 }
 
-// Without what could look like something else: letters beyond ASCII, blanks, line ends.
+// Removes what could be mistaken for something else: letters beyond ASCII, blanks, line ends.
 std::string plainHost(const NSURL& url) {
   return platform::stringByAddingPercentEncodingWithAllowedCharacters(
              url.host().value_or(""), *platform::NSCharacterSet::URLHostAllowedCharacterSet())
       .value_or("");
 }
 
-// An address may be longer than any screen. It is ASCII, so that it can be cut anywhere.
+// An address may be longer than any screen. It is ASCII, so it can be cut anywhere.
 std::string shortened(const std::string& address) {
   constexpr std::size_t longest = 300;
   return address.size() <= longest ? address : address.substr(0, longest) + "…";
@@ -46,7 +46,7 @@ void LinkOpener::openURL(const std::shared_ptr<NSURL>& url) {
   }
 }
 
-// The host stands by itself: what comes before it in an address can pretend to be it.
+// The host is shown separately: the part before it in an address could imitate a host.
 void LinkOpener::ask(const NSURL& url) {
   const std::string& address = url.absoluteString();
   const auto alert = UIAlertController::alertControllerWithTitle(
@@ -64,7 +64,7 @@ void LinkOpener::ask(const NSURL& url) {
 
 void LinkOpener::refuse(const NSURL& url) {
   const auto alert = UIAlertController::alertControllerWithTitle(
-      "This link cannot be opened", "It leads to no web page:\n" + shortened(url.absoluteString()),
+      "This link cannot be opened", "It is not a web address:\n" + shortened(url.absoluteString()),
       platform::UIAlertControllerStyle::alert);
   alert->addAction(UIAlertAction::actionWithTitle("OK", UIAlertActionStyle::cancel, nullptr));
   show(alert);

@@ -9,16 +9,15 @@
 
 namespace settings {
 
-// Asks before an address leads out of the application: an alert over the page says where it would
-// go, and only "Open" hands it on. Web addresses (http and https, with a host) alone can be opened;
-// of any other the alert says that it cannot.
-// Threads: main.
+// Asks the user before an address is opened outside of the application: an alert over the page
+// shows the target, and only "Open" passes the address on. Only web addresses (http and https, with
+// a host) can be opened; for any other, the alert says so. Threads: main.
 class LinkOpener final : public platform::URLOpener {
  public:
-  // Told of each address that the user lets out.
+  // Receives each address that the user agreed to open.
   using Opened = std::function<void(const std::string& url)>;
 
-  // The page on top at the moment of the call; empty where there is none.
+  // Returns the page on top; empty if there is none.
   using TopPage = std::function<std::shared_ptr<platform::UIViewController>()>;
 
   LinkOpener(TopPage topPage, Opened opened)

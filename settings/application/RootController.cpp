@@ -27,15 +27,15 @@ std::shared_ptr<PSSpecifier> makeRow(const std::optional<std::string>& label,
 }  // namespace
 
 std::string controlCenterRowProblem(std::string_view name) {
-  return "\"" + std::string(name) + "\" is no value of the trait " +
-         std::string(controlCenterRowTrait) + "; allowed is present, missing or raises";
+  return "invalid value for the trait " + std::string(controlCenterRowTrait) + ": \"" +
+         std::string(name) + "\" (expected present, missing or raises)";
 }
 
 bool SettingsListController::initWithContents(SettingsListContents contents) {
   if (!init()) return false;
   _contents = std::move(contents);
   setTitle("Settings");
-  // The bundle's page asks for a row before the list is ever shown.
+  // The bundle's page asks for a row before the list is shown.
   specifiers();
   return true;
 }

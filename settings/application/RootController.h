@@ -11,11 +11,11 @@
 
 namespace settings {
 
-// What the application's own list shows.
+// The content of the application's own list.
 struct SettingsListContents {
   std::string bundleTitle;  // of the row that opens the bundle's first page
   ControlCenterRow controlCenter = ControlCenterRow::present;
-  // A new first page of the bundle.
+  // Makes a new first page of the bundle.
   std::function<std::shared_ptr<platform::UIViewController>()> makePage;
 };
 
@@ -28,9 +28,9 @@ class SettingsListController final : public platform::PSListController {
   virtual bool initWithContents(SettingsListContents contents);
 
   platform::PSSpecifiers specifiers() override;
-  // Loads what is behind a row before the row is tapped: the row's property "isLoaded" is true from
-  // then on. No row raises NSInvalidArgumentException, and so does the row "ControlCenter" where it
-  // was told to, with NSInternalInconsistencyException.
+  // Loads the bundle behind a row, without a tap: sets the row's property "isLoaded" to true.
+  // Raises NSInvalidArgumentException if there is no row. For the row "ControlCenter" in the state
+  // `raises`, raises NSInternalInconsistencyException.
   void lazyLoadSpecialBundleForSpecifier(const std::shared_ptr<platform::PSSpecifier>& specifier);
   // Opens a new page of the bundle.
   void openBundle();
@@ -39,8 +39,8 @@ class SettingsListController final : public platform::PSListController {
   SettingsListContents _contents;
 };
 
-// The navigation of the Settings application that holds its own list and the bundle's pages. Pages
-// find the list through its value "_rootListController". Threads: main.
+// The navigation of the Settings application, which holds its own list and the bundle's pages.
+// Pages find the list by the value "_rootListController". Threads: main.
 class RootController final : public platform::UINavigationController {
   PLATFORM_CLASS(PSRootController)
 
@@ -55,7 +55,7 @@ class RootController final : public platform::UINavigationController {
   std::shared_ptr<SettingsListController> _rootList;
 };
 
-// Needs the classes of UIKit and of the settings lists.
+// Requires the classes of UIKit and of the settings lists.
 void registerRootController(platform::ClassRegistry& registry);
 
 }  // namespace settings

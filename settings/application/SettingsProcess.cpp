@@ -45,7 +45,7 @@ SettingsProcess::SettingsProcess(const DeviceServices& services, Time time,
 
 SettingsProcess::~SettingsProcess() {
   const platform::ProcessScope scope(*_process);
-  // Background work ends first, so that nothing meets pages that go.
+  // Background work ends first, so that it does not use pages that are being destroyed.
   _scheduler->shutDown();
   _versionFooter.give(nullptr);
   _outer.reset();
@@ -95,12 +95,12 @@ std::shared_ptr<UIViewController> SettingsProcess::makePage() {
   if (!principal->isSubclassOf("UIViewController")) {
     return ProblemPage::pageWithProblem(
         title, _bundlePath + "/Info.plist: NSPrincipalClass is \"" + _principalClass +
-                   "\", which is no page (no subclass of UIViewController).");
+                   "\", which is not a page (not a subclass of UIViewController).");
   }
   auto page = std::dynamic_pointer_cast<UIViewController>(principal->makeInstance());
   if (!page) {
     return ProblemPage::pageWithProblem(
-        title, _principalClass + " refused to be made (its init gave nothing).");
+        title, _principalClass + " could not be created (its init returned nothing).");
   }
   _versionFooter.give(page);
   return page;
@@ -145,7 +145,7 @@ void SettingsProcess::settle() {
   _scheduler->runMain();
   if (!_window) return;
   layOut();
-  // What laying out has queued for now belongs to the same turn.
+  // Work that layout has queued as due now belongs to the same turn.
   _scheduler->runMain();
   layOut();
 }

@@ -22,7 +22,7 @@ namespace settings {
 
 class NeighbourRegistry;
 
-// What every process of the application on one device shares.
+// What all processes of the application on one device share.
 struct DeviceServices {
   std::shared_ptr<platform::FileSystem> files;  // observed
   std::shared_ptr<platform::Programs> programs;
@@ -30,36 +30,36 @@ struct DeviceServices {
   std::shared_ptr<platform::DeviceTraits> traits;
   const NeighbourRegistry* neighbours = nullptr;
   ControlCenterRow controlCenterRow = ControlCenterRow::present;
-  // Told of each web address that the user lets out of the application.
+  // Receives each web address that the user agreed to open.
   std::function<void(const std::string& url)> openedURL;
 };
 
 // One run of the Settings application: a process with its classes, services and clock, the bundle
-// in it, and the window with its navigation. Dropping it ends the run as on a device: no page is
-// told, work that waits is lost.
+// in it, and the window with its navigation. The destructor ends the run as on a device: pages are
+// not notified, and pending work is lost.
 //
-// The page's navigation controller is the inner one, whose navigation controller is the outer one.
-// There is one bar to see, the outer one's. Below the bundle's first page lies the application's
-// own list.
+// The page's navigation controller is the inner one; its navigation controller is the outer one.
+// Only the outer one's bar is visible. The application's own list lies below the bundle's first
+// page.
 //
-// A page that has a value "_versionLabel" is given a label for it, below its rows.
+// A page that has a value "_versionLabel" gets a label for it, below its rows.
 //
 // Threads: main.
 class SettingsProcess {
  public:
-  // An empty process; `load` brings the bundle and the window. `outer` is the queue of what goes on
-  // while a page waits; null for none.
+  // Creates an empty process; `load` adds the bundle and the window. `outer` is the queue that runs
+  // while a page waits; may be null.
   SettingsProcess(const DeviceServices& services, Time time,
                   std::shared_ptr<platform::MainQueue> outer = nullptr);
   ~SettingsProcess();
   SettingsProcess(const SettingsProcess&) = delete;
   SettingsProcess& operator=(const SettingsProcess&) = delete;
 
-  // Loads the bundle, makes its principal class and shows it over the application's own list; where
-  // that fails, a page that says why. The process must be the current one. Raises what the bundle
-  // raises.
+  // Loads the bundle, creates its principal class and shows it over the application's own list. If
+  // that fails, shows a page that says why. The process must be the current one. Raises what the
+  // bundle raises.
   void load(const std::string& bundlePath);
-  // Shows the window with a page that says why there is no other; nothing where a page is shown
+  // Shows the window with a page that explains the failure. Does nothing if a page is shown
   // already.
   void showProblem(const std::string& title, const std::string& text);
 
@@ -68,28 +68,28 @@ class SettingsProcess {
   // Null with real time.
   platform::VirtualScheduler* virtualClock() noexcept { return _virtual; }
 
-  // What the bundle calls itself; its name where it does not say.
+  // The bundle's display name; its file name if it has none.
   const std::string& bundleTitle() const noexcept { return _bundleTitle; }
   // Empty before a page is shown.
   const std::shared_ptr<platform::UIWindow>& window() const noexcept { return _window; }
   const std::shared_ptr<platform::UINavigationController>& outer() const noexcept { return _outer; }
-  // The navigation controller that the page on top is in.
+  // The navigation controller that contains the page on top.
   std::shared_ptr<platform::UINavigationController> inner() const;
   std::shared_ptr<platform::UIViewController> topPage() const;
 
-  // Runs the main work that is due and lays out what needs it. Raises what the bundle raises.
+  // Runs the main work that is due and performs pending layout. Raises what the bundle raises.
   void settle();
 
  private:
   void provideServices(const DeviceServices& services);
   void registerClasses(const NeighbourRegistry* neighbours);
   void loadBundleCode(const std::string& bundlePath);
-  // The bundle's first page, or one that says why there is none.
+  // The bundle's first page, or a page that says why there is none.
   std::shared_ptr<platform::UIViewController> makePage();
   void show(const std::shared_ptr<platform::UIViewController>& page);
   void layOut();
 
-  std::shared_ptr<void> _bundleCode;  // goes last
+  std::shared_ptr<void> _bundleCode;  // destroyed last
   std::string _bundlePath;
   std::string _bundleTitle;
   std::string _principalClass;

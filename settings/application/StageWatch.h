@@ -11,13 +11,13 @@ namespace settings {
 
 class SettingsProcess;
 
-// Sees from one look to the next whether a page was pushed or popped, something presented or
-// dismissed, or a table dissolved into its new look.
+// Detects, from one look to the next, whether a page was pushed or popped, something was presented
+// or dismissed, or a table was cross-dissolved.
 class StageWatch {
  public:
   using Report = std::function<void(TransitionKind, double durationSeconds)>;
 
-  // Remembers what is shown, telling nobody: after a new process started.
+  // Records what is shown without notifying: after a new process started.
   void reset(SettingsProcess& process);
   void look(SettingsProcess& process, const Report& report);
 
@@ -25,7 +25,7 @@ class StageWatch {
   struct Stage {
     std::vector<std::uint64_t> pages;
     std::optional<std::uint64_t> presented;
-    std::uint64_t dissolve = 0;  // the number of the last one
+    std::uint64_t dissolve = 0;  // number of the last cross-dissolve
     double dissolveSeconds = 0;
   };
   static Stage stageOf(SettingsProcess& process);

@@ -3,7 +3,7 @@
 namespace settings {
 
 enum class Time {
-  virtualClock,  // stands still until `advance`; background work runs where `background` says
+  virtualClock,  // advances only by `advance`; background work runs only by `background`
   real,
 };
 

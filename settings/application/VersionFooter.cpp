@@ -71,7 +71,7 @@ bool VersionFooter::fit() {
 }
 
 void VersionFooter::place(platform::UITableView& table) {
-  // A table takes the height of its footer over when it is set.
+  // A table reads the height of its footer only when the footer is set.
   table.setTableFooterView(nullptr);
   if (!_shownText) return;
   const bool answered = saysSomething(*_shownText);

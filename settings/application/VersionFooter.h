@@ -13,9 +13,10 @@ class UIViewController;
 
 namespace settings {
 
-// The label in which a page of the bundle shows the product's version: it has a value
-// "_versionLabel" and makes none itself. Stands below the rows of the page's table while the page
-// has put a text there; an answer without any text is said to be one. Threads: main.
+// The label in which a page of the bundle shows the product's version. The page has a value
+// "_versionLabel" but does not create the label itself. The label is below the rows of the page's
+// table while the page has set a text; a text without visible characters is replaced by a note.
+// Threads: main.
 class VersionFooter {
  public:
   VersionFooter();
@@ -23,11 +24,11 @@ class VersionFooter {
   VersionFooter(const VersionFooter&) = delete;
   VersionFooter& operator=(const VersionFooter&) = delete;
 
-  // Gives the page a label where it has such a value. The page before keeps its label, but it is no
-  // longer looked after. An empty pointer lets go of everything.
+  // Gives the page a label if it has such a value. The previous page keeps its label, but the
+  // footer no longer updates it. An empty pointer releases everything.
   void give(const std::shared_ptr<platform::UIViewController>& page);
-  // Makes room for what the page has put into its label, and scrolls to it where that is new. A
-  // page with a footer of its own is left alone. True where something changed.
+  // Makes room for the text that the page has set, and scrolls to it if it is new. Does not touch a
+  // page with a footer of its own. Returns whether something changed.
   bool fit();
 
  private:
@@ -36,7 +37,7 @@ class VersionFooter {
 
   std::weak_ptr<platform::UIViewController> _page;
   std::shared_ptr<platform::UILabel> _label;  // the page's
-  std::shared_ptr<platform::UILabel> _note;   // for an answer without a text
+  std::shared_ptr<platform::UILabel> _note;   // for an empty answer
   std::shared_ptr<platform::UIView> _footer;
   std::optional<std::string> _shownText;
   double _shownWidth = 0;

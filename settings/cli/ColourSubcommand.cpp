@@ -1,5 +1,5 @@
-// Colours as they are stored: what a text stands for, and the text of a colour. Both ask the
-// bundle's own colour cell.
+// Converts between colours and the texts that they are stored as. Asks the bundle's own colour
+// cell.
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -22,7 +22,7 @@ using json = nlohmann::ordered_json;
 using platform::Value;
 
 struct ColourChoice {
-  DeviceOptions device{{}, {}};  // no folder: the bundle that was built with the program
+  DeviceOptions device{{}, {}};  // no folder: uses the bundle that was built with the program
   std::string text;
   platform::ColorComponents components;
 };
@@ -39,14 +39,15 @@ std::unique_ptr<BundleProcess> openBundle(const ColourChoice& choice, CommandCon
   return opened;
 }
 
-// What the cell answers to an operation; none, with a message, where there is no such cell.
+// The cell's answer to an operation. If there is no such cell, returns no value and prints a
+// message.
 Value askCell(BundleProcess& bundle, std::string_view selector, const Value& argument,
               CommandContext& context) {
   const platform::Class* found = bundle.find(colourCellClassName);
   const auto cell = found ? found->makeInstance() : nullptr;
   if (cell && cell->respondsToSelector(selector)) return cell->perform(selector, {argument});
   context.status = context.fail("the bundle has no " + std::string(colourCellClassName) +
-                                " that answers " + std::string(selector));
+                                " that responds to " + std::string(selector));
   return {};
 }
 

@@ -16,7 +16,7 @@ using json = nlohmann::ordered_json;
 
 struct DeviceChoice {
   DeviceOptions device;
-  std::string folder;  // where it is named without the option
+  std::string folder;  // given without the option --device
   std::string bundle;
   bool bundleOnly = false;
 };
@@ -55,7 +55,7 @@ void print(const DeviceDescription& description, CommandContext& context) {
   printList(output, "programs", description.programs);
 }
 
-// What was done, in one line.
+// Prints what was done, in one line.
 ExitStatus report(const DeviceTree& tree, const char* done, CommandContext& context) {
   if (context.json) {
     const json result = {{"folder", tree.root().string()}, {"done", done}};
@@ -95,7 +95,7 @@ CLI::App& add(CLI::App& device, CommandContext& context, const char* name, const
   addDeviceOption(*command, choice->device);
   addCommonOptions(*command, context, std::string("device ") + name + " ./device");
   command->callback([choice, action, &context] {
-    // A variable of its own: what the environment names would replace it in the option's.
+    // A separate variable: in the option's variable, the environment's default would replace it.
     if (!choice->folder.empty()) choice->device.folder = choice->folder;
     context.status = action(*choice, context);
   });
@@ -103,7 +103,7 @@ CLI::App& add(CLI::App& device, CommandContext& context, const char* name, const
 }
 
 void addFolder(CLI::App& command, DeviceChoice& choice) {
-  command.add_option("DIR", choice.folder, "The folder; goes before --device");
+  command.add_option("DIR", choice.folder, "The folder; overrides --device");
 }
 
 void addBundle(CLI::App& command, DeviceChoice& choice) {
@@ -119,14 +119,15 @@ void addDevice(CLI::App& program, CommandContext& context) {
   device->footer(exampleText("device create ./device"));
   const auto choice = std::make_shared<DeviceChoice>();
   CLI::App& creating =
-      add(*device, context, "create", "Make a folder that stands for a device", create, choice);
+      add(*device, context, "create", "Create a folder that acts as a device", create, choice);
   CLI::App& describing =
       add(*device, context, "describe", "Print what a device tree holds", describe, choice);
-  CLI::App& resetting = add(*device, context, "reset", "Make a device tree as new", reset, choice);
+  CLI::App& resetting =
+      add(*device, context, "reset", "Restore a device tree to its initial content", reset, choice);
   for (CLI::App* command : {&creating, &describing, &resetting}) addFolder(*command, *choice);
   addBundle(creating, *choice);
   addBundle(resetting, *choice);
-  resetting.add_flag("--bundle-only", choice->bundleOnly, "Only install the bundle anew");
+  resetting.add_flag("--bundle-only", choice->bundleOnly, "Only reinstall the bundle");
 }
 
 }  // namespace settings

@@ -27,7 +27,7 @@ void describe(CLI::App& program, CommandContext& context) {
 
 ExitStatus parseAndRun(CLI::App& program, std::span<const std::string> arguments,
                        CommandContext& context) {
-  // The parser takes them from the end.
+  // The parser reads them from the end.
   std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
   try {
     program.parse(std::move(reversed));

@@ -7,8 +7,8 @@
 
 namespace settings {
 
-// Runs the program with its arguments (without its own name). Everything that goes wrong becomes
-// a message and an exit status; results that could not be written are a failure, too.
+// Runs the program with its arguments (without its own name). Returns the exit status. Every error
+// becomes a message and an exit status; a failure to write the results is an error too.
 ExitStatus runProgram(std::span<const std::string> arguments, CommandContext& context);
 
 }  // namespace settings

@@ -46,9 +46,8 @@ ExitStatus play(const ScriptChoice& choice, CommandContext& context) {
 
 std::string commandsText() {
   std::ostringstream text;
-  text << "Commands of a script, one a line; empty lines and those that begin with \"# \" are "
-          "passed "
-          "over.\nA row is #identifier, #identifier~2 (the second of that name), \"label\" or "
+  text << "Commands of a script, one per line. Empty lines and lines that start with \"# \" are "
+          "ignored.\nA row is #identifier, #identifier~2 (the second with that name), \"label\" or "
           "SECTION ROW:\n";
   for (const ScriptCommandHelp& command : ScriptRunner::help()) {
     text << "  " << command.usage << "\n      " << command.text << '\n';
@@ -59,7 +58,8 @@ std::string commandsText() {
 }  // namespace
 
 void addScript(CLI::App& program, CommandContext& context) {
-  CLI::App* command = program.add_subcommand("script", "Play a user's hand, one command a line");
+  CLI::App* command =
+      program.add_subcommand("script", "Play a script of user actions, one command per line");
   const auto choice = std::make_shared<ScriptChoice>();
   command->add_option("FILE", choice->file, "The script; - is standard input")->required();
   addDeviceOption(*command, choice->device);

@@ -28,11 +28,11 @@ struct ServeChoice {
 };
 
 std::unique_ptr<FolderWatch> watchPreferences(Application& application, CommandContext& context) {
-  std::string problem = "the device has no folder of preferences";
+  std::string problem = "the device has no preferences folder";
   const auto folder = application.device().hostPath(preferencesPath);
   auto watch = folder ? FolderWatch::open(application.mainQueue(), *folder, problem) : nullptr;
   if (!watch) {
-    context.fail(problem + "; changes by other programs are seen with the next tap only");
+    context.fail(problem + "; changes by other programs are shown only after the next tap");
   }
   return watch;
 }

@@ -5,8 +5,8 @@
 #include "settings/cli/plist/PlistSubcommands.h"
 #include "settings/cli/prefs/PrefsSubcommands.h"
 
-// Every subcommand there is. A new one is a file with the function that adds it, and here that
-// function and its place in the help.
+// All subcommands. To add one, write a file with the function that adds it, and declare it here and
+// in the order of the help.
 namespace settings {
 
 AddSubcommand addServe;

@@ -6,8 +6,8 @@
 #include "settings/cli/Program.h"
 
 int main(int count, char** values) {
-  // A reader that goes away is an error of the write. A handler, unlike ignoring the signal, is
-  // not inherited by the programs that are started.
+  // A reader that closes the pipe must become a write error. Unlike SIG_IGN, a handler is not
+  // inherited by started programs.
   std::signal(SIGPIPE, [](int) {});
   std::ios::sync_with_stdio(false);
   const std::vector<std::string> arguments(values + 1, values + count);

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A bundle without these could not be opened by the application.
+// The application cannot open a bundle without these files.
 constexpr std::string_view requiredFiles[] = {"Info.plist", bundleCodeName};
 
 std::string missingFile(const fs::path& folder) {
@@ -40,13 +40,12 @@ BundleSource bundleSource(const fs::path& given) {
     fs::path built = findBuiltBundle();
     if (!built.empty()) return {std::move(built), {}};
     return {{},
-            "there is no complete " + std::string(bundleFolderName) +
-                " beside the program (looked in " + programFolder().string() +
-                "). Build the project, or name the bundle."};
+            "no complete " + std::string(bundleFolderName) + " next to the program (looked in " +
+                programFolder().string() + "). Build the project, or name the bundle."};
   }
   const std::string missing = missingFile(given);
   if (missing.empty()) return {given, {}};
-  return {{}, given.string() + " is no complete bundle: it has no file " + missing + "."};
+  return {{}, given.string() + " is not a complete bundle: the file " + missing + " is missing."};
 }
 
 }  // namespace settings

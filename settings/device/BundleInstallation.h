@@ -8,14 +8,14 @@ namespace settings {
 // The folder of the bundle to install: the given one, or the one that was built with the program.
 struct BundleSource {
   std::filesystem::path folder;
-  std::string problem;  // for people: why there is none; empty where there is one
+  std::string problem;  // why no bundle was found, for the user; empty on success
 };
 
 BundleSource bundleSource(const std::filesystem::path& given);
 
-// The bundle that was built together with the running program: its folder (bundleFolderName) in
-// the folder above the program's, or in "lib/NAME" there, where NAME is the program's. Empty where
-// there is none.
+// Returns the folder (bundleFolderName) of the bundle that was built with the running program.
+// Looks in the folder above the program's folder, then in "lib/NAME" there, where NAME is the
+// program's name. Empty if neither holds it.
 std::filesystem::path findBuiltBundle();
 
 }  // namespace settings

@@ -6,13 +6,13 @@
 
 namespace settings {
 
-// What a device tree holds, for people and scripts. Paths are the device's.
+// The content of a device tree, as shown to users and scripts. Paths are device paths.
 struct DeviceDescription {
   std::string folder;                        // on this machine, absolute
-  std::int64_t format = 0;                   // of the tree's layout
-  std::string jailbreakFolder;               // what "/var/jb" leads to, as the link has it
-  std::string bundlePath;                    // empty where the bundle is not installed
-  std::string bundleVersion;                 // from its Info.plist; empty where there is none
+  std::int64_t format = 0;                   // version of the tree's layout
+  std::string jailbreakFolder;               // target of the link "/var/jb", as stored
+  std::string bundlePath;                    // empty if the bundle is not installed
+  std::string bundleVersion;                 // from its Info.plist; empty if absent
   std::vector<std::string> preferenceFiles;  // names
   std::vector<std::string> modules;          // identifiers of the installed modules
   std::vector<std::string> photos;           // names

@@ -2,10 +2,10 @@
 
 #include <string_view>
 
-// Where things lie on every device. What belongs to the product is in Product.h.
+// Paths that are the same on every device. Paths of the product are in Product.h.
 namespace settings {
 
-// A link to the folder that everything beside the system is installed in.
+// A link to the folder that holds everything that is not part of the system.
 inline constexpr std::string_view installRoot = "/var/jb";
 inline constexpr std::string_view preferencesPath = "/var/jb/var/mobile/Library/Preferences";
 inline constexpr std::string_view moduleConfigurationPath =
@@ -16,7 +16,8 @@ inline constexpr std::string_view addedModulesPath = "/var/jb/Library/ControlCen
 inline constexpr std::string_view forbiddenModulesPath =
     "/var/jb/Library/ControlCenter/ForbiddenModules.plist";
 inline constexpr std::string_view photosPath = "/var/mobile/Media/DCIM/100APPLE";
-// A file with this text after a stand-in's path is printed by it in place of its own output.
+// If PROGRAM has a file next to it with this suffix, the stand-in prints that file instead of its
+// own output.
 inline constexpr std::string_view programOutputSuffix = ".stdout";
 
 }  // namespace settings

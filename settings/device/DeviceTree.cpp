@@ -19,26 +19,26 @@ DeviceTreeResult refused(std::string problem) {
   return {std::nullopt, std::move(problem)};
 }
 
-// Absolute, without a slash at the end; links on the way stay as they are.
+// Returns the absolute path without a trailing slash. Does not resolve links.
 fs::path absolutePath(const fs::path& directory) {
   std::error_code error;
   fs::path path = fs::absolute(directory, error).lexically_normal();
   return path.has_filename() ? path : path.parent_path();
 }
 
-// What keeps a new tree from being made there; empty where nothing does.
+// Returns why a new tree cannot be made there; empty if it can.
 std::string obstacleAt(const fs::path& path) {
   std::error_code error;
   const auto status = fs::symlink_status(path, error);
   if (status.type() == fs::file_type::not_found) return {};
   if (status.type() != fs::file_type::directory) {
-    return path.string() + " is there already and is no folder. Choose another place.";
+    return path.string() + " exists and is not a folder. Choose another path.";
   }
   const bool empty = fs::is_empty(path, error);
-  if (error) return path.string() + " cannot be looked into: " + error.message() + ".";
+  if (error) return path.string() + " cannot be read: " + error.message() + ".";
   if (empty) return {};
   if (TreeReader(path).format()) {
-    return path.string() + " is a device tree already. Choose another place, or reset this one.";
+    return path.string() + " is already a device tree. Choose another path, or reset this one.";
   }
   return path.string() + " is not empty. Choose a folder that is missing or empty.";
 }
@@ -48,20 +48,20 @@ std::string howToMake(const char* what) {
          " device create DIR";
 }
 
-// What keeps the path from being opened as a folder; empty where nothing does.
+// Returns why the path cannot be opened as a folder; empty if it can.
 std::string whyNoFolder(const fs::path& path) {
   std::error_code error;
   const fs::file_type type = fs::status(path, error).type();
   if (type == fs::file_type::directory) return {};
   if (type == fs::file_type::not_found) return "there is no folder " + path.string();
-  if (error) return path.string() + " cannot be looked into: " + error.message();
-  return path.string() + " is no folder";
+  if (error) return path.string() + " cannot be read: " + error.message();
+  return path.string() + " is not a folder";
 }
 
 }  // namespace
 
 DeviceTreeResult DeviceTree::create(const fs::path& directory, const DeviceTreeOptions& options) {
-  if (directory.empty()) return refused("the device tree needs a folder: none was named.");
+  if (directory.empty()) return refused("no folder was given for the device tree.");
   const fs::path path = absolutePath(directory);
   const std::string obstacle = obstacleAt(path);
   if (!obstacle.empty()) return refused(obstacle);
@@ -81,7 +81,7 @@ DeviceTreeResult DeviceTree::create(const fs::path& directory, const DeviceTreeO
 
 DeviceTreeResult DeviceTree::open(const fs::path& directory) {
   const fs::path path = absolutePath(directory);
-  const std::string problem = directory.empty() ? "no folder was named" : whyNoFolder(path);
+  const std::string problem = directory.empty() ? "no folder was given" : whyNoFolder(path);
   if (!problem.empty()) return refused(problem + howToMake("a device tree"));
   const auto format = TreeReader(path).format();
   if (!format) {
@@ -90,7 +90,7 @@ DeviceTreeResult DeviceTree::open(const fs::path& directory) {
   }
   if (*format != treeFormat) {
     return refused(path.string() + " is a device tree of format " + std::to_string(*format) +
-                   "; this program knows format " + std::to_string(treeFormat) +
+                   "; this program supports format " + std::to_string(treeFormat) +
                    howToMake("a new one"));
   }
   return {DeviceTree(path), {}};

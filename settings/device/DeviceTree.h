@@ -11,36 +11,36 @@ namespace settings {
 class DeviceTree;
 
 struct DeviceTreeOptions {
-  // The built bundle to install. Empty: the one that lies beside the running program (see
-  // findBuiltBundle).
+  // The built bundle to install. If empty, findBuiltBundle is used.
   std::filesystem::path bundle;
 };
 
-// A device tree, or why there is none.
+// A device tree, or the reason why it could not be made or opened.
 struct DeviceTreeResult;
 
-// A folder of this machine that stands for "/" of a device: preferences, the installed bundle,
-// modules, photos, and stand-ins for the programs that the bundle starts.
+// A folder of this machine that acts as "/" of a device. It holds preferences, the installed
+// bundle, modules, photos, and stand-ins for the programs that the bundle starts.
 //
-// The object only remembers where the folder is. Nothing here guards against another program that
-// changes the folder at the same time.
+// The object stores only the path. It does not guard against other programs that change the folder
+// at the same time.
 class DeviceTree {
  public:
-  // Makes a tree at `directory`, which must be missing or empty; folders above it are made. The
-  // tree is built beside it and renamed into place: after a failure there is none.
+  // Creates a tree at `directory`, which must be missing or empty. Creates missing parent folders.
+  // Builds the tree in a temporary folder and renames it, so a failure leaves no partial tree.
   static DeviceTreeResult create(const std::filesystem::path& directory,
                                  const DeviceTreeOptions& options = {});
-  // An existing tree. Refuses a folder that is no device tree, or one of another format.
+  // Opens an existing tree. Fails if the folder is not a device tree or has another format.
   static DeviceTreeResult open(const std::filesystem::path& directory);
 
   // The absolute path on this machine.
   const std::filesystem::path& root() const noexcept { return _root; }
 
   DeviceDescription describe() const;
-  // Makes the tree as new; everything that was changed or put there is gone. No text where that
-  // was done, else what went wrong, and the tree is as it was.
+  // Restores the tree to its initial content; all changes are lost. Returns an empty string on
+  // success. Otherwise returns the error and leaves the tree unchanged.
   std::optional<std::string> reset(const DeviceTreeOptions& options = {}) const;
-  // Installs the bundle anew, as after a build; nothing else changes. Answers as reset.
+  // Reinstalls the bundle, for example after a build; changes nothing else. Returns the same as
+  // reset.
   std::optional<std::string> installBundle(const DeviceTreeOptions& options = {}) const;
 
  private:
@@ -51,7 +51,7 @@ class DeviceTree {
 
 struct DeviceTreeResult {
   std::optional<DeviceTree> tree;
-  std::string problem;  // for people: what is wrong and what to do; empty where there is a tree
+  std::string problem;  // what is wrong and what to do, for the user; empty on success
   explicit operator bool() const noexcept { return tree.has_value(); }
 };
 

@@ -7,11 +7,12 @@ namespace settings {
 
 enum class JsonStyle {
   oneLine,
-  indented,  // two spaces a level
+  indented,  // two spaces per level
 };
 
-// JSON as text, always valid UTF-8: what is not in it (a lone surrogate, a stray byte) becomes
-// U+FFFD. A real has a point or an exponent; one that is not finite is null. Threads: any.
+// Formats JSON as text. The result is always valid UTF-8: lone surrogates and invalid bytes become
+// U+FFFD. A real always has a point or an exponent; one that is not finite becomes null. Threads:
+// any.
 std::string jsonText(const nlohmann::json& json, JsonStyle style = JsonStyle::oneLine);
 std::string jsonText(const nlohmann::ordered_json& json, JsonStyle style = JsonStyle::oneLine);
 

@@ -20,14 +20,14 @@ PhotoResult noPhoto(std::string problem) {
 
 PhotoResult tooManyBytes() {
   return noPhoto("The file is larger than " + std::to_string(largestPhotoBytes / bytesPerMebibyte) +
-                 " MiB, the most that is taken as a photo.");
+                 " MiB, the limit for a photo.");
 }
 
-// What can be said of a picture without unpacking it.
+// Checks a picture as far as possible without decompressing it.
 PhotoResult glanceAtPhoto(const platform::Data& bytes) {
   if (bytes.size() > largestPhotoBytes) return tooManyBytes();
   const auto header = platform::readImageHeader(bytes.bytes());
-  if (!header) return noPhoto("The file is no PNG or JPEG picture.");
+  if (!header) return noPhoto("The file is not a PNG or JPEG picture.");
   if (auto refusal = platform::refusalOfImageSize(header->width, header->height)) {
     return noPhoto(std::move(*refusal));
   }
@@ -38,7 +38,7 @@ PhotoResult glanceAtPhoto(const platform::Data& bytes) {
 std::optional<platform::Data> readFile(platform::FileSystem& files, std::string_view name,
                                        PhotoResult& problem) {
   if (name.empty() || name.find('/') != std::string_view::npos) {
-    problem = noPhoto("\"" + std::string(name) + "\" is no name of a photo.");
+    problem = noPhoto("\"" + std::string(name) + "\" is not the name of a photo.");
     return std::nullopt;
   }
   const std::string path = std::string(photosPath) + "/" + std::string(name);
@@ -52,7 +52,7 @@ std::optional<platform::Data> readFile(platform::FileSystem& files, std::string_
 
 struct Glance {
   PhotoResult photo;
-  Thumbnail thumbnail;  // of a photo
+  Thumbnail thumbnail;  // set if there is an image
 };
 
 Glance glanceAtFile(platform::FileSystem& files, std::string_view name) {
@@ -66,7 +66,7 @@ Glance glanceAtFile(platform::FileSystem& files, std::string_view name) {
   return glance;
 }
 
-// The photo with the thumbnail of that key; the end where there is none.
+// Finds the photo whose thumbnail has this key; returns the end if there is none.
 auto withKey(auto& photos, std::string_view key) {
   return std::ranges::find_if(photos, [key](const LibraryPhoto& photo) {
     return !key.empty() && photo.thumbnail.key == key;
@@ -113,8 +113,8 @@ std::function<ThumbnailFile()> PhotoLibrary::thumbnailWork(std::string_view key)
     const auto bytes = readFile(*files, name, problem);
     if (!bytes) return ThumbnailFile{{}, problem.problem};
     ThumbnailFile made = makeThumbnail(*bytes);
-    // Under this key another picture must not be kept.
-    if (thumbnailKey(name, *bytes) != wanted) made = {{}, "The file has changed meanwhile."};
+    // Another picture must not be cached under this key.
+    if (thumbnailKey(name, *bytes) != wanted) made = {{}, "The file has changed in the meantime."};
     return made;
   };
 }

@@ -2,22 +2,23 @@
 
 #include <string_view>
 
-// What is particular to the product whose settings are shown, and to the program that shows them.
-// Nothing else in settings/ knows these names.
+// The facts that are specific to the product whose settings are shown, and to this program. Nothing
+// else in settings/ contains these names.
 namespace settings {
 
-// The program, as people start it, and the variable of the environment that names a device.
+// The program's name on the command line, and the environment variable that names a device.
 inline constexpr std::string_view programName = "zentrova-settings";
 inline constexpr std::string_view deviceVariable = "ZENTROVA_DEVICE";
-// The first part of the name of the browser's session cookie.
+// The prefix of the browser's session cookie.
 inline constexpr std::string_view cookiePrefix = "zentrova-session-";
 
-// The bundle: its folder, the file in it that holds its code, and where it is installed.
+// The bundle: its folder, the file with its code, and the path where it is installed.
 inline constexpr std::string_view bundleFolderName = "ZentrovaPrefs.bundle";
 inline constexpr std::string_view bundleCodeName = "ZentrovaPrefs";
 inline constexpr std::string_view bundlePath =
     "/var/jb/Library/PreferenceBundles/ZentrovaPrefs.bundle";
-// Classes of the bundle that commands ask by name: its store, and the cell that knows colours.
+// Classes of the bundle that commands look up by name: its store, and the cell that converts
+// colours.
 inline constexpr std::string_view storeClassName = "HBPreferences";
 inline constexpr std::string_view colourCellClassName = "HBColorPickerTableCell";
 // The class of the product's main component that the bundle asks for the forbidden modules.
@@ -29,19 +30,20 @@ inline constexpr std::string_view productPreferencesPath =
     "/var/jb/var/mobile/Library/Preferences/com.hollowmere.zentrovaprefs.plist";
 inline constexpr std::string_view supportPath = "/var/jb/Library/Application Support/Zentrova";
 
-// The package that the product is installed from, and what the device says of it.
+// The package that installs the product, and its fields in the device's package database.
 inline constexpr std::string_view packageIdentifier = "com.hollowmere.zentrova";
 inline constexpr std::string_view packageMaintainer = "Hollowmere";
 inline constexpr std::string_view packageDescription = "A replacement for Control Center.";
 
-// A device tree: the folder that "/var/jb" leads to, the file that says that a folder is such a
-// tree with its kind, and the files in which the stand-ins of programs note what they did.
+// A device tree: the target of "/var/jb", the file that marks a folder as a device tree with its
+// kind, and the files in which the stand-ins log what they did.
 inline constexpr std::string_view jailbreakFolder = "/private/preboot/hollowmere/jb";
 inline constexpr std::string_view treeMarkPath = "/.zentrova-device.plist";
 inline constexpr std::string_view treeKind = "zentrova-device-tree";
-// Every start of a stand-in, one line: its path on the device and its arguments, tabs between.
+// Each start of a stand-in, one per line: its path on the device and its arguments, separated by
+// tabs.
 inline constexpr std::string_view programLogPath = "/var/log/zentrova-programs.log";
-// One line for every time that the home screen was restarted.
+// One line for each restart of the home screen.
 inline constexpr std::string_view homeScreenLogPath = "/var/log/zentrova-home-screen.log";
 
 }  // namespace settings

@@ -5,11 +5,11 @@
 
 namespace settings {
 
-// The folder that what belongs to the running program lies in: the one above the program's own
-// ("/usr" for "/usr/bin/NAME"). Empty where the system does not say.
+// The folder that contains the running program's files: the parent of the program's own folder
+// ("/usr" for "/usr/bin/NAME"). Empty if the system does not report the program's path.
 std::filesystem::path programFolder();
 
-// A folder of data of the program's own, "share/NAME" there. It may be missing.
+// The program's data folder "share/NAME" in programFolder(). It may be missing.
 std::filesystem::path sharedFolder(std::string_view name);
 
 }  // namespace settings

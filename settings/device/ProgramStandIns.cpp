@@ -14,16 +14,16 @@ constexpr std::string_view bashPath = "/bin/bash";
 constexpr std::string_view killallPath = "/var/jb/usr/bin/killall";
 constexpr std::string_view sbreloadPath = "/var/jb/usr/bin/sbreload";
 
-// The programs are started without an environment, so all that a script knows is its own path:
-// the tree is the nearest folder above it that bears the mark. Nothing but the shell's own
-// commands is used, for there may be no search path either. A line is written in one piece, so
-// that two programs do not mix theirs. What stands between @ signs is filled in.
+// The programs are started without an environment, so a script knows only its own path. The tree is
+// the nearest folder above it that contains the mark. There may be no search path either, so only
+// shell builtins and absolute paths are used. Each line is written with one call, so that lines of
+// two programs do not mix. Text between @ signs is a placeholder.
 constexpr std::string_view prologue = R"(#!/bin/sh
 folder=${0%/*}
 tree=$(cd "$folder" && pwd -P) || exit 1
 while [ ! -e "$tree@TREE_MARK@" ]; do
   if [ -z "$tree" ]; then
-    echo "$0: lies in no device tree" >&2
+    echo "$0: not in a device tree" >&2
     exit 1
   fi
   tree=${tree%/*}
@@ -68,7 +68,8 @@ exit $status
 constexpr std::string_view sbreloadScript = R"(printf 'reloaded\n' >> "$tree@HOME_SCREEN_LOG@"
 )";
 
-// As the shell of a device answers: the words are the arguments of a program that it looks up.
+// Behaves as the shell of a device: looks up the first word as a program and passes the rest as its
+// arguments.
 constexpr std::string_view bashScript = R"(if [ "$1" != dpkg ]; then
   echo "bash: $1: No such file or directory" >&2
   exit 127

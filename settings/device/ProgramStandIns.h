@@ -7,11 +7,11 @@ namespace settings {
 
 class TreeWriter;
 
-// Adds stand-ins for the programs that the bundle starts: they record what they were asked and
-// print what the real ones would.
+// Adds stand-ins for the programs that the bundle starts. They log their arguments and print what
+// the real programs would print.
 void addProgramStandIns(TreeWriter& writer);
 
-// Where they lie on the device.
+// Their paths on the device.
 const std::vector<std::string_view>& programStandInPaths();
 
 }  // namespace settings

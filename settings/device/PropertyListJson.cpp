@@ -23,11 +23,11 @@ using platform::Dictionary;
 using platform::Value;
 using platform::ValueKind;
 
-// An object with one of these as its only key stands for something else than a dictionary.
+// An object with one of these as its only key is not a plain dictionary.
 constexpr std::string_view dataKey = "data";
 constexpr std::string_view dateKey = "date";
 constexpr std::string_view realKey = "real";
-// Around a dictionary that would be mistaken for one of the above, or for this itself.
+// Wraps a dictionary that could be mistaken for one of the above or for this wrapper.
 constexpr std::string_view plainKey = "dictionary";
 
 ordered_json tagged(std::string_view key, ordered_json content) {
@@ -56,7 +56,7 @@ bool isAmbiguous(const Dictionary& dictionary) {
 
 ordered_json jsonFromDictionary(const Dictionary& dictionary) {
   ordered_json json = ordered_json::object();
-  // Past the search for an equal key, of which there is none.
+  // Appends at the end: the keys are unique, so no search for an equal key is needed.
   auto& members = json.get_ref<ordered_json::object_t&>();
   members.reserve(dictionary.size());
   for (const auto& [key, value] : dictionary) {
@@ -71,8 +71,8 @@ ordered_json jsonFromArray(const Array& array) {
   return json;
 }
 
-// Takes what the JSON parser meets and builds values from the inside; what an object may stand for
-// is left to the Interpreter.
+// Receives the JSON parser's events and builds values from the inside out. The Interpreter decides
+// what an object stands for.
 class ValueHandler : public nlohmann::json_sax<ordered_json> {
  public:
   PropertyListFromJson result() && {
@@ -80,7 +80,7 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
     return {Value(), std::move(_error)};
   }
 
-  bool null() override { return refuse("null is no value of a property list"); }
+  bool null() override { return refuse("null is not a property list value"); }
   bool boolean(bool value) override { return add(value); }
   bool number_integer(number_integer_t value) override { return add(Value::integer(value)); }
   bool number_unsigned(number_unsigned_t value) override {
@@ -91,7 +91,7 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
     return refuse("the integer " + text + " is outside -2^63 to 2^64-1");
   }
   bool string(string_t& value) override { return add(Value::string(value)); }
-  bool binary(binary_t&) override { return refuse("binary is no JSON"); }
+  bool binary(binary_t&) override { return refuse("binary is not JSON"); }
   bool start_object(std::size_t) override { return begin(true); }
   bool key(string_t& key) override {
     _frames.back().key = std::move(key);
@@ -110,10 +110,10 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
   }
   bool parse_error(std::size_t position, const std::string&,
                    const ordered_json::exception& error) override {
-    // The library begins with a name and number of its own in brackets.
+    // The library's messages start with its own name and an error number in brackets.
     const std::string_view what = error.what();
     const auto end = what.find("] ");
-    return refuse("byte " + std::to_string(position) + ": no JSON: " +
+    return refuse("byte " + std::to_string(position) + ": not JSON: " +
                   std::string(end == std::string_view::npos ? what : what.substr(end + 2)));
   }
 
@@ -133,7 +133,7 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
   bool begin(bool object) {
     const std::size_t limit = platform::PropertyListLimits{}.depth;
     if (_frames.size() >= limit) {
-      return refuse("nested more than " + std::to_string(limit) + " deep");
+      return refuse("nested more than " + std::to_string(limit) + " levels deep");
     }
     _frames.push_back({object, {}, {}, {}});
     return true;
@@ -155,8 +155,8 @@ class ValueHandler : public nlohmann::json_sax<ordered_json> {
   std::string _error;
 };
 
-// Puts data, dates, reals and dictionaries in the place of the objects that stand for them. The
-// depth of what it is given is limited already.
+// Replaces the objects that stand for data, dates, reals and dictionaries. The parser has limited
+// the depth already.
 class Interpreter {
  public:
   PropertyListFromJson run(const Value& raw) {
@@ -210,7 +210,7 @@ class Interpreter {
 
   Value dateOf(std::string_view text) {
     const auto seconds = platform::number_text::parseDate(text);
-    if (!seconds) return refuse("{\"date\": ...} takes a date as 2026-01-02T03:04:05Z");
+    if (!seconds) return refuse("{\"date\": ...} takes a date such as 2026-01-02T03:04:05Z");
     return Date{*seconds};
   }
 

@@ -18,7 +18,7 @@ using platform::ImagePixels;
 constexpr double thumbnailQuality = 0.8;
 constexpr std::size_t sampleBytes = 16UL * 1024;
 
-// A side of the thumbnail. Neither vanishes, however narrow the picture is.
+// One side of the thumbnail: at least 1 pixel, however narrow the picture is.
 std::uint32_t scaledSide(std::uint32_t side, std::uint32_t longer) {
   const double scaled = std::round(static_cast<double>(side) * thumbnailSide / longer);
   return std::max(1U, static_cast<std::uint32_t>(scaled));
@@ -45,7 +45,7 @@ ThumbnailFile fileOf(const platform::EncodedPicture& picture) {
   return {{picture.bytes.begin(), picture.bytes.end()}, picture.problem};
 }
 
-// A JPEG is smaller, but has no transparency.
+// JPEG is smaller but has no transparency.
 ThumbnailFile encode(const ImagePixels& pixels) {
   platform::LibraryImageCodecs codecs;
   return fileOf(isOpaque(pixels) ? codecs.encodeJpeg(pixels, thumbnailQuality, ImageCodecs::noLimit)

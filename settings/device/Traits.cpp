@@ -49,7 +49,7 @@ bool setSystem(DeviceTraits& traits, std::string_view value) {
   return true;
 }
 
-// "390x844@3"; without "@3" the scale stays.
+// "390x844@3"; without "@3" the scale is unchanged.
 bool setScreen(DeviceTraits& traits, std::string_view value) {
   constexpr double smallest = 100;
   constexpr double largest = 10000;
@@ -124,18 +124,18 @@ const std::vector<Trait>& traitTable() {
        .set = &setIdiom,
        .text = &idiomText},
       {.name = "system",
-       .values = "a version, as 15.4",
+       .values = "a version such as 15.4",
        .option = "--system",
-       .help = "System version, as 15.4",
+       .help = "System version such as 15.4",
        .label = "System",
        .place = 3,
        .choices = {{"13.7", "13.7"}, {"14.0", "14.0"}, {"15.4", "15.4"}, {"16.5", "16.5"}},
        .set = &setSystem,
        .text = &systemText},
       {.name = "screen",
-       .values = "points and pixels per point, as 390x844@3",
+       .values = "points and pixels per point, such as 390x844@3",
        .option = "--screen",
-       .help = "Points and scale, as 390x844@3",
+       .help = "Points and scale, such as 390x844@3",
        .label = "Screen",
        .place = 2,
        .choices = {{"390x844@3", "Phone, 390 × 844"},
@@ -155,9 +155,9 @@ const std::vector<Trait>& traitTable() {
        .set = &setAppearance,
        .text = &appearanceText},
       {.name = "text",
-       .values = "the text size, 0.5 to 4; 1 is the standard one",
+       .values = "a text size from 0.5 to 4; 1 is standard",
        .option = "--text-scale",
-       .help = "Text size, 1 is the standard one",
+       .help = "Text size; 1 is standard",
        .label = "Text size",
        .place = 5,
        .choices = {{"0.82", "Small"},
@@ -168,9 +168,9 @@ const std::vector<Trait>& traitTable() {
        .set = &setTextScale,
        .text = &textScaleText},
       {.name = "tint",
-       .values = "RRGGBBAA, as FF0000FF",
+       .values = "RRGGBBAA, such as FF0000FF",
        .option = "--tint",
-       .help = "Tint colour, as 007AFFFF",
+       .help = "Tint colour, such as 007AFFFF",
        .label = "Tint",
        .place = 6,
        .choices = {},
@@ -190,12 +190,12 @@ std::optional<std::string> changeTrait(DeviceTraits& traits, std::string_view na
                                        std::string_view value) {
   const auto trait = std::ranges::find(traitTable(), name, &Trait::name);
   if (trait == traitTable().end()) {
-    return "there is no trait \"" + std::string(name) + "\"; there are " + traitNames() +
-           ", controlCenterRow and neighbour CLASS on|off";
+    return "unknown trait: \"" + std::string(name) + "\" (expected " + traitNames() +
+           ", controlCenterRow or neighbour CLASS on|off)";
   }
   if (trait->set(traits, value)) return std::nullopt;
-  return "\"" + std::string(value) + "\" is no value of the trait " + trait->name +
-         "; allowed is " + trait->values;
+  return "invalid value for the trait " + trait->name + ": \"" + std::string(value) +
+         "\" (expected " + trait->values + ")";
 }
 
 nlohmann::json jsonFromTraits(const DeviceTraits& traits) {

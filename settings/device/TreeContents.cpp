@@ -18,7 +18,7 @@ void addMark(TreeWriter& writer) {
 
 void addFolders(TreeWriter& writer) {
   writer.folder(jailbreakFolder);
-  // Relative, so that it leads into the tree for programs of this machine too.
+  // Relative, so that programs of this machine also stay inside the tree.
   writer.link(installRoot, ".." + std::string(jailbreakFolder));
   writer.folder(preferencesPath);
   for (const auto* path : {"/tmp", "/usr/bin", "/var/log", "/var/tmp"}) writer.folder(path);

@@ -18,7 +18,7 @@ std::string lastError() {
 
 }  // namespace
 
-// A made folder rather than one of mkdtemp, which would be closed to everybody but its owner.
+// Not mkdtemp: its folder would be accessible only by its owner.
 FolderBeside::FolderBeside(const fs::path& target) : _target(target) {
   constexpr int attempts = 1000;
   std::error_code error;
@@ -66,7 +66,7 @@ FoldersAbove::FoldersAbove(const fs::path& path) : _parent(path.parent_path()) {
 FoldersAbove::~FoldersAbove() {
   if (_kept || _highestMade.empty()) return;
   std::error_code error;
-  // Only empty ones: somebody else may have put something there meanwhile.
+  // Removes only empty folders: another program may have put files there in the meantime.
   for (fs::path at = _parent; fs::remove(at, error) && at != _highestMade;) at = at.parent_path();
 }
 

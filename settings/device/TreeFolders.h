@@ -5,8 +5,8 @@
 
 namespace settings {
 
-// A new, empty folder beside another one, which is removed with its content at the end unless
-// it has taken the other one's place.
+// A new, empty folder next to another one. The destructor removes it with its content unless it has
+// replaced the other folder.
 class FolderBeside {
  public:
   explicit FolderBeside(const std::filesystem::path& target);
@@ -15,13 +15,13 @@ class FolderBeside {
   FolderBeside& operator=(const FolderBeside&) = delete;
 
   const std::filesystem::path& path() const noexcept { return _path; }
-  // For people; empty where the folder is there.
+  // An error for the user; empty if the folder exists.
   const std::string& problem() const noexcept { return _problem; }
 
-  // Both answer with what went wrong, for people, or with an empty text.
-  // Takes the place of the target, which must be missing or an empty folder.
+  // Both return an error for the user; empty on success.
+  // Replaces the target, which must be missing or an empty folder.
   std::string moveIntoPlace();
-  // Takes the place of the target, whose content is removed afterwards.
+  // Replaces the target, and removes its old content afterwards.
   std::string exchange();
 
  private:
@@ -30,7 +30,8 @@ class FolderBeside {
   std::string _problem;
 };
 
-// Makes the folders above a path, and removes those that it made unless they were kept.
+// Creates the parent folders of a path. The destructor removes those that it created unless keep
+// was called.
 class FoldersAbove {
  public:
   explicit FoldersAbove(const std::filesystem::path& path);
@@ -42,7 +43,7 @@ class FoldersAbove {
   void keep() noexcept { _kept = true; }
 
  private:
-  std::filesystem::path _highestMade;  // empty where all were there
+  std::filesystem::path _highestMade;  // empty if nothing was created
   std::filesystem::path _parent;
   std::string _problem;
   bool _kept = false;

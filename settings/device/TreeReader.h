@@ -12,18 +12,18 @@
 
 namespace settings {
 
-// Looks into a folder that may be a device tree. What cannot be read counts as missing.
+// Reads a folder that may be a device tree. A file that cannot be read counts as missing.
 class TreeReader {
  public:
   explicit TreeReader(std::filesystem::path root) : _root(std::move(root)) {}
 
-  // The format of the tree's layout; empty where the folder is no device tree.
+  // The version of the tree's layout; empty if the folder is not a device tree.
   std::optional<std::int64_t> format() const;
   DeviceDescription describe() const;
 
  private:
   std::filesystem::path hostPath(std::string_view path) const;
-  // Names in a folder of the device, sorted.
+  // File names in a folder of the device, sorted.
   std::vector<std::string> names(std::string_view path) const;
   platform::Dictionary propertyList(std::string_view path) const;
   std::vector<std::string> moduleIdentifiers(std::string_view folder) const;

@@ -8,22 +8,22 @@
 
 namespace settings {
 
-// Fills a folder that stands for "/" of a device. The first failure is kept, and nothing is
-// written after it, so that a caller asks once at the end.
+// Fills a folder that acts as "/" of a device. After the first failure, nothing more is written, so
+// callers need to check `problem` only once at the end.
 class TreeWriter {
  public:
   explicit TreeWriter(std::filesystem::path root) : _root(std::move(root)) {}
 
-  // Paths are the device's. Links that are relative are followed, and stay inside the folder.
+  // Paths are device paths. Relative links are followed and cannot leave the folder.
   void folder(std::string_view path);
   void file(std::string_view path, std::string_view bytes);
   void program(std::string_view path, std::string_view script);
   void propertyList(std::string_view path, const platform::Value& value);
   void link(std::string_view path, std::string_view destination);
-  // A file of this machine, or a folder with what is in it.
+  // Copies a file of this machine, or a folder with its content.
   void copy(std::string_view path, const std::filesystem::path& source);
 
-  // For people; empty where everything went well.
+  // The first failure, for the user; empty if there was none.
   const std::string& problem() const noexcept { return _problem; }
   bool failed() const noexcept { return !_problem.empty(); }
 

@@ -13,7 +13,7 @@ namespace settings {
 
 namespace {
 
-// An Info.plist that is larger is not one.
+// A larger Info.plist is ignored.
 constexpr std::uint64_t largestInfo = 1024ULL * 1024;
 
 std::string nameOf(const platform::Dictionary& info, const std::string& folder) {

@@ -10,27 +10,28 @@
 
 namespace settings {
 
-// A Control Center module of the device: a folder with an Info.plist that names its identifier.
+// A Control Center module of the device: a folder with an Info.plist that contains an identifier.
 struct ModuleFolder {
   std::string path;  // on the device
   std::string identifier;
   std::string displayName;  // CFBundleDisplayName, else CFBundleName, else the folder's name
 };
 
-// The modules that are installed on the device: the folders of the system's modules, then those of
-// the added ones, each by name. A folder whose Info.plist is missing, damaged or without an
-// identifier is no module; of two with one identifier the first counts.
+// The modules that are installed on the device: first the system's modules, then the added ones,
+// each group sorted by folder name. A folder whose Info.plist is missing, damaged or without an
+// identifier is ignored. If two modules have the same identifier, the first one counts.
 //
-// One for each process. The folders are looked at once for each thing that the user does: what is
-// asked in between gets one answer, as from a repository that learns of changes between two events.
+// There is one index for each process. It reads the folders at most once for each user action: all
+// questions within one action get the same answer, as from a repository that updates between two
+// events.
 //
 // Threads: main.
 class ModuleIndex {
  public:
   const std::vector<ModuleFolder>& modules();
-  // The modules' identifiers, in their order.
+  // The modules' identifiers, in the order above.
   const platform::Array& identifiers();
-  // Lets the next question look at the folders again.
+  // Makes the next question read the folders again.
   void forget() noexcept { _read.reset(); }
 
  private:

@@ -1,5 +1,5 @@
-// The stand-ins that know of the installed Control Center modules. All of them answer with what the
-// device tree holds (see ModuleIndex).
+// Stand-ins for classes that know the installed Control Center modules. Their answers come from the
+// device tree (see ModuleIndex).
 
 #include <algorithm>
 #include <cstdint>
@@ -36,7 +36,7 @@ platform::FileSystem& files() {
   return Process::current().service<platform::FileSystem>();
 }
 
-// An image of whatever size as an icon: its longer side takes the room that an icon has.
+// Scales an image so that its longer side is iconSide.
 std::shared_ptr<UIImage> readIcon(const std::string& path) {
   const auto file = files().read(path, largestIcon);
   const auto image = file.error ? nullptr : UIImage::imageWithData(platform::Data(file.bytes));
@@ -45,7 +45,7 @@ std::shared_ptr<UIImage> readIcon(const std::string& path) {
   return UIImage::imageWithData(*image->encodedData(), side / iconSide);
 }
 
-// What the system shows of a module. Threads: main.
+// What the system shows for a module. Threads: main.
 class ModuleDescription final : public platform::Object {
   PLATFORM_CLASS(ModuleDescription)
 
@@ -54,8 +54,8 @@ class ModuleDescription final : public platform::Object {
   explicit ModuleDescription(ModuleFolder folder) : _folder(std::move(folder)) {}
 
   const std::string& displayName() const noexcept { return _folder.displayName; }
-  // The folder's icon.png, at the size of an icon in a list. Read at the first call and kept;
-  // empty where there is none, or the file is no image.
+  // The folder's icon.png, at the size of an icon in a list. Read at the first call and cached;
+  // empty if the file is missing or not an image.
   std::shared_ptr<UIImage> iconImage() {
     if (!std::exchange(_iconWasRead, true)) _icon = readIcon(_folder.path + "/icon.png");
     return _icon;
@@ -67,7 +67,7 @@ class ModuleDescription final : public platform::Object {
   bool _iconWasRead = false;
 };
 
-// What the repository gives: a set, of which only the elements are asked for.
+// The repository's result: a set; callers only read its elements.
 class ModuleIdentifierSet final : public platform::Object {
   PLATFORM_CLASS(ModuleIdentifierSet)
 

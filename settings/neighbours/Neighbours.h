@@ -5,18 +5,18 @@
 #include "settings/device/Product.h"
 #include "settings/neighbours/NeighbourRegistry.h"
 
-// Every stand-in there is. A new one is a file with the function that registers it, and here that
-// function and a row.
+// All stand-ins. To add one, write a file with the function that registers it, and declare the
+// function and add a row here.
 namespace settings {
 
-// The set of the installed modules' identifiers, `loadableModuleIdentifiers` of its
-// `repositoryWithDefaults`, in the Control Center support library.
+// CCSModuleRepository of the Control Center support library: `loadableModuleIdentifiers` of
+// `repositoryWithDefaults` is the set of the installed modules' identifiers.
 RegisterNeighbour registerModuleRepository;
-// `forbiddenCCIdentifiers` of the product's main component: the array of texts at
-// forbiddenModulesPath; nothing is forbidden where there is no such file.
+// The product's main component: `forbiddenCCIdentifiers` is the array of strings at
+// forbiddenModulesPath; it is empty if the file is missing.
 RegisterNeighbour registerForbiddenModules;
-// `_identifiersToDescriptions` of the system's settings leads from the identifier of each installed
-// module to an object that answers `displayName` and `iconImage`.
+// The system's settings: `_identifiersToDescriptions` maps the identifier of each installed module
+// to an object with `displayName` and `iconImage`.
 RegisterNeighbour registerModuleSettings;
 
 inline constexpr auto allNeighbours = std::to_array<Neighbour>({

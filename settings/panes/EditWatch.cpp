@@ -18,7 +18,7 @@ bool isEdit(const nlohmann::json& action) {
   return name == "move" || name == "commit";
 }
 
-// The section's header as part of a sentence: "Enabled modules:" ends with a colon.
+// The section's header for use inside a sentence: drops the colon of "Enabled modules:".
 std::string sectionName(platform::UITableView& table, std::int64_t section) {
   std::string name = table.headerTitle(section).value_or("");
   if (name.ends_with(':')) name.pop_back();

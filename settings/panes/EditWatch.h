@@ -15,15 +15,16 @@ namespace settings {
 
 struct NodeTarget;
 
-// Looks at a table before and after the user has moved, inserted or deleted a row, since the page
-// says nothing where it refuses: the row just goes back. Threads: the application's.
+// Compares a table before and after the user moved, inserted or deleted a row. A page does not
+// report when it rejects such an edit: the row just returns to its place. Threads: the
+// application's.
 class EditWatch {
  public:
-  // Watches nothing where the action is no edit of a row. `target` may be null. `title` is what the
-  // row is called; the table itself does not know it of a row that is out of sight.
+  // Watches nothing if the action is not an edit of a row. `target` may be null. `title` is the
+  // title of the row; the table does not have it for a row that is out of sight.
   EditWatch(const nlohmann::json& action, const NodeTarget* target, std::string title);
 
-  // What has become of the row, for a screen reader; nothing where nothing was watched.
+  // What happened to the row, as text for a screen reader; empty if nothing is watched.
   std::optional<std::string> outcome() const;
 
  private:

@@ -80,7 +80,7 @@ void FilePane::parse() {
   _entries = {};
   _state = State::problem;
   if (!list) {
-    _problem = "The file is no property list: " + list.error->text();
+    _problem = "The file is not a property list: " + list.error->text();
   } else if (const auto* root = list.value.asDictionary()) {
     _state = State::ok;
     _entries = *root;

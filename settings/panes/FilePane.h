@@ -8,19 +8,19 @@
 
 namespace settings {
 
-// A property list's value for people to see: as in JSON everywhere, but of data only the size,
+// A property list's value for display: JSON as everywhere else, but data only with its size,
 // {"data": bytes}.
 nlohmann::json glanceOfValue(const platform::Value& value);
 
-// The preference file as it is on the disk, what is wrong with it, and what has changed in it.
-// Reads the file each time; keeps nothing but what it needs to compare. Threads: one.
+// The preference file as it is on disk, any problem with it, and what has changed in it. Reads the
+// file at each call; keeps only what the comparison needs. Threads: one.
 class FilePane {
  public:
   explicit FilePane(platform::FileSystem& files) : _files(files) {}
 
-  // What the file holds now is what later changes are told against.
+  // Later changes are relative to the current content of the file.
   void beginAction();
-  // The member `file` of docs/tree.md's "side" message.
+  // The member `file` of the "side" message in docs/tree.md.
   nlohmann::json json();
 
  private:
@@ -29,7 +29,7 @@ class FilePane {
   void parse();
 
   platform::FileSystem& _files;
-  std::string _bytes;  // as they were read last
+  std::string _bytes;  // as read last
   State _state = State::missing;
   std::string _problem;
   platform::Dictionary _entries;

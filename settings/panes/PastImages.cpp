@@ -8,7 +8,7 @@ namespace settings {
 
 namespace {
 
-// Some hundred icons; a photograph is not kept.
+// Enough for some hundred icons; a full photograph is not kept.
 constexpr std::size_t mostPixels = std::size_t{4} * 1024 * 1024;
 
 using Kept = std::pair<std::string, std::shared_ptr<platform::UIImage>>;

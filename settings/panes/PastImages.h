@@ -13,17 +13,18 @@ class UIImage;
 
 namespace settings {
 
-// Images by the hash of their content.
+// Images, keyed by the hash of their content.
 using NamedImages = std::unordered_map<std::string, std::shared_ptr<platform::UIImage>>;
 
-// Images that the tree has named a short while ago. A presenter asks for an image some time after
-// it has read its name; while one scrolls, the row that showed it may be out of sight by then.
-// Threads: the application's.
+// Images that the tree contained a short while ago. A presenter fetches an image some time after it
+// read its hash; during a scroll, the row that showed it may be out of sight by then. Threads: the
+// application's.
 class PastImages {
  public:
-  // Keeps what was named before and is not named now; the oldest go where they become too many.
+  // Keeps the images that are in `before` and not in `now`. Drops the oldest ones above the size
+  // limit.
   void keep(const NamedImages& before, const NamedImages& now);
-  // Null where it is not kept.
+  // Returns null if the image is not kept.
   std::shared_ptr<platform::UIImage> find(const std::string& hash) const;
   void clear();
 

@@ -37,7 +37,7 @@ std::string_view typeOf(const Value& value) {
   return found == typeNames.end() ? "other" : found->name;
 }
 
-// What was written in the script, in the form in which the type stands in JSON.
+// Converts what the script contains to the JSON form of the type.
 json normalized(std::string_view type, const json& wanted) {
   if (type == "data" && wanted.is_string()) return {{"data", wanted}};
   if (type == "bool" && wanted.is_number()) return wanted != 0;
@@ -52,9 +52,10 @@ PreferenceLookup lookUpPreference(platform::FileSystem& files, std::string_view 
   const platform::FileContents contents = files.read(productPreferencesPath);
   if (contents.error) return {{}, contents.error.code == ENOENT, contents.error.message};
   const platform::PropertyListResult list = platform::readPropertyList(contents.bytes);
-  if (!list) return {{}, false, "the preference file is no property list: " + list.error->text()};
+  if (!list)
+    return {{}, false, "the preference file is not a property list: " + list.error->text()};
   const auto* const root = list.value.asDictionary();
-  if (!root) return {{}, false, "the root of the preference file is no dictionary"};
+  if (!root) return {{}, false, "the root of the preference file is not a dictionary"};
   const Value* const found = root->find(key);
   if (found) return {*found, false, {}};
   return {{}, true, "no value under " + std::string(key)};

@@ -10,23 +10,23 @@
 
 namespace settings {
 
-// What the preference file of the device holds under a key, read from the disk.
+// The value under a key in the preference file of the device, read from disk.
 struct PreferenceLookup {
-  std::optional<platform::Value> value;  // empty where there is none
-  bool isAbsent = false;                 // there is no file, or a sound one without the key
-  std::string problem;                   // why there is none, for people
+  std::optional<platform::Value> value;  // empty if there is none
+  bool isAbsent = false;                 // no file, or a valid file without the key
+  std::string problem;                   // why there is no value, for the user
 };
 PreferenceLookup lookUpPreference(platform::FileSystem& files, std::string_view key);
 
-// The types that scripts tell apart: integer, real, bool, string, data, array, dict.
+// The types that scripts distinguish: integer, real, bool, string, data, array, dict.
 bool isPreferenceType(std::string_view type);
 std::string preferenceTypeNames();
 
-// Whether the JSON can stand for a value of that type.
+// Returns whether the JSON can represent a value of this type.
 bool isOfPreferenceType(std::string_view type, const nlohmann::json& wanted);
 
-// Whether the stored value is of that type and is the one that the JSON stands for. Reals may be
-// written as integers; data as {"data": base64} or the base64 text alone.
+// Returns whether the stored value has this type and equals the JSON. A real may be written as an
+// integer; data may be written as {"data": base64} or as the base64 text.
 bool matchesPreference(const platform::Value& stored, std::string_view type,
                        const nlohmann::json& wanted);
 

@@ -10,8 +10,7 @@
 
 namespace settings {
 
-// The last records of something, numbered from 0, for readers who each have a cursor.
-// Threads: any.
+// The most recent records, numbered from 0. Each reader has its own cursor. Threads: any.
 template <class T>
 class RecordLog {
  public:
@@ -25,7 +24,7 @@ class RecordLog {
     ++_first;
   }
 
-  // The kept records from the cursor on; the cursor goes behind the last one.
+  // Returns the kept records from the cursor on, and moves the cursor past the last one.
   std::vector<T> since(std::uint64_t& cursor) const {
     const std::lock_guard lock(_mutex);
     const std::uint64_t end = _first + _records.size();
@@ -38,7 +37,7 @@ class RecordLog {
   const std::size_t _capacity;
   mutable std::mutex _mutex;
   std::deque<T> _records;
-  std::uint64_t _first = 0;  // number of the first one kept
+  std::uint64_t _first = 0;  // number of the oldest kept record
 };
 
 }  // namespace settings

@@ -14,7 +14,7 @@ bool isBlank(char c) {
   return c == ' ' || c == '\t' || c == '\r';
 }
 
-// Where the comment of the line starts; the line's length where it has none.
+// The start of the comment; the line's length if there is none.
 std::size_t commentStart(std::string_view line) {
   bool inQuotes = false;
   for (std::size_t i = 0; i < line.size(); ++i) {
@@ -55,7 +55,7 @@ void LineReader::fail(std::string message) {
 
 void LineReader::expectEnd() {
   if (!_error && !atEnd()) {
-    fail("\"" + _line.substr(_position) + "\" is left over at the end of the line");
+    fail("unexpected text at the end of the line: \"" + _line.substr(_position) + "\"");
   }
 }
 
@@ -80,7 +80,7 @@ std::string LineReader::quotedText() {
     }
     text += c;
   }
-  fail("the text in quotes has no end; a quote inside it is written \\\"");
+  fail("missing closing quote (write a quote inside the text as \\\")");
   return {};
 }
 
@@ -96,7 +96,7 @@ std::string LineReader::word(std::string_view what) {
 std::string LineReader::quoted(std::string_view what) {
   if (_error) return {};
   if (peek() == '"') return quotedText();
-  fail(std::string(what) + " is missing: a text in double quotes");
+  fail(std::string(what) + " is missing (expected a text in double quotes)");
   return {};
 }
 
@@ -106,7 +106,7 @@ double LineReader::number(std::string_view what) {
   double result = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), result);
   if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(result)) {
-    fail("\"" + text + "\" is no number; " + std::string(what) + " is one, as 0.5");
+    fail(std::string(what) + " is not a number: \"" + text + "\" (expected a number such as 0.5)");
     return 0;
   }
   return result;
@@ -118,7 +118,7 @@ std::size_t LineReader::index(std::string_view what) {
   std::size_t result = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), result);
   if (error != std::errc() || end != text.data() + text.size()) {
-    fail("\"" + text + "\" is no whole number; " + std::string(what) + " is one, from 0");
+    fail(std::string(what) + " is not a whole number: \"" + text + "\" (expected 0 or more)");
     return 0;
   }
   return result;
@@ -127,8 +127,8 @@ std::size_t LineReader::index(std::string_view what) {
 std::size_t LineReader::occurrence() {
   if (_position >= _line.size() || _line[_position] != '~') return 1;
   ++_position;
-  const std::size_t result = index("what follows \"~\"");
-  if (!_error && result == 0) fail("the first row of a name is ~1");
+  const std::size_t result = index("the number after \"~\"");
+  if (!_error && result == 0) fail("the number after \"~\" must be 1 or more");
   return result;
 }
 
@@ -151,8 +151,8 @@ RowAddress LineReader::row() {
     address.section = index("SECTION");
     address.row = index("ROW");
   } else {
-    fail((first == '\0' ? std::string("ROW is missing") : "\"" + bareWord() + "\" is no row") +
-         "; a row is #identifier, a label in quotes, or SECTION ROW as two numbers");
+    fail((first == '\0' ? std::string("ROW is missing") : "not a row: \"" + bareWord() + "\"") +
+         " (expected #identifier, a label in quotes, or SECTION ROW as two numbers)");
   }
   return address;
 }
@@ -160,7 +160,7 @@ RowAddress LineReader::row() {
 std::string LineReader::devicePath() {
   std::string path = word("PATH");
   if (!_error && !path.starts_with('/')) {
-    fail("\"" + path + "\" is no path of the device; one starts with \"/\"");
+    fail("not a device path: \"" + path + "\" (expected a path that starts with \"/\")");
   }
   return path;
 }

@@ -10,39 +10,40 @@
 
 namespace settings {
 
-// Takes one line of a script apart, from left to right. The first thing that cannot be understood
-// sticks: what is read after it is empty, and `error` says what was wrong and what is allowed.
+// Parses one line of a script from left to right. The first error is kept: everything that is read
+// after it is empty, and `error` says what is wrong and what is expected.
 class LineReader {
  public:
-  // What follows "#" and a blank, outside of quotes, is passed over.
+  // Ignores a comment: "#" followed by a blank, outside of quotes, and the rest of the line.
   explicit LineReader(std::string_view line);
 
   bool atEnd();
-  // The next character that is no blank; 0 at the end.
+  // The next character that is not a blank; 0 at the end.
   char peek();
 
-  // A word, or a text in double quotes with the escapes \" \\ \n and \t. `what` names it in the
-  // message where there is none.
+  // Reads a word, or a text in double quotes with the escapes \" \\ \n and \t. `what` names it in
+  // the error message.
   std::string word(std::string_view what);
-  // A text in double quotes.
+  // Reads a text in double quotes.
   std::string quoted(std::string_view what);
   double number(std::string_view what);
   std::size_t index(std::string_view what);
   RowAddress row();
-  // A path of the device, from "/" on.
+  // Reads a device path, which starts with "/".
   std::string devicePath();
-  // JSON: a number, true, false, null, a text in quotes, a list or a map. A bare word is a text.
+  // Reads JSON: a number, true, false, null, a text in quotes, an array or an object. A bare word
+  // is a string.
   nlohmann::json value(std::string_view what);
-  // The rest of the line as it stands, without the blanks at both ends.
+  // Reads the rest of the line unchanged, without blanks at both ends.
   std::string rest(std::string_view what);
-  // Takes the word where it comes next; false leaves everything as it is.
+  // Reads the word if it comes next; otherwise reads nothing and returns false.
   bool skip(std::string_view word);
-  // The same for the start of a word, as "status=".
+  // The same for a prefix of a word, such as "status=".
   bool skipPrefix(std::string_view prefix);
 
-  // Says that something is wrong, unless something was already.
+  // Sets the error unless there is one already.
   void fail(std::string message);
-  // Refuses what is left over on the line. Call it when everything has been read.
+  // Sets an error if text remains on the line. Call it after everything has been read.
   void expectEnd();
   const std::optional<std::string>& error() const noexcept { return _error; }
 

@@ -20,7 +20,7 @@ std::string valueText(const TreeQuery& query, const FoundNode& row) {
 
 std::string rowText(const TreeQuery& query, const FoundNode& row) {
   const std::string title = TreeQuery::text(*row.node, "title");
-  // What is out of sight has no cell to tell its text.
+  // A row that is out of sight has no cell to supply its text.
   std::string line = "  " + (title.empty() ? TreeQuery::rowName(*row.node) : title);
   const std::string value = valueText(query, row);
   if (!value.empty()) line += "  [" + value + "]";

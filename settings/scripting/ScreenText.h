@@ -7,11 +7,11 @@ namespace settings {
 
 class TreeQuery;
 
-// What is on the screen, as text: the title, each section with its header, rows and footer, and
-// what is presented over it.
+// The content of the screen as text: the title, each section with its header, rows and footer, and
+// what is presented over the page.
 std::string screenText(const TreeQuery& query);
 
-// A record of a program in one line: path, arguments, environment, exit.
+// One line for a started program: path, arguments, environment, exit status.
 std::string programText(const nlohmann::json& record);
 
 }  // namespace settings

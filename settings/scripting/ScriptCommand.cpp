@@ -24,7 +24,7 @@ ScriptCommands makeCommands() {
   return all;
 }
 
-// The names that may come next, each once: of "expect row" first "expect", then "row".
+// The possible next words, without duplicates: for "expect row", first "expect", then "row".
 std::string allowedNames(const ScriptCommands& commands, std::string_view taken) {
   std::string names;
   std::string last;
@@ -38,7 +38,7 @@ std::string allowedNames(const ScriptCommands& commands, std::string_view taken)
   return names;
 }
 
-// Whether the words of the name come next; they are taken where all do.
+// Reads the words of the name if they all come next.
 bool takeName(const std::string& name, LineReader& reader) {
   LineReader ahead = reader;
   std::istringstream words(name);
@@ -66,8 +66,8 @@ const ScriptCommand* takeCommand(LineReader& reader) {
     taken += word;
   }
   const std::string found = reader.atEnd() ? "nothing" : "\"" + reader.word("a command") + "\"";
-  reader.fail(found + (taken.empty() ? " is no command" : " is nothing to expect") +
-              "; allowed are " + allowedNames(scriptCommands(), taken));
+  reader.fail(std::string(taken.empty() ? "unknown command: " : "unknown expectation: ") + found +
+              " (expected " + allowedNames(scriptCommands(), taken) + ")");
   return nullptr;
 }
 

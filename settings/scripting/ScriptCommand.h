@@ -11,11 +11,11 @@ namespace settings {
 
 class ScriptContext;
 
-// How a line of a script went.
+// The result of one line of a script.
 struct StepOutcome {
   bool ok = true;
-  std::string message;  // what is wrong, where it did not go well
-  // A failed expectation says both.
+  std::string message;  // the error if `ok` is false
+  // Set for a failed expectation.
   std::optional<std::string> expected;
   std::optional<std::string> actual;
 
@@ -26,11 +26,11 @@ struct StepOutcome {
   }
 };
 
-// A line of a script that was understood: what to do when its turn comes.
+// A parsed line of a script: performs the command.
 using Step = std::function<StepOutcome(ScriptContext&)>;
 
-// A command, whose name is one word or more: how it is written, and how what follows its name
-// becomes a step. What `parse` gives counts only where the reader has no error afterwards.
+// A script command. Its name has one or more words. `parse` reads the rest of the line and returns
+// the step; the step must be ignored if the reader has an error afterwards.
 struct ScriptCommand {
   std::string name;
   std::string usage;
@@ -50,10 +50,10 @@ ScriptCommands reportCommands();       // what is there, printed
 ScriptCommands requestCommands();      // the tasks of the URL session
 ScriptCommands expectationCommands();  // "expect ..."
 
-// All commands, in the order in which help shows them.
+// All commands, in the order of the help.
 const ScriptCommands& scriptCommands();
-// The command that the line starts with, its name taken off the reader. Null, with the reader's
-// error set, where there is none.
+// Reads the name of the command at the start of the line. Returns null and sets the reader's error
+// if there is no such command.
 const ScriptCommand* takeCommand(LineReader& reader);
 
 }  // namespace settings

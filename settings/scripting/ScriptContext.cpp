@@ -68,7 +68,7 @@ ScriptFile ScriptContext::readFile(const std::string& path) const {
   const std::filesystem::path full = std::filesystem::path(_options.folder) / path;
   std::error_code error;
   std::ifstream input;
-  // Nothing that never ends.
+  // Rejects files that never end, such as devices.
   if (std::filesystem::is_regular_file(full, error)) input.open(full, std::ios::binary);
   if (!input.is_open()) return {{}, "cannot read the file " + full.string()};
   return {{std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>()}, {}};

@@ -14,14 +14,14 @@
 
 namespace settings {
 
-// A file of this machine.
+// The content of a file of this machine.
 struct ScriptFile {
   std::string bytes;
-  std::string problem;  // for people; empty where it was read
+  std::string problem;  // for the user; empty if it was read
 };
 
-// What the steps of a script work on: the application, where results go, and how far the records
-// have been read.
+// What the steps of a script use: the application, the output, and how far the records have been
+// read.
 class ScriptContext {
  public:
   ScriptContext(Application& application, std::ostream& output, const ScriptOptions& options)
@@ -30,23 +30,23 @@ class ScriptContext {
   Application& application() { return _application; }
   const ScriptOptions& options() const { return _options; }
 
-  // The line and the command that run now; results and messages bear them.
+  // Sets the current line and command, which results and messages contain.
   void beginLine(std::size_t number, std::string command);
-  // A result: text for people, JSON with the option for it.
+  // Prints a result: as text, or as JSON with the option --json.
   void print(const nlohmann::json& result, const std::string& plain);
   void printFailure(const StepOutcome& outcome);
 
-  // Does what the action says, with the user's hand.
+  // Performs a user action.
   StepOutcome act(const nlohmann::json& action);
-  // Finds the row in what is shown now and hands it to the work, which must not call the
-  // application; fails, with the names of the rows, where there is none.
+  // Finds the row in the current tree and passes it to the work, which must not call the
+  // application. If there is no such row, fails with a list of the rows.
   StepOutcome withRow(const RowAddress& address,
                       const std::function<StepOutcome(const TreeQuery&, const FoundNode&)>& work);
-  // Scrolls to the row, as a hand does, and hands its node's identity to the work.
+  // Scrolls to the row, as a user does, and passes its node's identity to the work.
   StepOutcome onRow(const RowAddress& address,
                     const std::function<StepOutcome(const std::string& row)>& work);
 
-  // A file beside the script, or at an absolute path.
+  // Reads a file relative to the script's folder, or at an absolute path.
   ScriptFile readFile(const std::string& path) const;
 
   // Where the next `log`, `writes` and `spawned` start.
@@ -62,7 +62,7 @@ class ScriptContext {
   std::string _command;
 };
 
-// The outcome of what the application was asked for.
+// Converts the application's result.
 StepOutcome outcomeOf(const ActionResult& result);
 
 }  // namespace settings

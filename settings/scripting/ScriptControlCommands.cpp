@@ -15,7 +15,7 @@ struct Control {
   json node;
 };
 
-// The control of the row, which is in sight, if it is of the kind asked for ("" for any).
+// The control of the row, which is in sight, if it has this kind ("" for any).
 Control controlOf(ScriptContext& context, const std::string& row, std::string_view kind) {
   const TreeQuery query(context.application().tree());
   const FoundNode found = query.control(query.find(row));
@@ -48,8 +48,8 @@ bool sameValue(const json& a, const json& b) {
   return a == b;
 }
 
-// The position of a value among the row's valid values, or of a title among the titles; -1 where
-// it is neither.
+// The index of the value among the row's valid values, or of the title among the titles; -1 if
+// there is neither.
 int choiceIndex(const json& values, const json& titles, const json& wanted) {
   for (const json* list : {&values, &titles}) {
     if (!list->is_array()) continue;
@@ -60,7 +60,7 @@ int choiceIndex(const json& values, const json& titles, const json& wanted) {
   return -1;
 }
 
-// A property of the row's specifier; null where there is none.
+// A property of the row's specifier; null if absent.
 json propertyOf(ScriptContext& context, const std::string& row, const char* name) {
   const json specifier = context.application().inspectRow(row);
   return specifier.is_object() ? specifier["properties"].value(name, json()) : json();
@@ -71,9 +71,9 @@ StepOutcome setSegment(ScriptContext& context, const std::string& row, const Con
   const json values = propertyOf(context, row, "validValues");
   const int index = choiceIndex(values, control.node["segments"], value);
   if (index < 0) {
-    return StepOutcome::failed(jsonText(value) + " is no choice of the row; there are the values " +
-                               jsonText(values) + " with the titles " +
-                               jsonText(control.node["segments"]));
+    return StepOutcome::failed("not a choice of the row: " + jsonText(value) + " (values " +
+                               jsonText(values) + ", titles " + jsonText(control.node["segments"]) +
+                               ")");
   }
   return context.act({{"action", "segment"}, {"node", control.id}, {"index", index}});
 }
@@ -84,19 +84,18 @@ StepOutcome setSwitch(ScriptContext& context, const Control& control, const json
   const json state =
       names.value(value.is_string() ? value.get<std::string>() : jsonText(value), json());
   if (!state.is_boolean()) {
-    return StepOutcome::failed(jsonText(value) +
-                               " is no state of a switch; allowed are on and off");
+    return StepOutcome::failed("not a switch state: " + jsonText(value) + " (expected on or off)");
   }
   return context.act({{"action", "toggle"}, {"node", control.id}, {"on", state}});
 }
 
-// A row without a control of its own: a tap opens its list, and the value is chosen there.
+// For a row without a control: taps it to open its list and chooses the value there.
 StepOutcome setByList(ScriptContext& context, const std::string& row, const json& value) {
   const json titles = propertyOf(context, row, "validTitles");
   const int index = choiceIndex(propertyOf(context, row, "validValues"), titles, value);
   if (index < 0) {
-    return StepOutcome::failed("the row has no control that a value can be set with, and " +
-                               jsonText(value) + " is none of its choices " + jsonText(titles));
+    return StepOutcome::failed("the row has no control for a value, and " + jsonText(value) +
+                               " is not one of its choices " + jsonText(titles));
   }
   StepOutcome opened = context.act({{"action", "tap"}, {"node", row}});
   if (!opened.ok || context.application().crash()) return opened;
@@ -119,7 +118,7 @@ StepOutcome setRow(ScriptContext& context, const std::string& row, const json& v
     return typeText(context, control.id,
                     value.is_string() ? value.get<std::string>() : jsonText(value));
   }
-  if (!value.is_number()) return StepOutcome::failed(jsonText(value) + " is no number");
+  if (!value.is_number()) return StepOutcome::failed("not a number: " + jsonText(value));
   return slideTo(context, control.id, value.get<double>());
 }
 
@@ -131,7 +130,7 @@ Step parseSet(LineReader& reader) {
   };
 }
 
-// Works the row's control of that kind.
+// Operates the row's control of that kind.
 template <class Work>
 Step controlStep(const RowAddress& address, std::string_view kind, const std::string& what,
                  Work work) {
@@ -168,8 +167,7 @@ ScriptCommands controlCommands() {
       {"set", "set ROW VALUE",
        "sets the row's switch (on, off), segment or choice (value or title), slider or text",
        &parseSet},
-      {"type", "type ROW \"text\"", "types the text in place of what the row's field holds",
-       &parseType},
+      {"type", "type ROW \"text\"", "replaces the text of the row's field", &parseType},
       {"slide", "slide ROW N", "drags the row's slider to N and lets go", &parseSlide},
   };
 }

@@ -32,7 +32,7 @@ Step parseTrait(LineReader& reader) {
     value = reader.word("CLASS");
     if (reader.error()) return {};
     const bool isOn = reader.skip("on");
-    if (!isOn && !reader.skip("off")) reader.fail("what follows CLASS is on or off");
+    if (!isOn && !reader.skip("off")) reader.fail("expected on or off after CLASS");
     value += isOn ? " on" : " off";
   } else {
     value = reader.word("VALUE");
@@ -71,7 +71,7 @@ Step parsePut(LineReader& reader) {
   const ScriptJson parsed = jsonOfText(text);
   if (!parsed.problem.empty()) {
     reader.fail("\"" + text + "\" " + parsed.problem +
-                "; what follows PATH is JSON, a text of it in double quotes, or @FILE");
+                " (expected JSON, JSON in double quotes, or @FILE after PATH)");
     return {};
   }
   const PropertyListFromJson list = valueFromJson(parsed.value);
@@ -94,7 +94,7 @@ Step parseMode(LineReader& reader) {
   std::uint32_t mode = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), mode, 8);
   if (error != std::errc() || end != text.data() + text.size() || mode > 07777) {
-    reader.fail("\"" + text + "\" is no mode; one is written in octal digits, as 644 or 000");
+    reader.fail("not a mode: \"" + text + "\" (expected octal digits such as 644 or 000)");
   }
   return [mode, path = reader.devicePath()](ScriptContext& context) {
     return outcomeOfFile(context.application().device().setMode(path, mode));
@@ -108,7 +108,7 @@ Step parseLink(LineReader& reader) {
   };
 }
 
-// The stand-ins print what lies beside them under this name.
+// A stand-in prints the file with this name instead of its own output.
 Step parseStdout(LineReader& reader) {
   const std::string program = reader.devicePath();
   return putFile(program + std::string(programOutputSuffix), reader.rest("FILE"));
@@ -116,7 +116,7 @@ Step parseStdout(LineReader& reader) {
 
 Step parsePatience(LineReader& reader) {
   const double seconds = reader.number("SECONDS");
-  if (seconds < 0) reader.fail("SECONDS is 0 or more");
+  if (seconds < 0) reader.fail("SECONDS must be 0 or more");
   return [seconds](ScriptContext& context) {
     context.application().setPatience(seconds);
     return StepOutcome{};
@@ -143,14 +143,15 @@ ScriptCommands deviceCommands() {
       {"put", "put PATH JSON|@FILE", "writes a property list, or the bytes of a file", &parsePut},
       {"rm", "rm PATH", "removes a file, or a folder with what is in it", &parseRemove},
       {"chmod", "chmod MODE PATH", "sets the permission bits, in octal digits", &parseMode},
-      {"link", "link PATH TARGET", "makes a symbolic link at PATH that holds TARGET", &parseLink},
+      {"link", "link PATH TARGET", "makes a symbolic link at PATH that points to TARGET",
+       &parseLink},
       {"stdout", "stdout PROGRAM FILE",
-       "what the stand-in of the program prints from now on: the bytes of a file", &parseStdout},
+       "sets the output of the program's stand-in to the content of a file", &parseStdout},
       {"patience", "patience SECONDS",
-       "ends a program that a page waits for longer than that, in seconds of the outside world; 5 "
-       "at first",
+       "ends a program when a page has waited this long for it, in seconds of real time (default "
+       "5)",
        &parsePatience},
-      {"open", "open", "a new process of the Settings application on the bundle's root page",
+      {"open", "open", "starts a new process of the Settings application on the bundle's root page",
        &parseOpen},
   };
 }

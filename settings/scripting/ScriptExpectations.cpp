@@ -1,4 +1,4 @@
-// Every "expect ...".
+// The "expect ..." commands.
 
 #include <algorithm>
 #include <cmath>
@@ -34,7 +34,7 @@ Step parseTitle(LineReader& reader) {
   };
 }
 
-// A value as a person writes it: a switch is on or off, numbers count by what they are.
+// Compares a value as users write it: a switch is on or off, and numbers are compared by value.
 bool showsValue(const json& shown, const json& wanted) {
   if (shown.is_boolean()) {
     static const json states = {{"on", true}, {"off", false}, {"yes", true}, {"no", false}};
@@ -81,7 +81,7 @@ std::string listText(const std::vector<std::string>& names) {
   return text.empty() ? " none" : text;
 }
 
-// "title" and "#identifier" of a row, as far as it has them.
+// The title and "#identifier" of a row, if present.
 std::string namesOfRow(const json& row) {
   const std::string title = TreeQuery::text(row, "title");
   const std::string name = TreeQuery::rowName(row);
@@ -93,7 +93,7 @@ Step parseRows(LineReader& reader) {
   std::vector<RowAddress> names;
   while (!reader.atEnd() && !reader.error()) names.push_back(reader.row());
   if (std::ranges::find(names, RowAddress::By::position, &RowAddress::by) != names.end()) {
-    reader.fail("the rows are named here, by #identifier or a label in quotes");
+    reader.fail("name the rows by #identifier or by a label in quotes");
   }
   return [index, names](ScriptContext& context) {
     if (!context.application().isOpen()) return StepOutcome::notOpen();
@@ -127,11 +127,11 @@ Step parsePref(LineReader& reader) {
   const std::string key = reader.word("KEY");
   const std::string type = reader.word("TYPE");
   if (!reader.error() && !isPreferenceType(type)) {
-    reader.fail(quote(type) + " is no TYPE; one is " + preferenceTypeNames());
+    reader.fail("not a TYPE: " + quote(type) + " (expected " + preferenceTypeNames() + ")");
   }
   const json value = type == "string" ? json(reader.word("VALUE")) : reader.value("VALUE");
   if (!reader.error() && !isOfPreferenceType(type, value)) {
-    reader.fail(jsonText(value) + " is no VALUE of the type " + type);
+    reader.fail("not a VALUE of the type " + type + ": " + jsonText(value));
   }
   return [=](ScriptContext& context) {
     const PreferenceLookup found = lookUpPreference(context.application().device(), key);
@@ -174,8 +174,7 @@ Step parseFooter(LineReader& reader) {
 
 Step parseOpacity(LineReader& reader) {
   const bool outer = reader.skip("outer");
-  if (!outer && !reader.skip("inner"))
-    reader.fail("what follows \"opacity\" is outer N or inner N");
+  if (!outer && !reader.skip("inner")) reader.fail("expected outer N or inner N after \"opacity\"");
   const double wanted = reader.number("N");
   return [=](ScriptContext& context) {
     if (!context.application().isOpen()) return StepOutcome::notOpen();
@@ -188,7 +187,7 @@ Step parseOpacity(LineReader& reader) {
   };
 }
 
-// The first line of the log that holds the text.
+// The first line of the log that contains the text.
 std::optional<std::string> logLineWith(const std::vector<platform::LogEntry>& entries,
                                        const std::string& text) {
   for (const auto& entry : entries) {
@@ -223,7 +222,7 @@ std::vector<std::string> words(LineReader& reader) {
   return result;
 }
 
-// The arguments as the program got them, with or without its own name in front.
+// The program's arguments, with or without its own name in front.
 bool wasStartedWith(const platform::ProgramRequest& request,
                     const std::vector<std::string>& arguments) {
   if (request.arguments == arguments) return true;
@@ -250,7 +249,7 @@ Step parseSpawned(LineReader& reader) {
   };
 }
 
-// The report is answered with "continue", so that the script can go on.
+// Answers the crash report with "continue", so that the script can go on.
 Step parseException(LineReader& reader) {
   return [name = reader.word("NAME")](ScriptContext& context) {
     const auto crash = context.application().crash();
@@ -271,22 +270,22 @@ ScriptCommands expectationCommands() {
       {"expect rows", "expect rows SECTION ROW...",
        "the rows of the section, all of them and in this order, by #identifier or label",
        &parseRows},
-      {"expect row", "expect row ROW [value V]", "there is the row, and it shows the value",
-       &parseRow},
+      {"expect row", "expect row ROW [value V]", "the row exists and shows the value", &parseRow},
       {"expect no row", "expect no row ROW", "there is no such row", &parseNoRow},
-      {"expect no pref", "expect no pref KEY", "the preference file holds nothing under the key",
+      {"expect no pref", "expect no pref KEY", "the preference file has no value for the key",
        &parseNoPref},
-      {"expect no log", "expect no log \"text\"", "no line of the log holds the text", &parseNoLog},
+      {"expect no log", "expect no log \"text\"", "no line of the log contains the text",
+       &parseNoLog},
       {"expect no writes", "expect no writes", "nothing was written since the last `writes`",
        &parseNoWrites},
       {"expect pref", "expect pref KEY TYPE VALUE",
-       "what the preference file holds; TYPE is integer, real, bool, string, data, array or dict",
+       "the value in the preference file; TYPE is integer, real, bool, string, data, array or dict",
        &parsePref},
       {"expect footer", "expect footer ROW \"text\"",
        "the footer of the group, or of the group of the row", &parseFooter},
       {"expect opacity", "expect opacity outer|inner N",
        "the opacity of the title in a navigation bar", &parseOpacity},
-      {"expect log", "expect log \"text\"", "a line of the log holds the text", &parseLog},
+      {"expect log", "expect log \"text\"", "a line of the log contains the text", &parseLog},
       {"expect spawned", "expect spawned PATH ARG...",
        "the program was started with these arguments", &parseSpawned},
       {"expect exception", "expect exception NAME",

@@ -9,7 +9,7 @@ namespace {
 
 using nlohmann::json;
 
-// The action on a row's node; the members beside "action" and "node" come along.
+// Performs the action, to which the row's node is added.
 Step rowAction(LineReader& reader, json action) {
   return [address = reader.row(), action = std::move(action)](ScriptContext& context) {
     return context.onRow(address, [&](const std::string& row) {
@@ -30,7 +30,7 @@ Step parseCommit(LineReader& reader) {
 
 double seconds(LineReader& reader) {
   const double result = reader.number("SECONDS");
-  if (result < 0) reader.fail("time does not go back; SECONDS is 0 or more");
+  if (result < 0) reader.fail("SECONDS must be 0 or more; time cannot go back");
   return result;
 }
 
@@ -51,7 +51,7 @@ Step parsePress(LineReader& reader) {
 
 Step parseMove(LineReader& reader) {
   const RowAddress address = reader.row();
-  if (!reader.skip("to")) reader.fail("what follows ROW is: to SECTION INDEX");
+  if (!reader.skip("to")) reader.fail("expected \"to SECTION INDEX\" after ROW");
   const std::size_t section = reader.index("SECTION");
   const std::size_t index = reader.index("INDEX");
   return [=](ScriptContext& context) {
@@ -62,7 +62,7 @@ Step parseMove(LineReader& reader) {
   };
 }
 
-// An action on the node that `find` gives; `missing` says that it is not there.
+// Performs the action on the node that `find` returns; fails with `missing` if there is none.
 template <class Find>
 StepOutcome actOn(ScriptContext& context, json action, Find find, const std::string& missing) {
   if (!context.application().isOpen()) return StepOutcome::notOpen();
@@ -95,12 +95,15 @@ ScriptCommands handCommands() {
   return {
       {"tap", "tap ROW", "taps the row", &parseTap},
       {"press", "press ROW SECONDS", "a long press; moves the clock", &parsePress},
-      {"insert", "insert ROW", "the insert control of a row of an editing table", &parseCommit},
-      {"delete", "delete ROW", "the delete control of a row of an editing table", &parseCommit},
+      {"insert", "insert ROW", "taps the insert control of a row of an editing table",
+       &parseCommit},
+      {"delete", "delete ROW", "taps the delete control of a row of an editing table",
+       &parseCommit},
       {"move", "move ROW to SECTION INDEX",
-       "drags a row of an editing table; INDEX as after the row has left its place", &parseMove},
+       "drags a row of an editing table; INDEX counts the rows without the dragged one",
+       &parseMove},
       {"scroll", "scroll Y", "drags the table to the content offset Y", &parseScroll},
-      {"back", "back", "goes back to the page before", &parseBack},
+      {"back", "back", "goes back to the previous page", &parseBack},
   };
 }
 

@@ -20,7 +20,7 @@ using platform::Value;
 
 constexpr const char* targetHelp = "page, cell ROW, store, nav, outer or new CLASS";
 
-// What an operation is sent to.
+// The receiver of an operation.
 struct Target {
   enum class Kind { page, cell, store, nav, outer, made } kind = Kind::page;
   RowAddress row;         // of a cell
@@ -42,7 +42,7 @@ Target readTarget(LineReader& reader) {
   if (reader.skip("cell")) return {Target::Kind::cell, reader.row(), {}};
   if (reader.skip("new")) return {Target::Kind::made, {}, reader.word("CLASS")};
   const std::string found = reader.atEnd() ? "nothing" : "\"" + reader.word("TARGET") + "\"";
-  reader.fail(found + std::string(" is no TARGET; one is ") + targetHelp);
+  reader.fail("not a TARGET: " + found + " (expected " + targetHelp + ")");
   return target;
 }
 
@@ -58,7 +58,7 @@ std::vector<Argument> readArguments(LineReader& reader) {
   return arguments;
 }
 
-// The cell of a row; none where the row has none.
+// The cell of a row; null if it has none.
 std::shared_ptr<Object> cellOf(ScriptContext& context, const RowAddress& address,
                                StepOutcome& outcome) {
   std::shared_ptr<Object> cell;
@@ -71,7 +71,7 @@ std::shared_ptr<Object> cellOf(ScriptContext& context, const RowAddress& address
   return cell;
 }
 
-// Runs in the process. A new object is initialised by the selector where that begins with "init".
+// Runs in the process. If the selector starts with "init", it initialises the new object.
 std::shared_ptr<Object> makeObject(const std::string& className, const std::string& selector) {
   const auto* const found = platform::Process::current().classes().find(className);
   if (!found) return nullptr;
@@ -130,7 +130,7 @@ void printValue(ScriptContext& context, const Value& value) {
   context.print(jsonFromValue(value), plainText(value));
 }
 
-// What was sent or asked, at the application's edge.
+// Runs the work at the application's edge, where exceptions are caught.
 StepOutcome atEdge(ScriptContext& context, const std::string& where,
                    const std::function<StepOutcome()>& work) {
   StepOutcome outcome;
@@ -142,7 +142,7 @@ StepOutcome sendTo(ScriptContext& context, const std::shared_ptr<Object>& object
                    const Target& target, const std::string& selector,
                    const std::vector<Value>& values) {
   if (!object) {
-    return StepOutcome::failed(target.className.empty() ? "there is no such object just now"
+    return StepOutcome::failed(target.className.empty() ? "there is no such object at the moment"
                                                         : "there is no class " + target.className);
   }
   const Value result = object->perform(selector, values);
@@ -170,7 +170,7 @@ Step parseSend(LineReader& reader) {
   };
 }
 
-// Does the work with the page on top.
+// Runs the work with the page on top.
 StepOutcome onPage(ScriptContext& context, const std::string& where,
                    const std::function<void(Object&)>& work) {
   return atEdge(context, where, [&] {
@@ -206,7 +206,7 @@ ScriptCommands messageCommands() {
        "sends an operation by name and prints its result; TARGET is page, cell ROW, store, nav, "
        "outer or new CLASS, and an ARG is JSON, a word, or a row, which stands for its specifier",
        &parseSend},
-      {"get", "get KEYPATH", "prints a value that the page answers by key", &parseGet},
+      {"get", "get KEYPATH", "prints a value of the page by key", &parseGet},
       {"put-value", "put-value KEYPATH VALUE", "sets a value of the page by key", &parsePutValue},
   };
 }

@@ -4,11 +4,11 @@
 
 namespace settings {
 
-// How a script is played.
+// Options for playing a script.
 struct ScriptOptions {
-  std::string name = "script";  // of the script, for messages: a file's name or "standard input"
-  std::string folder = ".";     // where `put PATH @FILE` finds its files, on this machine
-  bool json = false;            // results as one JSON object a line
+  std::string name = "script";  // shown in messages: a file's name or "standard input"
+  std::string folder = ".";     // folder of this machine for `put PATH @FILE`
+  bool json = false;            // print each result as one JSON object per line
 };
 
 }  // namespace settings

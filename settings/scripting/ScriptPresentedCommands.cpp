@@ -1,4 +1,4 @@
-// What a hand does with what lies over the pages: sheets and pickers.
+// User actions on what is presented over the pages: sheets and pickers.
 
 #include <nlohmann/json.hpp>
 #include <utility>
@@ -14,7 +14,7 @@ namespace {
 
 using nlohmann::json;
 
-// Hands what is presented to the work, which gets its identity and a copy of its node.
+// Passes the identity and a copy of the node of what is presented to the work.
 template <class Work>
 StepOutcome onPresented(ScriptContext& context, const std::string& missing, Work work) {
   if (!context.application().isOpen()) return StepOutcome::notOpen();
@@ -33,9 +33,9 @@ StepOutcome choose(ScriptContext& context, const std::string& sheet, const json&
     }
     titles += (titles.empty() ? "" : ", ") + jsonText(actions[i]["title"]);
   }
-  return StepOutcome::failed(jsonText(json(label)) + " is no choice of the " +
-                             TreeQuery::text(node, "kind") + "; there are " +
-                             (titles.empty() ? "none" : titles));
+  return StepOutcome::failed("not a choice of the " + TreeQuery::text(node, "kind") + ": " +
+                             jsonText(json(label)) +
+                             " (choices: " + (titles.empty() ? "none" : titles) + ")");
 }
 
 Step parseChoose(LineReader& reader) {
@@ -56,7 +56,7 @@ Step parseClose(LineReader&) {
   };
 }
 
-// "FF0000" or "FF0000CC", with or without "#" in front, as components from 0 to 1.
+// Parses "FF0000" or "FF0000CC", with or without "#" in front, into components from 0 to 1.
 json readColour(LineReader& reader) {
   constexpr std::size_t opaqueLength = 6;
   const std::string word = reader.word("COLOUR");
@@ -64,7 +64,7 @@ json readColour(LineReader& reader) {
   if (text.size() == opaqueLength) text += "FF";
   const auto components = platform::colorComponentsFromHex(text);
   if (!components) {
-    reader.fail("\"" + word + "\" is no COLOUR; one is RRGGBB or RRGGBBAA, as FF0000");
+    reader.fail("not a COLOUR: \"" + word + "\" (expected RRGGBB or RRGGBBAA, such as FF0000)");
     return {};
   }
   return {components->red, components->green, components->blue, components->alpha};
@@ -109,9 +109,9 @@ ScriptCommands presentedCommands() {
       {"photo", "photo FILE",
        "chooses a photo of the library by its name, or with @ in front a file of this machine",
        &parsePhoto},
-      {"choose", "choose \"label\"", "a choice of the open sheet", &parseChoose},
-      {"close", "close", "closes what is open without a choice", &parseClose},
-      {"cancel", "cancel", "the cancelling choice of what is open", &parseClose},
+      {"choose", "choose \"label\"", "taps a choice of the open sheet", &parseChoose},
+      {"close", "close", "closes what is open, without a choice", &parseClose},
+      {"cancel", "cancel", "taps the cancel choice of what is open", &parseClose},
   };
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 using nlohmann::json;
 
-// `nothing` where there are no lines.
+// Returns `nothing` if there are no lines.
 std::string linesOf(const std::vector<std::string>& lines, const char* nothing = "") {
   std::string text = lines.empty() ? nothing : "";
   for (const std::string& line : lines) text += line + "\n";
@@ -76,7 +76,7 @@ Step parseTree(LineReader&) {
   };
 }
 
-// The node with its children in place of their identities.
+// The node with its children instead of their identities.
 json nested(const TreeQuery& query, const FoundNode& found) {
   json result = *found.node;
   result["node"] = found.id;
@@ -116,7 +116,7 @@ Step parseFile(LineReader& reader) {
     const platform::FileContents contents = context.application().device().read(path);
     if (contents.error) return StepOutcome::failed(contents.error.message);
     const platform::PropertyListResult list = platform::readPropertyList(contents.bytes);
-    if (!list) return StepOutcome::failed(path + " is no property list: " + list.error->text());
+    if (!list) return StepOutcome::failed(path + " is not a property list: " + list.error->text());
     const json result = jsonFromValue(list.value);
     context.print(result, jsonText(result, JsonStyle::indented));
     return StepOutcome{};

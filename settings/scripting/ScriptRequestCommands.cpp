@@ -1,4 +1,4 @@
-// The tasks of the process's URL session, and the answers that a script hands them.
+// Commands for the tasks of the process's URL session, and for their answers.
 
 #include <functional>
 #include <nlohmann/json.hpp>
@@ -19,7 +19,7 @@ using platform::NSURL;
 using platform::NSURLSession;
 using Task = NSURLSession::Task;
 
-// Does the work at the application's edge, with the tasks of the process.
+// Runs the work at the application's edge with the tasks of the process.
 StepOutcome withTasks(ScriptContext& context, const std::string& where,
                       const std::function<StepOutcome(const std::vector<Task>&)>& work) {
   if (!context.application().isOpen()) {
@@ -84,11 +84,11 @@ struct Answer {
 std::int64_t readStatus(LineReader& reader) {
   constexpr std::size_t largest = 999;
   const std::size_t status = reader.index("S");
-  if (status > largest) reader.fail("S is a status from 0 to 999");
+  if (status > largest) reader.fail("S must be a status from 0 to 999");
   return static_cast<std::int64_t>(status);
 }
 
-// Takes one NAME=VALUE off the line.
+// Reads one NAME=VALUE from the line.
 void readPart(LineReader& reader, Answer& answer) {
   if (reader.skipPrefix("status=")) {
     answer.status = readStatus(reader);
@@ -97,8 +97,8 @@ void readPart(LineReader& reader, Answer& answer) {
   } else if (reader.skipPrefix("error=")) {
     answer.error = reader.word("TEXT");
   } else {
-    reader.fail("\"" + reader.word("a part of the answer") +
-                "\" is no part of an answer; allowed are status=S, data=FILE and error=TEXT");
+    reader.fail("not a part of an answer: \"" + reader.word("a part of the answer") +
+                "\" (expected status=S, data=FILE or error=TEXT)");
   }
 }
 
@@ -117,8 +117,8 @@ platform::URLAnswer urlAnswer(const Answer& given, const std::shared_ptr<NSURL>&
   return answer;
 }
 
-// Runs the background work that stands before the completion handler, and the handler itself.
-// Gives how many pieces of work for the main queue came of it.
+// Runs the queued background work up to and including the completion handler. Returns how many
+// pieces of work it added to the main queue.
 std::size_t deliver(SettingsProcess& process, const platform::NSURLSessionDataTask& task) {
   platform::VirtualScheduler& clock = *process.virtualClock();
   const std::size_t before = clock.pendingMain();
@@ -137,7 +137,7 @@ StepOutcome handOver(ScriptContext& context, const Answer& given, const std::vec
   auto answer = urlAnswer(given, task->originalRequest()->URL(), std::move(data));
   if (!NSURLSession::sharedSession()->answer(given.task, std::move(answer))) {
     return StepOutcome::failed("the task " + std::to_string(given.task) +
-                               " has its answer already");
+                               " already has its answer");
   }
   const std::size_t mainWork = deliver(*context.application().process(), *task);
   const std::string queue = task->completionQueue().value_or("");
@@ -173,8 +173,8 @@ ScriptCommands requestCommands() {
        "each was made on",
        &parseRequests},
       {"answer", "answer N [status=S] [data=FILE] [error=TEXT]",
-       "hands a task an answer, runs background work up to its completion handler, and prints on "
-       "which queue what ran",
+       "gives a task its answer, runs background work up to its completion handler, and prints "
+       "what ran on which queue",
        &parseAnswer},
   };
 }

@@ -18,7 +18,7 @@ struct Line {
   Step step;
 };
 
-// The line as a step; no command where the line is blank.
+// Parses the line into a step; no step for an empty line.
 Line parseLine(std::size_t number, const std::string& text, std::string& problem) {
   Line line{number, text, {}, {}};
   LineReader reader(text);
@@ -28,14 +28,14 @@ Line parseLine(std::size_t number, const std::string& text, std::string& problem
   if (command) {
     line.command = command->name;
     line.step = command->parse(reader);
-    usage = "; the command is: " + command->usage;
+    usage = "; usage: " + command->usage;
     reader.expectEnd();
   }
   if (reader.error()) problem = *reader.error() + usage;
   return line;
 }
 
-// The place at or before `index` where a character begins; `index` itself where that is no UTF-8.
+// The start of the character that contains `index`; `index` itself if the text is not UTF-8 there.
 std::size_t characterStart(std::string_view text, std::size_t index) {
   constexpr std::size_t mostBytesBehindTheFirst = 3;
   for (std::size_t back = 0; back <= mostBytesBehindTheFirst && back <= index; ++back) {
@@ -44,15 +44,14 @@ std::size_t characterStart(std::string_view text, std::size_t index) {
   return index;
 }
 
-// A text for people, who read neither a line of a million characters nor lose what is said of it at
-// its end.
+// Shortens a very long text in the middle, so that messages stay readable and keep their end.
 std::string withoutMiddle(std::string_view text) {
   constexpr std::size_t longest = 2000;
   if (text.size() <= longest) return std::string(text);
   const std::size_t cut = characterStart(text, longest / 2);
   const std::size_t goesOn = characterStart(text, text.size() - longest / 2);
   return std::string(text.substr(0, cut)) + " [" + std::to_string(goesOn - cut) +
-         " bytes are left out] " + std::string(text.substr(goesOn));
+         " bytes omitted] " + std::string(text.substr(goesOn));
 }
 
 bool expectsException(const Line& line) {
@@ -90,8 +89,8 @@ class Player {
       _last = &line;
       _context.beginLine(line.number, line.command);
       const StepOutcome outcome = line.step(_context);
-      // An exception tells more than what could not be done because of it, but for a line that
-      // expects another one.
+      // An exception explains more than the failure that follows from it. But a line that expects
+      // another exception reports its own failure.
       const bool isTold = !_context.application().crash() || expectsException(line);
       if (!outcome.ok && isTold) return fail(line, outcome);
     }
@@ -114,7 +113,7 @@ class Player {
 
   bool crashIsExpected(const Line& next) { return expectsException(next) || !reportCrash(); }
 
-  // Whether an exception is open; it is told as the failure of the line that raised it.
+  // Returns whether a crash report is open. Reports it as the failure of the line that raised it.
   bool reportCrash() {
     const auto& crash = _context.application().crash();
     if (!crash || !_last) return false;

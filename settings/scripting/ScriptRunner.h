@@ -12,20 +12,20 @@ namespace settings {
 // The exit status of a script.
 enum class ScriptStatus : int {
   done = 0,
-  failed = 1,   // an expectation failed, what a line does was refused, or an exception of the
-                // platform was not expected
-  badLine = 2,  // a line that cannot be understood; nothing was played
+  failed = 1,   // an expectation failed, an action was refused, or there was an unexpected
+                // exception
+  badLine = 2,  // a line is invalid; nothing was played
 };
 
-// What `script --help` tells of a command.
+// The help of a command, as shown by `script --help`.
 struct ScriptCommandHelp {
   std::string usage;
   std::string text;
 };
 
-// Plays a script, the user's hand with one command a line, on an application with a virtual clock.
-// Results go to `output`, messages (line number, what is wrong, what is allowed) to `messages`.
-// The whole script is parsed before its first line is played, so that a bad line changes nothing.
+// Plays a script of user actions, one command per line, on an application with a virtual clock.
+// Results go to `output`; messages (line number, what is wrong, what is expected) go to `messages`.
+// The whole script is parsed before the first line is played, so an invalid line changes nothing.
 class ScriptRunner {
  public:
   ScriptRunner(Application& application, std::ostream& output, std::ostream& messages,
@@ -33,7 +33,7 @@ class ScriptRunner {
 
   ScriptStatus run(std::istream& script);
 
-  // Every command, in the order in which help shows them.
+  // All commands, in the order of the help.
   static std::vector<ScriptCommandHelp> help();
 
  private:

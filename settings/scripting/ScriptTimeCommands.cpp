@@ -8,7 +8,7 @@ namespace {
 
 Step parseAdvance(LineReader& reader) {
   const double seconds = reader.number("SECONDS");
-  if (seconds < 0) reader.fail("time does not go back; SECONDS is 0 or more");
+  if (seconds < 0) reader.fail("SECONDS must be 0 or more; time cannot go back");
   return [seconds](ScriptContext& context) {
     return outcomeOf(context.application().advance(seconds));
   };
@@ -16,7 +16,7 @@ Step parseAdvance(LineReader& reader) {
 
 Step parseBackground(LineReader& reader) {
   std::optional<std::size_t> count;
-  if (!reader.skip("all")) count = reader.index("N, or all,");
+  if (!reader.skip("all")) count = reader.index("N");
   return [count](ScriptContext& context) {
     if (!context.application().isOpen()) return StepOutcome::notOpen();
     const std::size_t ran = context.application().runBackground(count);
@@ -30,7 +30,7 @@ Step parseBackground(LineReader& reader) {
 
 ScriptCommands timeCommands() {
   return {
-      {"advance", "advance SECONDS", "moves the clock, and runs what falls due on the way",
+      {"advance", "advance SECONDS", "advances the clock and runs the work that becomes due",
        &parseAdvance},
       {"background", "background N|all", "runs queued background work", &parseBackground},
   };

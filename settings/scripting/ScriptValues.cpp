@@ -17,9 +17,8 @@ ScriptJson jsonOfText(std::string_view text) {
     return !tooDeep;
   };
   json value = json::parse(text, visit, false);
-  if (tooDeep)
-    return {{}, "nests more than " + std::to_string(deepest) + " deep, which is the limit"};
-  if (value.is_discarded()) return {{}, "is no JSON"};
+  if (tooDeep) return {{}, "is nested more than " + std::to_string(deepest) + " levels deep"};
+  if (value.is_discarded()) return {{}, "is not JSON"};
   return {std::move(value), {}};
 }
 

@@ -11,16 +11,16 @@ namespace settings {
 
 struct ScriptJson {
   nlohmann::json value;
-  std::string problem;  // for people; empty where there is none
+  std::string problem;  // for the user; empty if there is a value
 };
 
-// JSON as a line of a script holds it; nothing that nests deeper than a property list may.
+// Parses JSON from a line of a script. Fails if it is nested deeper than a property list may be.
 ScriptJson jsonOfText(std::string_view text);
 
-// The value that the JSON stands for; none for null.
+// The value that the JSON stands for; no value for null.
 PropertyListFromJson valueOrNone(const nlohmann::json& json);
 
-// A result for people: a text as it is, "(null)" for none, an object as it describes itself,
+// A result as text: strings as they are, "(null)" for no value, an object's description, and
 // anything else as JSON on one line.
 std::string plainText(const platform::Value& value);
 

@@ -12,7 +12,7 @@ using nlohmann::json;
 
 namespace {
 
-// A page may have thousands of rows; a message of all their names would hide what it says.
+// A page may have thousands of rows; listing them all would hide the message.
 constexpr std::size_t mostRowsTold = 50;
 
 std::string kindOf(const FoundNode& found) {

@@ -17,41 +17,40 @@ struct FoundNode {
   explicit operator bool() const noexcept { return node != nullptr; }
 };
 
-// Finds its way in a tree as docs/tree.md describes it: what a person looking at the screen would
-// point at. Borrows the tree.
+// Searches a tree (docs/tree.md) for what a user would point at on the screen. Borrows the tree.
 class TreeQuery {
  public:
   explicit TreeQuery(const nlohmann::json& tree) : _tree(tree) {}
 
   FoundNode find(const std::string& id) const;
   std::vector<FoundNode> children(const FoundNode& node) const;
-  // The node itself or the nearest one below it of one of the kinds, in display order.
+  // The node itself or its nearest descendant of one of the kinds, in display order.
   FoundNode firstOfKind(const FoundNode& node, const std::vector<std::string_view>& kinds) const;
 
-  // What is presented over the navigation and can be seen: an alert, a picker, a crash report.
+  // The visible presentation over the navigation: an alert, a picker, or a crash report.
   FoundNode presented() const;
   FoundNode outerNavigation() const;
-  FoundNode innerNavigation() const;  // the outer one where there is no other
+  FoundNode innerNavigation() const;  // the outer one if there is no other
   FoundNode page() const;             // the page on top
-  FoundNode table() const;            // its table, if it has one
+  FoundNode table() const;            // of the page; none if it has no table
 
   // The rows, or the sections, of the page's table, in display order.
   std::vector<FoundNode> rows() const;
   std::vector<FoundNode> sections() const;
-  // The row that the address names; none where there is no such row.
+  // The row with this address; none if there is no such row.
   FoundNode row(const RowAddress& address) const;
-  // Whether the row has the identifier, or the label, of the address.
+  // Returns whether the row has the identifier, or the label, of the address.
   static bool isNamed(const nlohmann::json& row, const RowAddress& address);
-  // The section of a group's identifier or header, or the section that the row stands in.
+  // The section of a group's identifier or header, or the section that contains the row.
   FoundNode section(const RowAddress& address) const;
-  // The control of a row that holds a value (NodeKind::shownValue).
+  // The control of a row that has a value (NodeKind::shownValue).
   FoundNode control(const FoundNode& row) const;
 
-  // What a row shows as its value: a switch's state, the number of a slider, the text of a field,
-  // the title of the selected segment, or the detail text. Null where it shows none or is out of
-  // sight.
+  // The value that a row shows: a switch's state, the number of a slider, the text of a field, the
+  // title of the selected segment, or the detail text. Null if it shows none or is out of sight.
   nlohmann::json shownValue(const FoundNode& row) const;
-  // The names of the rows, for messages: `#identifier` or label; of many the first ones.
+  // The names of the rows for messages: `#identifier` or label. If there are many, only the first
+  // ones.
   std::string rowNames() const;
   static std::string rowName(const nlohmann::json& row);
 

@@ -5,10 +5,10 @@
 
 namespace settings {
 
-// What became of something that the user did. A refused action has changed nothing.
+// The result of a user action. A refused action has changed nothing.
 struct ActionResult {
   bool accepted = true;
-  std::string message;  // why it was refused, for people; empty where it was accepted
+  std::string message;  // why it was refused, for the user; empty if it was accepted
   explicit operator bool() const noexcept { return accepted; }
 };
 

@@ -14,7 +14,7 @@
 
 namespace settings::server {
 
-// A photo on its way in; counted as long as it lasts.
+// A photo that is being uploaded. It counts as an upload during its lifetime.
 struct Upload {
   Upload(Shared& sharedState, http::request_parser<http::empty_body>&& header)
       : shared(sharedState), parser(std::move(header)) {
@@ -29,7 +29,7 @@ struct Upload {
   http::request_parser<http::string_body> parser;
 };
 
-// One HTTP connection, request after request, until it ends or becomes a WebSocket.
+// One HTTP connection. Handles request after request until it ends or becomes a WebSocket.
 class HttpSession : public std::enable_shared_from_this<HttpSession> {
  public:
   HttpSession(Shared& shared, std::uint64_t id, Tcp::socket socket)
@@ -38,7 +38,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
   void read() {
     _parser.emplace();
     _parser->header_limit(_headerBytes);
-    // No body is read but a photo's, which has its own limit.
+    // Only the bodies of photos are read, and they have their own limit.
     _parser->body_limit(boost::none);
     _stream.expires_after(idleTime(_shared.options));
     http::async_read_header(
@@ -64,7 +64,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
     }
     _stream.expires_never();
     _facts = factsOf(_parser->get());
-    // A body is never read, so nothing that follows it can be understood.
+    // Other bodies are not read, so the connection cannot be reused after them.
     _keepAlive = _parser->keep_alive() && _parser->is_done();
     const Routed routed = _shared.routes.route(_facts);
     if (const auto* image = std::get_if<ImageWanted>(&routed)) {
@@ -80,7 +80,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
 
   void beginUpload() {
     if (_parser->is_done()) {
-      answer(_shared.routes.refusedPhoto(_facts, 400, "The request brings no picture."));
+      answer(_shared.routes.refusedPhoto(_facts, 400, "The request contains no picture."));
     } else if (_parser->content_length().value_or(0) > largestUploadBytes) {
       answer(_shared.routes.refusedPhoto(_facts, 413, uploadTooLarge));
     } else if (_shared.uploads >= _shared.options.uploads) {
@@ -119,7 +119,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
 
   void refuseUnreadable(error_code error) {
     const bool tooLarge = error == http::error::header_limit;
-    // Beast's own errors: the request is malformed. Others: the connection is gone.
+    // An error of Beast itself means a malformed request. Any other error means a lost connection.
     if (error.category() != make_error_code(http::error::bad_method).category() ||
         error == http::error::end_of_stream || error == http::error::partial_message) {
       finish();
@@ -129,7 +129,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
     _facts = {};
     answer(_shared.routes.refusal(
         _facts, tooLarge ? 431 : 400,
-        tooLarge ? "The request's header is longer than 16 KiB." : "This is not an HTTP request."));
+        tooLarge ? "The request's header is larger than 16 KiB." : "This is not an HTTP request."));
   }
 
   void becomeSocket() {
@@ -188,7 +188,8 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
     drain();
   }
 
-  // Reads what the client still sends: to close over it could take the answer from the client.
+  // Reads the rest of the client's data. Closing earlier could discard the answer before the client
+  // has read it.
   void drain() {
     _stream.async_read_some(_buffer.prepare(_headerBytes),
                             [self = shared_from_this()](error_code error, std::size_t count) {

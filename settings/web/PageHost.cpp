@@ -21,15 +21,15 @@ platform::Data dataOf(std::string bytes) {
 
 }  // namespace
 
-// Carries what comes from the pages over to the main thread.
+// Transfers the pages' events to the main thread.
 struct PageHost::State : PageEvents, std::enable_shared_from_this<State> {
   explicit State(Application& served) : application(served) {}
   ~State() override { application.setWaitHandler({}); }
   State(const State&) = delete;
   State& operator=(const State&) = delete;
 
-  // The main queue also runs in the middle of what a page does. There the work is held, until that
-  // is over or has become a long wait.
+  // The main queue also runs in the middle of a page's work. Work is then held back until the
+  // page's work has ended or has become a long wait.
   void post(Work work) {
     application.mainQueue().push([weak = weak_from_this(), work = std::move(work)]() mutable {
       if (const auto state = weak.lock()) state->held.push_back(std::move(work));
@@ -61,7 +61,7 @@ struct PageHost::State : PageEvents, std::enable_shared_from_this<State> {
       }
     });
   }
-  // A photo that was sent does not wait behind the thumbnails of a whole library.
+  // Has its own thread, so that an upload does not wait behind the thumbnails of a whole library.
   void photoSent(RequestId request, std::string bytes) override {
     photos.push([this, request, sent = dataOf(std::move(bytes))] {
       post([this, request, photo = readPhoto(sent)] { publisher->photoRead(request, photo); });
@@ -76,7 +76,7 @@ struct PageHost::State : PageEvents, std::enable_shared_from_this<State> {
 
   Application& application;
   std::vector<Work> held;
-  // What would keep the main thread from the pages, one piece after the other.
+  // Work that would block the main thread. Each pool runs one piece after another.
   platform::ThreadPool photos{1, [](const Work& work) { work(); }};
   platform::ThreadPool thumbnails{1, [](const Work& work) { work(); }};
   std::unique_ptr<PageServer> server;

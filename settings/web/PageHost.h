@@ -10,13 +10,13 @@ namespace settings {
 class Application;
 struct PageHostResult;
 
-// Serves an application to browsers: the server on its own thread, the application and what it
-// publishes on the main one.
+// Serves an application to browsers. The server has its own thread; the application and the
+// publisher use the main thread.
 //
-// Threads: `address` and `stop` from any; all else on the application's.
+// Threads: `address` and `stop`: any; everything else: the application's.
 class PageHost {
  public:
-  // `pageFolder` holds the built page. Takes the application's wait handler. The application must
+  // `pageFolder` contains the built page. Sets the application's wait handler. The application must
   // outlive the host.
   static PageHostResult create(Application& application, const PageServerOptions& options,
                                const std::string& pageFolder);
@@ -24,13 +24,13 @@ class PageHost {
   PageHost(const PageHost&) = delete;
   PageHost& operator=(const PageHost&) = delete;
 
-  // The address to open in a browser, with this run's token.
+  // The address to open in a browser, including this run's token.
   std::string address() const;
-  // Answers browsers until `stop`. They may connect before; they are answered then.
+  // Answers browsers until `stop`. Browsers that connect earlier are answered once this runs.
   void run();
-  // Ends `run`. May be called before it, too.
+  // Ends `run`. May be called before `run`.
   void stop();
-  // The device's files may have changed from outside.
+  // Call this when the device's files may have changed from outside.
   void filesChanged();
 
  private:
@@ -40,8 +40,8 @@ class PageHost {
 };
 
 struct PageHostResult {
-  std::unique_ptr<PageHost> host;  // empty where it could not be made
-  std::string error;               // why, for people
+  std::unique_ptr<PageHost> host;  // empty on failure
+  std::string error;               // the reason, for the user
 };
 
 }  // namespace settings

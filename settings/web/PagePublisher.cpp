@@ -31,7 +31,8 @@ PagePublisher::~PagePublisher() {
 }
 
 void PagePublisher::opened(ConnectionId connection) {
-  // What waits for the pages that are there must not reach the new one a second time.
+  // Messages that are pending for the other pages must not reach the new page in addition to the
+  // whole tree.
   publish();
   Page& page = _pages[connection];
   sendWhole(connection, page);
@@ -111,7 +112,7 @@ ActionResult PagePublisher::performAction(const json& action) {
 
 ActionResult PagePublisher::chooseSent(const json& action, const std::string& name) {
   const auto photo = _sentPhotos.find(name);
-  if (!photo) return refused("The picture is kept no longer. Send it once more.");
+  if (!photo) return refused("The picture is no longer available. Send it again.");
   ActionResult result = _application.choosePhoto(stringMember(action, "node").value_or(""), *photo);
   if (result) _sentPhotos.drop(name);
   return result;
@@ -120,7 +121,7 @@ ActionResult PagePublisher::chooseSent(const json& action, const std::string& na
 void PagePublisher::perform(ConnectionId connection, std::int64_t sequence, const json& action) {
   const ActionResult result = performAction(action);
   _fileIsStale = true;
-  // The page may have gone while the action waited for a program.
+  // The page may have disconnected while the action waited for a program.
   const auto page = _pages.find(connection);
   if (page == _pages.end()) return;
   page->second.acknowledged = sequence;
@@ -159,7 +160,7 @@ void PagePublisher::publishSide() {
   json members = json::object();
   const bool fileIsStale = std::exchange(_fileIsStale, false);
   for (const SidePane& pane : _application.sidePanes()) {
-    // A file may be large: it is read only where it can have changed.
+    // A file may be large: it is read only if it can have changed.
     if (pane.source == SidePane::Source::files && !fileIsStale) continue;
     json content = pane.content();
     std::string text = jsonText(content);

@@ -19,9 +19,9 @@ namespace settings {
 class Application;
 struct ActionResult;
 
-// Shows an application to the pages: each page gets the tree as a whole and then every difference,
-// each action is answered by exactly one patch or refusal, and the panes beside the phone are sent
-// when they change. All pages see the same.
+// Shows an application to the pages. Each page receives the whole tree first and then every
+// difference. Each action is answered by exactly one patch or refusal. The panes beside the phone
+// are sent when they change. All pages show the same state.
 //
 // Threads: the application's.
 class PagePublisher : private ApplicationObserver {
@@ -37,25 +37,24 @@ class PagePublisher : private ApplicationObserver {
   void wantsWhole(ConnectionId connection);
   void closed(ConnectionId connection);
   void imageWanted(RequestId request, std::string_view hash);
-  // A thumbnail that was wanted has been made, or the photo has turned out to be none.
+  // Answers the request for a thumbnail, or records that the file is not a photo.
   void thumbnailMade(RequestId request, std::string_view hash, ThumbnailFile made);
-  // A photo that was sent has been looked at: it is kept under a name that the page is told, or the
-  // page is told why it is none.
+  // Keeps an uploaded photo and tells the page its name; or tells the page why it is not a photo.
   void photoRead(RequestId request, PhotoResult photo);
   // The device's files may have changed from outside.
   void filesChanged() { _fileIsStale = true; }
 
-  // Sends what has changed.
+  // Sends the changes.
   void publish();
 
  private:
-  // What is known of one page.
+  // The state of one page.
   struct Page {
-    std::optional<std::int64_t> acknowledged;  // the last action that was answered
-    std::string inspected;                     // the node whose row it wants to see
-    std::string sentRow;                       // what it was last told of that row
+    std::optional<std::int64_t> acknowledged;  // the last answered action
+    std::string inspected;                     // the node of the inspected row
+    std::string sentRow;                       // the last row message to this page
   };
-  // Who is told, in a patch, that an action was answered.
+  // The action that a patch answers, and its page.
   struct Answered {
     ConnectionId connection;
     std::int64_t sequence;
@@ -83,8 +82,8 @@ class PagePublisher : private ApplicationObserver {
   std::map<ConnectionId, Page> _pages;
   PatchStream _stream;
   SentPhotos _sentPhotos;
-  std::uint64_t _shownRevision = 0;  // of the application
-  // Sent before the patch that shows what they belong to.
+  std::uint64_t _shownRevision = 0;  // revision of the application's tree
+  // Events to send before the patch that they belong to.
   std::vector<std::string> _events;
   std::uint64_t _logCursor = 0;
   std::map<std::string, std::string> _sentPanes;  // by name

@@ -21,7 +21,7 @@ bool isHash(std::string_view text) {
 }
 
 std::string openPrintedAddress() {
-  return "This page belongs to whoever started " + std::string(programName) +
+  return "This page is only for the user who started " + std::string(programName) +
          ". Open the address that it printed, with its token, in this browser.";
 }
 
@@ -35,7 +35,8 @@ Routed PageRoutes::route(const RequestFacts& request) const {
     case Access::granted:
       break;
     case Access::badRequest:
-      return refusal(request, 400, "A request bears one Host and at most one Origin.");
+      return refusal(request, 400,
+                     "A request needs one Host header and at most one Origin header.");
     case Access::wrongHost:
       return refusal(request, 421, "This server answers to 127.0.0.1 and localhost only.");
     case Access::wrongOrigin:
@@ -52,8 +53,7 @@ Routed PageRoutes::route(const RequestFacts& request) const {
   return routeWithSession(request);
 }
 
-// To send a photo changes what the application shows, so that the page must say where it comes
-// from.
+// An upload changes what the application shows, so the page must send its Origin.
 Routed PageRoutes::routePhoto(const RequestFacts& request) const {
   if (request.method != "POST") return wrongMethod(request, "POST");
   if (request.origins.empty() || !hasSession(request, _rules)) {
@@ -63,7 +63,7 @@ Routed PageRoutes::routePhoto(const RequestFacts& request) const {
 }
 
 HttpAnswer PageRoutes::wrongMethod(const RequestFacts& request, const std::string& allowed) const {
-  HttpAnswer refused = refusal(request, 405, "Here is answered: " + allowed + ".");
+  HttpAnswer refused = refusal(request, 405, "Allowed methods: " + allowed + ".");
   refused.headers.emplace_back("Allow", allowed);
   return refused;
 }
@@ -95,7 +95,7 @@ Routed PageRoutes::routeWithSession(const RequestFacts& request) const {
 
 HttpAnswer PageRoutes::image(const RequestFacts& request,
                              std::shared_ptr<const std::string> bytes) const {
-  if (!bytes) return refusal(request, 404, "No image of this hash is shown.");
+  if (!bytes) return refusal(request, 404, "No image has this hash.");
   const bool isJpeg = bytes->starts_with("\xFF\xD8\xFF");
   HttpAnswer found = answer(request, 200, isJpeg ? "image/jpeg" : "image/png", std::move(bytes));
   for (auto& [name, value] : found.headers) {

@@ -11,14 +11,14 @@
 
 namespace settings {
 
-// A finished answer to an HTTP request, Content-Length left to whoever sends it.
+// A complete answer to an HTTP request. The sender adds Content-Length.
 struct HttpAnswer {
   unsigned status = 200;
   HttpHeaders headers;
   std::shared_ptr<const std::string> body;  // never null
 };
 
-// The request is answered with the image of that hash.
+// The request must be answered with the image with this hash.
 struct ImageWanted {
   std::string hash;
 };
@@ -26,33 +26,33 @@ struct ImageWanted {
 // The connection becomes a WebSocket.
 struct SocketWanted {};
 
-// The request brings a photo of the user's own: its body is to be read.
+// The request uploads a photo: its body must be read.
 struct PhotoWanted {};
 
-// The most that such a body may have, in bytes: what is taken as a photo.
+// The size limit of such a body in bytes, which is the limit for a photo.
 inline constexpr std::uint64_t largestUploadBytes = 64ULL * 1024 * 1024;
 inline constexpr const char* uploadTooLarge =
-    "The file is larger than 64 MiB, the most that is taken as a photo.";
+    "The file is larger than 64 MiB, the limit for a photo.";
 
 using Routed = std::variant<HttpAnswer, ImageWanted, SocketWanted, PhotoWanted>;
 
-// What the page server answers to a request. Decides everything that does not need the
-// application, so that it can be tested without a network. No answer changes any state.
-// Threads: immutable, safe from any.
+// Decides the page server's answer to a request, as far as it does not depend on the application.
+// Needs no network, so it can be tested without one. No answer changes any state. Threads:
+// immutable, any.
 class PageRoutes {
  public:
   PageRoutes(AccessRules rules, StaticFiles files);
 
   Routed route(const RequestFacts& request) const;
-  // The answer to ImageWanted: a PNG or JPEG that a browser may keep for good, since its name is
-  // the hash of its content; 404 for an empty pointer.
+  // The answer to ImageWanted: a PNG or JPEG, which browsers may cache forever because its name is
+  // the hash of its content. 404 if the pointer is empty.
   HttpAnswer image(const RequestFacts& request, std::shared_ptr<const std::string> bytes) const;
-  // An answer to the page's own program: a JSON text.
+  // An answer to a script of the page: JSON text.
   HttpAnswer data(const RequestFacts& request, unsigned status, std::string json) const;
-  // Says to the page's program why a photo is refused: {"message": ...}.
+  // Tells the page why a photo is refused: {"message": ...}.
   HttpAnswer refusedPhoto(const RequestFacts& request, unsigned status,
                           const std::string& why) const;
-  // An answer that says why something is refused, as a small page.
+  // A small HTML page that says why the request is refused.
   HttpAnswer refusal(const RequestFacts& request, unsigned status, std::string text) const;
 
  private:

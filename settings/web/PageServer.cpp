@@ -50,7 +50,7 @@ struct PageServer::State {
     });
   }
 
-  // The machine is short of descriptors or memory: others must let go first.
+  // The machine is out of descriptors or memory: waits until other connections release some.
   void retryAccept() {
     pause.expires_after(acceptPause);
     pause.async_wait([this](error_code error) {
@@ -117,7 +117,7 @@ PageServerResult PageServer::create(const PageServerOptions& options, StaticFile
                                     PageEvents& events) {
   auto token = randomToken();
   auto session = randomToken();
-  if (!token || !session) return {nullptr, "the system gives no random numbers for a token"};
+  if (!token || !session) return {nullptr, "the system returned no random numbers for the token"};
   auto context = std::make_shared<asio::io_context>(1);
   Tcp::acceptor acceptor(*context);
   const error_code error = listen(acceptor, options.port);

@@ -13,30 +13,32 @@ namespace settings {
 
 struct PageServerResult;
 
-// The HTTP and WebSocket server of the page, on the loopback address only. It lets in nobody but
-// the browser that was given this run's token, and knows nothing of the application: it carries
+// The HTTP and WebSocket server of the page. Listens on the loopback address only, and accepts only
+// the browser that was given this run's token. Does not know the application: it only transfers
 // texts and images.
 //
-// A page that sends more messages than may wait is not read from until some were dealt with.
+// If too many messages of a page are pending, the server stops reading from the page until some are
+// handled.
 //
-// Threads: one of its own, on which it calls its events; its functions from any.
+// Threads: has its own thread, on which it calls its events. Its functions may be called from any
+// thread.
 class PageServer : public PageSink {
  public:
-  // Binds the port. Fails where it is in use or no random token can be had. `events` must outlive
-  // the server.
+  // Binds the port. Fails if the port is in use or no random token is available. `events` must
+  // outlive the server.
   static PageServerResult create(const PageServerOptions& options, StaticFiles files,
                                  PageEvents& events);
   ~PageServer() override;
   PageServer(const PageServer&) = delete;
   PageServer& operator=(const PageServer&) = delete;
 
-  // Begins to answer.
+  // Starts answering.
   void start();
-  // Closes every connection and ends the thread. Nothing is called after it has returned.
+  // Closes all connections and ends the thread. No event is called after this returns.
   void stop();
 
   std::uint16_t port() const noexcept;
-  // The address to open, with the token.
+  // The address to open, including the token.
   std::string address() const;
 
   void send(ConnectionId connection, OutgoingMessage message) override;
@@ -51,8 +53,8 @@ class PageServer : public PageSink {
 };
 
 struct PageServerResult {
-  std::unique_ptr<PageServer> server;  // empty where it could not be made
-  std::string error;                   // why, for people
+  std::unique_ptr<PageServer> server;  // empty on failure
+  std::string error;                   // the reason, for the user
 };
 
 }  // namespace settings

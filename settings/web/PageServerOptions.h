@@ -6,12 +6,12 @@
 namespace settings {
 
 struct PageServerOptions {
-  std::uint16_t port = 8080;     // 0: a free one
-  std::size_t connections = 32;  // at a time; a browser opens several to load the page
-  std::size_t pages = 8;         // WebSockets at a time
-  std::size_t uploads = 2;       // photos that are being sent at a time
-  std::size_t waiting = 200;     // messages of one page that have not been dealt with
-  double idleSeconds = 30;       // after which a connection that says nothing is closed
+  std::uint16_t port = 8080;     // 0: any free port
+  std::size_t connections = 32;  // at the same time; a browser opens several to load the page
+  std::size_t pages = 8;         // WebSockets at the same time
+  std::size_t uploads = 2;       // photo uploads at the same time
+  std::size_t waiting = 200;     // pending messages of one page
+  double idleSeconds = 30;       // after which an idle connection is closed
 };
 
 }  // namespace settings

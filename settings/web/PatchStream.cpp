@@ -9,7 +9,7 @@ namespace {
 
 using nlohmann::json;
 
-// A member's name as a step of a JSON pointer.
+// A member's name as one step of a JSON pointer.
 std::string pointerStep(std::string_view name) {
   std::string step = "/";
   for (const char character : name) {
@@ -29,13 +29,13 @@ void removeMember(json& shown, json::iterator& member, const std::string& path, 
   member = shown.erase(member);
 }
 
-// The stream counts its trees by itself: an action that changes nothing is answered by a patch,
-// too.
+// The stream numbers its trees itself: an action that changes nothing is also answered by a patch.
 bool isCounter(const std::string& path, const std::string& member) {
   return path.empty() && member == "revision";
 }
 
-// Below this many levels a member that differs is replaced as a whole: "/nodes/17/frame".
+// Members are compared down to this depth, for example "/nodes/17/frame". Deeper differences
+// replace the member as a whole.
 constexpr int levelsCompared = 3;
 
 void changeObject(json& shown, const json& wanted, const std::string& path, int levels,

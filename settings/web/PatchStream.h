@@ -6,11 +6,11 @@
 
 namespace settings {
 
-// Turns one tree after another into the differences between them (RFC 6902), and counts them.
-// Nodes are compared member by member under their identity, and a member that differs is replaced
-// as a whole: small, and no index of a list ever has to be followed.
+// Turns successive trees into the differences between them (RFC 6902), and numbers them. Compares
+// nodes by identity and member by member; a member that differs is replaced as a whole. This keeps
+// patches small and avoids list indexes.
 //
-// Threads: belongs to one.
+// Threads: one.
 class PatchStream {
  public:
   PatchStream();
@@ -18,11 +18,11 @@ class PatchStream {
   PatchStream(const PatchStream&) = delete;
   PatchStream& operator=(const PatchStream&) = delete;
 
-  // The operations that make the shown tree equal to `tree`, which becomes the shown one; its
-  // revision goes up by one, also where nothing else differs. The patch sets "/revision" too.
+  // Returns the operations that turn the shown tree into `tree`, which becomes the shown tree. The
+  // revision increases by one even if nothing else differs. The patch also sets "/revision".
   nlohmann::json advance(const nlohmann::json& tree);
 
-  // The tree as it was shown last, with the stream's own revision in it.
+  // The tree that was shown last, with the stream's own revision.
   const nlohmann::json& shown() const;
   // 0 before the first tree.
   std::uint64_t revision() const noexcept { return _revision; }

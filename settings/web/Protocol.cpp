@@ -10,7 +10,8 @@ namespace {
 
 using nlohmann::json;
 
-// Deeper than any action. A bound, since to copy or compare a value takes a stack frame a level.
+// Deeper than any action. Limited because copying and comparing a value use one stack frame per
+// level.
 constexpr int deepestMessage = 8;
 
 ClientMessage bad(std::string problem, std::optional<std::int64_t> sequence = std::nullopt) {
@@ -62,8 +63,8 @@ void acknowledge(json& message, std::optional<std::int64_t> sequence) {
 ClientMessage parseClientMessage(std::string_view text, json& fields) {
   bool tooDeep = false;
   json message = parseBounded(text, tooDeep);
-  if (tooDeep) return bad("a message nests at most 8 levels");
-  if (!message.is_object()) return bad("a message is a JSON object");
+  if (tooDeep) return bad("a message must not be nested more than 8 levels deep");
+  if (!message.is_object()) return bad("a message must be a JSON object");
   const std::string type = readText(message, "type");
   ClientMessage result;
   if (type == "action") {
@@ -73,7 +74,7 @@ ClientMessage parseClientMessage(std::string_view text, json& fields) {
   } else if (type == "resync") {
     result.kind = ClientMessageKind::resync;
   } else {
-    result = bad(R"("type" is "action", "inspect" or "resync")", readSequence(message));
+    result = bad(R"("type" must be "action", "inspect" or "resync")", readSequence(message));
   }
   if (result.kind != ClientMessageKind::bad) fields = std::move(message);
   return result;

@@ -8,27 +8,27 @@
 
 namespace settings {
 
-// A message of the page, as docs/tree.md says.
+// A message of the page, in the form of docs/tree.md.
 enum class ClientMessageKind {
   action,
   inspect,
   resync,
-  bad,  // cannot be understood; `problem` says why
+  bad,  // invalid; `problem` says why
 };
 
 struct ClientMessage {
   ClientMessageKind kind = ClientMessageKind::bad;
-  std::optional<std::int64_t> sequence;  // of an action; of a bad message where it could be read
+  std::optional<std::int64_t> sequence;  // of an action; of a bad message if it could be read
   std::string node;                      // of an inspection
   std::string problem;
 };
 
-// Reads a message. Never raises, whatever the text holds. `fields` takes the members of an action
-// or an inspection; it is left as it was for a bad message.
+// Parses a message. Never raises, whatever the text contains. Moves the members of an action or an
+// inspection into `fields`; does not change `fields` for a bad message.
 ClientMessage parseClientMessage(std::string_view text, nlohmann::json& fields);
 
-// The server's messages as texts, always valid UTF-8: what a string of the tree holds beside that
-// (a lone surrogate) is shown as U+FFFD.
+// Builds the server's messages as text. The result is always valid UTF-8: lone surrogates in the
+// tree become U+FFFD.
 std::string treeMessage(std::uint64_t revision, const nlohmann::json& tree,
                         std::optional<std::int64_t> acknowledged);
 std::string patchMessage(std::uint64_t revision, const nlohmann::json& patch,
@@ -37,9 +37,9 @@ std::string announcementMessage(std::string_view text);
 std::string homeScreenRestartedMessage();
 std::string openURLMessage(std::string_view url);
 std::string transitionMessage(std::string_view kind, double durationSeconds);
-// `members` holds those panes that changed.
+// `members` contains the panes that changed.
 std::string sideMessage(nlohmann::json members);
-// Without a sequence where the refused message had none that could be read.
+// Without a sequence if the refused message has none that could be read.
 std::string refusedMessage(std::optional<std::int64_t> sequence, std::string_view message);
 
 }  // namespace settings

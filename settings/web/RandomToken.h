@@ -6,12 +6,11 @@
 
 namespace settings {
 
-// 256 random bits of the operating system as 64 hexadecimal digits. Empty where the system gives
-// none; there is no weaker substitute.
-// Threads: any.
+// Returns 256 random bits of the operating system as 64 hexadecimal digits. Empty if the system
+// provides none; there is no weaker fallback. Threads: any.
 std::optional<std::string> randomToken();
 
-// Whether two secrets are equal, in a time that does not tell where they differ.
+// Compares two secrets in constant time.
 bool sameSecret(std::string_view given, std::string_view secret) noexcept;
 
 }  // namespace settings

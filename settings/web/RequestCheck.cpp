@@ -13,7 +13,7 @@ bool isOurHost(std::string_view host, std::uint16_t port) {
   const std::string suffix = ":" + std::to_string(port);
   constexpr std::array<std::string_view, 2> names = {"127.0.0.1", "localhost"};
   return std::any_of(names.begin(), names.end(), [&](std::string_view name) {
-    // A browser leaves out the port that http has by default.
+    // Browsers omit the default port of HTTP.
     return host == std::string(name) + suffix || (port == 80 && host == name);
   });
 }
@@ -24,7 +24,7 @@ std::string_view trimmed(std::string_view text) {
   return text;
 }
 
-// Hands each part of a list to the visitor, until it answers true.
+// Passes each part of a list to the visitor until it returns true.
 template <class Visitor>
 bool anyPart(std::string_view list, char separator, Visitor visitor) {
   while (true) {

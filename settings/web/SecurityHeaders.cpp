@@ -8,7 +8,7 @@ std::string contentSecurityPolicy(std::string_view host) {
       "default-src 'none'; script-src 'self'; style-src 'self'; font-src 'self'; "
       "img-src 'self' blob: data:; base-uri 'none'; frame-ancestors 'none'; form-action 'none'; "
       "connect-src 'self'";
-  // Not every browser counts a WebSocket to the same host as 'self'.
+  // Some browsers do not treat a WebSocket to the same host as 'self'.
   if (!host.empty()) policy += " ws://" + std::string(host);
   return policy;
 }

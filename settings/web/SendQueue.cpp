@@ -6,7 +6,7 @@ namespace settings {
 
 void SendQueue::push(OutgoingMessage message) {
   if (message.whole) {
-    // What waits before a whole tree would be undone by it.
+    // The whole tree replaces everything that is still queued.
     if (_lagging) dropWaiting();
     _lagging = false;
     _asked = false;

@@ -7,17 +7,17 @@
 
 namespace settings {
 
-// A message on its way to a page.
+// A message to a page.
 struct OutgoingMessage {
   std::shared_ptr<const std::string> text;
-  // A tree as a whole: a page that gets it needs nothing that was sent before.
+  // A whole tree: a page that receives it does not need the previous messages.
   bool whole = false;
 };
 
-// What one page has still to be sent. Bounded: a page that does not read loses what waits for it,
-// and is sent the whole tree once it reads again.
+// The outgoing messages of one page. The size is limited: if a page does not read, its queued
+// messages are dropped, and it receives the whole tree when it reads again.
 //
-// Threads: belongs to one.
+// Threads: one.
 class SendQueue {
  public:
   struct Limits {
@@ -28,20 +28,21 @@ class SendQueue {
   SendQueue() : SendQueue(Limits()) {}
   explicit SendQueue(Limits limits) : _limits(limits) {}
 
-  // Queues the message, or drops it (and all that waits) where the page lags behind.
+  // Queues the message. If the page lags behind, drops it and all queued messages.
   void push(OutgoingMessage message);
-  // The message to be sent now, which stays in the queue until `pop`; null where nothing waits.
+  // The message to send now, which stays in the queue until `pop`; null if there is none.
   std::shared_ptr<const std::string> front() const;
-  // The front message has been sent.
+  // Removes the front message after it was sent.
   void pop();
-  // True, once, when a page that lagged has been sent all there was: it wants a whole tree now.
+  // Returns true once when a page that lagged has received all queued messages: send it a whole
+  // tree.
   bool takeWantsWhole();
 
   bool isLagging() const noexcept { return _lagging; }
 
  private:
   bool fits(const OutgoingMessage& message) const;
-  // Drops all but the front one, which may be half sent.
+  // Drops all messages but the front one, which may be partly sent.
   void dropWaiting();
 
   Limits _limits;

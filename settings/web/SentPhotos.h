@@ -10,17 +10,17 @@
 
 namespace settings {
 
-// The photos that pages have sent and that wait to be chosen, by the names that they were given. A
-// name holds a slash, so that no photo of the device's library bears it. Only the last few are
-// kept: each may be large. Threads: one.
+// The photos that pages have uploaded and that can be chosen, by name. A name contains a slash, so
+// it cannot match a photo of the device's library. Only the most recent ones are kept, since each
+// may be large. Threads: one.
 class SentPhotos {
  public:
-  // Gives the photo's name.
+  // Stores the photo and returns its name.
   std::string keep(PhotoResult photo);
-  // Empty where no such photo is kept (any more).
+  // Empty if there is no such photo (any more).
   std::optional<PhotoResult> find(std::string_view name) const;
   void drop(std::string_view name);
-  // Whether the name is one that a photo was, or could have been, given here.
+  // Returns whether the name has the form of a name from this class.
   static bool isName(std::string_view name);
 
  private:

@@ -16,8 +16,8 @@
 #include "settings/web/PageSink.h"
 #include "settings/web/RequestCheck.h"
 
-// What the server's connections are made of. Only PageServer.cpp includes this: Boost is compiled
-// once.
+// Internals of the server's connections. Only PageServer.cpp includes this, so that Boost is
+// compiled once.
 namespace settings::server {
 
 namespace asio = boost::asio;
@@ -30,7 +30,7 @@ using boost::system::error_code;
 class HttpSession;
 class SocketSession;
 
-// What all sessions share. Everything in here happens on the server's thread.
+// State that all sessions share. Used only on the server's thread.
 struct Shared {
   Shared(PageRoutes pageRoutes, const PageServerOptions& pageOptions, PageEvents& pageEvents)
       : routes(std::move(pageRoutes)), options(pageOptions), events(pageEvents) {}
@@ -43,7 +43,7 @@ struct Shared {
   std::map<std::uint64_t, std::shared_ptr<HttpSession>> requests;
   std::map<ConnectionId, std::shared_ptr<SocketSession>> sockets;
   std::uint64_t lastId = 0;
-  std::size_t uploads = 0;  // photos that are being sent just now
+  std::size_t uploads = 0;  // current photo uploads
 };
 
 inline std::chrono::milliseconds idleTime(const PageServerOptions& options) {

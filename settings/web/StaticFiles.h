@@ -15,17 +15,16 @@ struct StaticFile {
   std::string contentType;
 };
 
-// The files of the built page, all read when the server starts: a request never reaches the disk,
-// so no path that a client makes up can leave the folder.
-// Threads: immutable once loaded, safe from any.
+// The files of the built page. All are read when the server starts. Requests never access the disk,
+// so a path in a request cannot leave the folder. Threads: immutable after load, any.
 class StaticFiles {
  public:
-  // Reads a folder of this machine with its sub-folders; links and names with a leading dot are
-  // passed over. Empty where the folder holds no index.html or a file cannot be read; `problem`
-  // says why.
+  // Reads a folder of this machine with its sub-folders. Ignores links and names with a leading
+  // dot. Returns nothing if the folder has no index.html or a file cannot be read; `problem` says
+  // why.
   static std::optional<StaticFiles> load(const std::string& folder, std::string& problem);
 
-  // The file that a request's path names, as "/app.js"; "/" is index.html. Null where there is
+  // The file for the path of a request, such as "/app.js"; "/" is index.html. Null if there is
   // none.
   const StaticFile* find(std::string_view path) const;
 
@@ -33,7 +32,7 @@ class StaticFiles {
   std::map<std::string, StaticFile, std::less<>> _files;
 };
 
-// The media type that a file of the page is sent as, by its name's ending.
+// The media type of a file, by its extension.
 std::string contentTypeOf(std::string_view name);
 
 }  // namespace settings

@@ -29,7 +29,7 @@ using platform::Dictionary;
 using platform::PSCellType;
 using platform::Value;
 
-// Kinds of rows that hold a value and so need a key.
+// Kinds of rows that store a value and so need a key.
 constexpr std::array<PSCellType, 6> kindsWithValue = {
     platform::PSSwitchCell,   platform::PSSegmentCell,        platform::PSSliderCell,
     platform::PSEditTextCell, platform::PSSecureEditTextCell, platform::PSLinkListCell};
@@ -53,7 +53,7 @@ class BundleLinter {
     const bool canBeLoaded = lintInfo();
     std::string problem;
     _process = BundleProcess::openFolder(_bundle, problem);
-    // Otherwise the problem says once more what Info.plist lacks.
+    // Otherwise the problem would repeat what Info.plist lacks.
     if (!_process && canBeLoaded) add("Info.plist", "", problem);
     std::vector<fs::path> files;
     for (const auto& entry : fs::directory_iterator(_bundle)) {
@@ -80,20 +80,20 @@ class BundleLinter {
       return std::nullopt;
     }
     const auto list = platform::readPropertyList(file.bytes);
-    if (list.error) add(name, "", "is no property list: " + list.error->text());
-    if (!list.error && !list.value.asDictionary()) add(name, "", "holds no dictionary");
+    if (list.error) add(name, "", "is not a property list: " + list.error->text());
+    if (!list.error && !list.value.asDictionary()) add(name, "", "the root is not a dictionary");
     if (list.error || !list.value.asDictionary()) return std::nullopt;
     return *list.value.asDictionary();
   }
 
-  // Whether Info.plist has what the loading of the bundle asks for.
+  // Checks that Info.plist has the values that loading the bundle needs.
   bool lintInfo() {
     const auto info = readDictionary(_bundle / "Info.plist");
     if (!info) return false;
     bool hasAll = true;
     for (const InfoKey& key : infoKeys) {
       if (!info->valueForKey(key.name).text().value_or("").empty()) continue;
-      add("Info.plist", "", std::string("has no text under ") + key.name);
+      add("Info.plist", "", std::string("has no string under ") + key.name);
       hasAll = hasAll && !key.isForLoading;
     }
     return hasAll;
@@ -110,13 +110,13 @@ class BundleLinter {
     for (const Value& item : *items.asArray()) {
       std::string row = "row " + std::to_string(++number);
       if (!item.asDictionary()) {
-        add(name, row, "is no dictionary");
+        add(name, row, "is not a dictionary");
         continue;
       }
       const auto identifier = item.asDictionary()->valueForKey("id").text();
       if (identifier) row += " (#" + *identifier + ")";
       if (identifier && !identifiers.insert(*identifier).second) {
-        add(name, row, "the identifier \"" + *identifier + "\" stands twice");
+        add(name, row, "the identifier \"" + *identifier + "\" is used twice");
       }
       lintItem(name, row, *item.asDictionary());
     }
@@ -126,13 +126,14 @@ class BundleLinter {
     const auto cell = item.valueForKey("cell").text();
     const auto kind = cell ? platform::cellTypeNamed(*cell) : std::nullopt;
     if (!kind) {
-      const std::string missing = item.find("cell") ? "\"cell\" is no text" : "has no \"cell\"";
-      const std::string found = cell ? "\"" + *cell + "\" is no kind of row" : missing;
-      return add(file, row, found + "; there are " + platform::cellTypeNames());
+      const std::string missing =
+          item.find("cell") ? "\"cell\" is not a string" : "has no \"cell\"";
+      const std::string found = cell ? "unknown kind of row: \"" + *cell + "\"" : missing;
+      return add(file, row, found + " (expected " + platform::cellTypeNames() + ")");
     }
     lintTexts(file, row, item, *kind);
     lintPicture(file, row, item);
-    // What the values stand for can be looked at only where they are what they should be.
+    // The values can be checked only if they have the right types.
     if (const auto problem = platform::problemOfItemValues(item)) return add(file, row, *problem);
     lintTitles(file, row, item);
     if (_process) lintNames(file, row, item);
@@ -151,7 +152,7 @@ class BundleLinter {
     }
   }
 
-  // A page shows a row of values without titles, but people cannot tell what they choose.
+  // A page can show a row with values but no titles, but users cannot see what they choose.
   void lintTitles(const std::string& file, const std::string& row, const Dictionary& item) {
     if (item.find("validValues") && !item.find("validTitles")) {
       add(file, row, "has \"validValues\" and no \"validTitles\"");
@@ -188,7 +189,7 @@ class BundleLinter {
     });
   }
 
-  // The list that the page behind a row loads.
+  // Checks the list that the page behind a row loads.
   void lintSubList(const std::string& file, const std::string& row, const std::string& detail) {
     const auto* const found = _process->find(detail);
     if (!found || !found->isSubclassOf("PSListController") || detail == "PSListItemsController") {
@@ -205,11 +206,12 @@ class BundleLinter {
     }
   }
 
-  // Lists that pages name in their code are missed only where the pages are opened: every one is,
-  // on a device that is made for it.
+  // A missing list that a page names only in its code shows when the page is opened. So this opens
+  // every page, on a temporary device.
   void lintPages() {
     const ScratchFolder scratch;
-    if (scratch.path().empty()) return add("Info.plist", "", "there is no room to open the pages");
+    if (scratch.path().empty())
+      return add("Info.plist", "", "cannot create a temporary folder to open the pages");
     DeviceTreeOptions installed;
     installed.bundle = _bundle;
     const DeviceTreeResult device = DeviceTree::create(scratch.path() / "device", installed);
@@ -223,8 +225,8 @@ class BundleLinter {
     for (const std::string& text : report.brokenPages) addBrokenPage(text);
   }
 
-  // The text begins with the name of the list. What is wrong with a list that is there, and what
-  // the row above its page was found with, has been told before.
+  // The text starts with the name of the list. Problems in a list that exists, and problems of the
+  // row that opens the page, have been reported already.
   void addBrokenPage(const std::string& text) {
     constexpr std::string_view extension = ".plist";
     const auto end = text.find(extension);

@@ -7,15 +7,15 @@
 namespace settings {
 
 struct LintFinding {
-  std::string file;  // of the bundle
-  std::string row;   // "row 5 (#id)"; empty where it is no matter of one row
+  std::string file;  // in the bundle
+  std::string row;   // "row 5 (#id)"; empty if it does not concern a single row
   std::string what;
 };
 
-// Looks through the resources of a bundle: Info.plist, and every specifier list with what its rows
-// name (kinds, actions, pages, cells, pictures, values with their titles). Loads the bundle's code,
-// since that alone knows which classes and actions there are, and opens every page, since that
-// alone shows which lists the pages load; without the code neither is checked.
+// Checks the resources of a bundle: Info.plist, and every specifier list with everything that its
+// rows name (kinds, actions, pages, cells, pictures, values with their titles). Loads the bundle's
+// code, because only the code knows which classes and actions exist. Opens every page, because only
+// this shows which lists the pages load. If the code cannot be loaded, neither is checked.
 std::vector<LintFinding> lintBundle(const std::filesystem::path& bundle);
 
 }  // namespace settings

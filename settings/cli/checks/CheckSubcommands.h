@@ -2,7 +2,7 @@
 
 #include "settings/cli/common/CommandContext.h"
 
-// The subcommands that look for mistakes.
+// The subcommands that search for mistakes.
 namespace settings {
 
 AddSubcommand addSmoke;

@@ -37,7 +37,7 @@ ExitStatus lintResources(const std::string& given, CommandContext& context) {
   std::error_code error;
   const auto folder = std::filesystem::canonical(bundle, error);
   if (error || !std::filesystem::is_directory(folder)) {
-    return context.fail(bundle.string() + " is no folder of a bundle");
+    return context.fail(bundle.string() + " is not the folder of a bundle");
   }
   const auto findings = lintBundle(folder);
   printLint(findings, context);

@@ -33,12 +33,12 @@ struct SmokeShape {
 constexpr std::array<SmokeShape, 2> smokeShapes = {{{"phone", "390x844@3"}, {"pad", "820x1180@2"}}};
 constexpr std::array<const char*, 5> smokeSystems = {"13.7", "14.0", "14.8", "15.0", "16.5"};
 constexpr std::array<const char*, 2> smokeAppearances = {"light", "dark"};
-// Seconds of the outside world that a page may wait for a program.
+// Real time in seconds that a page may wait for a program.
 constexpr double smokePatience = 2;
 
 using FileContentsByPath = std::map<std::string, std::string>;
 
-// Every regular file below the folder, with its bytes, but for what the stand-ins of programs note.
+// All regular files below the folder with their bytes, except the logs of the stand-ins.
 FileContentsByPath filesBelow(const fs::path& root) {
   FileContentsByPath files;
   for (const auto& entry : fs::recursive_directory_iterator(root)) {
@@ -51,7 +51,7 @@ FileContentsByPath filesBelow(const fs::path& root) {
   return files;
 }
 
-// Settings as they are once somebody has used them.
+// Settings of a device in use.
 std::string usedPreferences() {
   constexpr std::uint32_t side = 8;
   constexpr std::size_t bytes = std::size_t{4} * side * side;
@@ -70,7 +70,7 @@ class SmokeRun {
     _application.setPatience(smokePatience);
   }
 
-  // On those kinds of devices that have the chosen traits.
+  // Walks all kinds of devices that match the chosen traits.
   SmokeReport run(const DeviceOptions& chosen) {
     for (const SmokeShape& shape : smokeShapes) {
       for (const char* system : smokeSystems) {
@@ -104,7 +104,7 @@ class SmokeRun {
     walk(name + ", in use");
   }
 
-  // Beside what the bundle says it wrote, the files themselves are compared.
+  // Compares the files themselves, in addition to the writes that the bundle reports.
   void walk(const std::string& configuration) {
     const FileContentsByPath before = filesBelow(_root);
     SmokeWalk walk(_application, configuration, _report);
@@ -158,7 +158,7 @@ void printSmoke(const SmokeReport& report, CommandContext& context) {
   context.output << report.configurations << " configurations, " << report.pages << " pages, "
                  << report.rows << " rows, " << report.sheets
                  << " sheets: " << report.findings.size() << " findings\n";
-  for (const std::string& each : report.expected) context.output << "as it must: " << each << '\n';
+  for (const std::string& each : report.expected) context.output << "expected: " << each << '\n';
 }
 
 // A copy of the named device, or a new one: the walk writes to it.
@@ -182,7 +182,7 @@ void smoke(const DeviceOptions& options, CommandContext& context) {
   const ScratchFolder scratch;
   const fs::path root = scratch.path() / "device";
   if (scratch.path().empty()) {
-    context.status = context.fail("there is no room for a temporary device");
+    context.status = context.fail("cannot create a temporary folder for the device");
     return;
   }
   if (!makeSmokeDevice(options, root, context)) return;
@@ -202,7 +202,7 @@ void smoke(const DeviceOptions& options, CommandContext& context) {
 
 void addSmoke(CLI::App& program, CommandContext& context) {
   CLI::App* command = program.add_subcommand(
-      "smoke", "Open every page and sheet on every kind of device, and tell what raises");
+      "smoke", "Open every page and sheet on every kind of device, and report exceptions");
   const auto options = std::make_shared<DeviceOptions>();
   options->folder.clear();
   command->add_option("--device", options->folder, "A copy of this device; default: a new one")

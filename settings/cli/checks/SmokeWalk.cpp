@@ -9,12 +9,12 @@ namespace {
 constexpr int deepestPage = 6;
 constexpr double settleSeconds = 1;
 
-// An action that ends with an exception as the product is, and what the exception says.
+// An action that always raises in this product, and its exception.
 constexpr const char* raisingAction = "restoreToggleSize";
 constexpr const char* raisedName = "NSInvalidArgumentException";
 constexpr const char* raisedSelector = "setFloat:forKey:";
 
-// On a page of choices a tap chooses; nothing opens.
+// On a page of choices, a tap chooses; it opens nothing.
 bool isPageOfChoices(const FoundNode& page) {
   return page && TreeQuery::text(*page.node, "class") == "PSListItemsController";
 }
@@ -38,7 +38,7 @@ void SmokeWalk::run() {
   takeWrites("opening", {});
   const std::string first = TreeQuery::text(*query().page().node, "title");
   visitPage(first, 0);
-  // The application's own list below, and the way back in.
+  // The application's own list below, and back to the bundle's page.
   _application.perform({{"action", "back"}, {"node", query().outerNavigation().id}});
   const FoundNode row = query().row({RowAddress::By::identifier, "Bundle", 1, 0, 0});
   if (!row || !tap(row.id, "Settings")) {
@@ -64,7 +64,7 @@ void SmokeWalk::visitPage(const std::string& place, int depth) {
   for (const std::string& row : rows) visitRow(row, place, depth);
 }
 
-// From one screen to the next, so that every row gets its cell.
+// Scrolls screen by screen, so that every row gets its cell.
 void SmokeWalk::bringIntoSight(const std::vector<std::string>& rows, const std::string& place) {
   constexpr std::size_t rowsOfAScreen = 8;
   for (std::size_t index = 0; index < rows.size(); ++index) {
@@ -77,7 +77,7 @@ void SmokeWalk::bringIntoSight(const std::vector<std::string>& rows, const std::
 
 void SmokeWalk::visitRow(const std::string& row, const std::string& place, int depth) {
   const FoundNode shown = query().find(row);
-  if (!shown) return;  // gone with a change of another row
+  if (!shown) return;  // removed by a change of another row
   const std::string here = place + ", row " + nameOf(*shown.node);
   const std::string page = query().page().id;
   const bool opens = shown.node->value("selectable", false);
@@ -104,7 +104,7 @@ void SmokeWalk::settle() {
 
 void SmokeWalk::lookAround(const std::string& page, const std::string& row,
                            const std::string& place, int depth) {
-  if (!_application.crash() && mustRaise(row)) find(place, "did not raise, as it must");
+  if (!_application.crash() && mustRaise(row)) find(place, "raised no exception, but must");
   answerCrash(row, place);
   takeWrites(place, {});
   if (query().presented()) visitSheet(row, place, depth);
@@ -141,7 +141,7 @@ void SmokeWalk::closeSheet(const std::string& place) {
   answerCrash({}, place + ", closing the sheet");
 }
 
-// Each choice but the one that cancels, which comes last; the sheet is opened anew for every one.
+// Visits each choice but the cancelling one, which comes last. Reopens the sheet for each.
 void SmokeWalk::visitChoices(const std::string& sheet, const std::string& row,
                              const std::string& place, int depth) {
   const nlohmann::json actions =

@@ -14,7 +14,7 @@ namespace settings {
 
 struct SmokeFinding {
   std::string configuration;  // "phone, 15.0, dark, in use"
-  std::string place;          // the pages and the row that lead there
+  std::string place;          // the pages and the row that lead to it
   std::string what;
 };
 
@@ -23,30 +23,30 @@ struct SmokeReport {
   std::size_t pages = 0;
   std::size_t rows = 0;
   std::size_t sheets = 0;
-  // What must happen and did: exceptions that belong to the product, files that a closed picker or
-  // a choice in a sheet writes.
+  // Required effects that occurred: exceptions that belong to the product, and files that are
+  // written when a picker closes or a choice is made in a sheet.
   std::set<std::string> expected;
   std::vector<SmokeFinding> findings;
-  // Why pages could not be shown, each text once; they are findings too.
+  // Why pages could not be shown, without duplicates. They are findings too.
   std::set<std::string> brokenPages;
 };
 
-// Opens every page that can be reached from the bundle's first one, every row's sub-page and every
-// sheet, with the user's hand, and notes what raises and what is written. The application has been
-// opened with a clock that stands still.
+// Opens every page that can be reached from the bundle's first page, every row's sub-page and every
+// sheet, as a user would, and records exceptions and writes. The application must be open with a
+// virtual clock.
 class SmokeWalk {
  public:
   SmokeWalk(Application& application, std::string configuration, SmokeReport& report);
 
   void run();
-  // Files that were written as they must be, by their path on the device.
+  // Files with required writes, by device path.
   const std::set<std::string>& expectedWrites() const noexcept { return _expectedWrites; }
 
  private:
   void visitPage(const std::string& place, int depth);
   void bringIntoSight(const std::vector<std::string>& rows, const std::string& place);
   void visitRow(const std::string& row, const std::string& place, int depth);
-  // Takes note of what the tap on the row has led to, and goes back.
+  // Handles what the tap on the row opened, and goes back.
   void lookAround(const std::string& page, const std::string& row, const std::string& place,
                   int depth);
   void visitSheet(const std::string& row, const std::string& place, int depth);
@@ -56,10 +56,10 @@ class SmokeWalk {
   bool tap(const std::string& row, const std::string& place);
   bool mustRaise(const std::string& row);
   void answerCrash(const std::string& row, const std::string& place);
-  // Gives the problem that the node tells of, which is a finding; no text where there is none.
+  // Returns the node's problem and records it as a finding; empty if there is none.
   std::string noteProblem(const FoundNode& node, const std::string& place);
   void settle();
-  // Writes since the last look are a finding unless they are expected, for which the reason stands.
+  // Records the writes since the last call as findings, unless `reason` says why they are expected.
   std::size_t takeWrites(const std::string& place, const std::string& reason);
   void find(const std::string& place, const std::string& what);
   TreeQuery query() { return TreeQuery(_application.tree()); }

@@ -45,8 +45,8 @@ std::unique_ptr<BundleProcess> BundleProcess::openInstalled(const DeviceTree& tr
 std::unique_ptr<BundleProcess> BundleProcess::openBuilt(std::string& problem) {
   const std::filesystem::path bundle = findBuiltBundle();
   if (!bundle.empty()) return openFolder(bundle, problem);
-  problem = "there is no complete " + std::string(bundleFolderName) +
-            " beside the program. Build the project, or name a device with --device.";
+  problem = "no complete " + std::string(bundleFolderName) +
+            " next to the program. Build the project, or name a device with --device.";
   return nullptr;
 }
 

@@ -16,26 +16,25 @@ enum class ExitStatus : int {
   usage = 2,    // the command line cannot be understood
 };
 
-// What every subcommand works with: where its results and messages go, and what it came to.
-// Threads: belongs to one.
+// The input, output and exit status of a subcommand. Threads: one.
 struct CommandContext {
   std::istream& input;
   std::ostream& output;    // results
-  std::ostream& messages;  // everything for people beside the results
+  std::ostream& messages;  // errors and notes for the user
   bool json = false;       // results as JSON
   ExitStatus status = ExitStatus::done;
 
-  // Writes "PROGRAM: text" as a message, and gives ExitStatus::finding.
+  // Writes "PROGRAM: text" as a message and returns ExitStatus::finding.
   ExitStatus fail(std::string_view text);
 };
 
-// An example under a help: the program with these arguments, and what stands before it on the line.
+// An example for a help text: the program with these arguments, after `before`.
 std::string exampleText(std::string_view arguments, std::string_view before = {});
 
-// Gives a subcommand the option --json, and an example (the program's arguments) under its help.
+// Adds the option --json and an example (the program's arguments) to a subcommand.
 void addCommonOptions(CLI::App& command, CommandContext& context, std::string_view example);
 
-// Adds a subcommand to its parent: its options, its help, and what it does, which sets the
+// Each adds a subcommand with its options and help to its parent. When run, the subcommand sets the
 // context's status. Parent and context must outlive the parsing of the command line.
 using AddSubcommand = void(CLI::App& parent, CommandContext& context);
 

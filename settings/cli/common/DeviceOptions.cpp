@@ -8,7 +8,7 @@
 
 namespace settings {
 void addDeviceOption(CLI::App& command, DeviceOptions& options) {
-  command.add_option("--device", options.folder, "Folder that stands for the device's \"/\"")
+  command.add_option("--device", options.folder, "Folder that acts as the device's \"/\"")
       ->envname(std::string(deviceVariable))
       ->capture_default_str()
       ->type_name("DIR");

@@ -12,22 +12,23 @@
 
 namespace settings {
 
-// The options that name a device and say what it is like.
+// The options that select a device and its traits.
 struct DeviceOptions {
   std::string folder = "./device";
-  std::vector<std::pair<std::string, std::string>> traits;  // name and value, in their order
+  std::vector<std::pair<std::string, std::string>> traits;  // name and value, in the order given
 };
 
-// Adds --device DIR, whose default is the environment's (deviceVariable), else "./device".
+// Adds --device DIR. Its default is the environment variable deviceVariable, else "./device".
 void addDeviceOption(CLI::App& command, DeviceOptions& options);
-// Adds the options of the device's traits (Traits.h). A value that is no such trait is a usage
-// error that says what is allowed.
+// Adds the options for the device's traits (Traits.h). An invalid value is a usage error that says
+// what is expected.
 void addTraitOptions(CLI::App& command, DeviceOptions& options);
 
-// The traits of a standard phone with those that were given. They have been checked before.
+// The traits of a standard phone, changed by the options, which are valid already.
 platform::DeviceTraits traitsOf(const DeviceOptions& options);
 
-// The device tree, or nothing with a message and the context's status set.
+// Opens the device tree. On failure returns nothing, prints a message and sets the context's
+// status.
 std::optional<DeviceTree> openDevice(const DeviceOptions& options, CommandContext& context);
 
 }  // namespace settings

@@ -60,7 +60,7 @@ bool FolderWatch::takeBatch(std::string_view bytes) {
     inotify_event event{};
     std::memcpy(&event, bytes.data(), sizeof event);
     bytes.remove_prefix(sizeof event);
-    // The name is filled up with zeros.
+    // The name is padded with zeros.
     const std::string_view text(bytes.data(), ::strnlen(bytes.data(), event.len));
     bytes.remove_prefix(event.len);
     _gone = _gone || (event.mask & (IN_DELETE_SELF | IN_MOVE_SELF | IN_IGNORED)) != 0;

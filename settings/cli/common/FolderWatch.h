@@ -10,22 +10,23 @@
 
 namespace settings {
 
-// Notices that files in a folder of this machine were written, replaced or removed, whoever did it.
+// Reports when files in a folder of this machine are written, replaced or removed by any program.
 //
-// Threads: belongs to that of the queue.
+// Threads: the queue's.
 class FolderWatch {
  public:
-  // Empty where the folder cannot be watched; `problem` says why. The queue must outlive the watch.
+  // Returns nothing if the folder cannot be watched; `problem` says why. The queue must outlive the
+  // watch.
   static std::unique_ptr<FolderWatch> open(platform::MainQueue& queue, const std::string& hostPath,
                                            std::string& problem);
   ~FolderWatch();
   FolderWatch(const FolderWatch&) = delete;
   FolderWatch& operator=(const FolderWatch&) = delete;
 
-  // Runs the work in the queue from now on whenever something has happened to the file of that
-  // name, to the folder itself, or so much that the system lost count. Called once.
+  // Runs the work in the queue each time the file with this name or the folder itself changes, or
+  // the system has dropped events. Call once.
   void notify(std::string name, std::function<void()> changed);
-  // The folder itself has gone: nothing will be noticed any more.
+  // The folder itself was removed: no more changes will be reported.
   bool isGone() const noexcept { return _gone; }
 
  private:

@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t largest = platform::PropertyListLimits{}.bytes;
 
-// To the end, or to the first byte beyond the limit: what is read may never end.
+// Reads to the end, or to the first byte beyond the limit: the input may be endless.
 std::string readUpToLimit(std::istream& stream) {
   constexpr std::size_t blockSize = std::size_t{64} * 1024;
   std::string bytes;
@@ -68,7 +68,7 @@ std::optional<std::string> readHostFile(const std::string& name, std::istream& s
   if (stream.bad() || (name != "-" && !file.is_open())) {
     problem = "cannot be read: " + reasonOf(errno);
   } else if (bytes.size() > largest) {
-    problem = "holds more than " + std::to_string(largest) + " bytes, which is the limit";
+    problem = "is larger than " + std::to_string(largest) + " bytes, which is the limit";
   } else {
     return bytes;
   }
@@ -78,14 +78,14 @@ std::optional<std::string> readHostFile(const std::string& name, std::istream& s
 std::optional<std::string> writeHostFile(const std::string& name, std::string_view bytes,
                                          std::ostream& standardOutput) {
   if (name == "-") {
-    // A failure is seen when the output is flushed at the program's end.
+    // The flush at the end of the program detects a failure.
     standardOutput.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return std::nullopt;
   }
   std::error_code error;
   const fs::file_status status = fs::status(name, error);
   if (fs::exists(status) && !fs::is_regular_file(status)) return writeInPlace(name, bytes);
-  // Through a link the file that it leads to is replaced, not the link.
+  // A link is kept; the file that it points to is replaced.
   const fs::path target = fs::weakly_canonical(fs::absolute(name), error);
   if (error) return "cannot write " + name + ": " + error.message();
   platform::DeviceFileSystem machine("/");

@@ -110,7 +110,7 @@ std::string outlineText(const platform::Value& value) {
   if (const platform::Data* data = value.asData()) {
     return std::to_string(data->size()) + " bytes (data)";
   }
-  // What JSON has no form for is an object of one member there.
+  // A value without a JSON type is an object with one member.
   const auto converted = jsonFromValue(value);
   if (converted.is_object()) return converted.begin()->get<std::string>() + " (" + kind + ")";
   return jsonText(converted) + " (" + kind + ")";

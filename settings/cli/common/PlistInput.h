@@ -11,27 +11,27 @@
 
 namespace settings {
 
-// A property list that was read, or what is wrong with it.
+// A property list, or the error.
 struct PlistInput {
   platform::Value value;
   std::optional<platform::PropertyListError> error;
   explicit operator bool() const noexcept { return !error; }
 };
 
-// Reads a property list in its XML or binary form, or as JSON (recognised by its first character).
+// Parses a property list in XML or binary form, or as JSON (detected by its first character).
 PlistInput parsePlistOrJson(std::string_view bytes);
 
-// One line about a file that was refused: "name: line 3, column 7: reason; accepted: ...".
+// One line about a refused file: "name: line 3, column 7: reason; accepted: ...".
 std::string refusalLine(const std::string& name, const platform::PropertyListError& error);
 
-// Reads the file of this machine, or standard input for "-". Empty where that fails, with a
-// message and the context's status set.
+// Reads a file of this machine, or standard input for "-". On failure returns nothing, prints a
+// message and sets the context's status.
 std::optional<platform::Value> readPlistFile(const std::string& name, CommandContext& context);
 
-// Prints a value as an outline for people, one line for each value that is no container:
+// Prints a value as an outline, one line for each value that is not a container:
 //   presentationStyle: 1 (integer)
 void printOutline(std::ostream& output, const platform::Value& value);
-// One value on one line: "1 (integer)", "array of 3".
+// A value on one line: "1 (integer)", "array of 3".
 std::string outlineText(const platform::Value& value);
 
 }  // namespace settings

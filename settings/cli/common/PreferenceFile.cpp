@@ -31,7 +31,7 @@ std::string preferenceFilePath(std::string_view domain) {
 PreferenceFile readPreferenceFile(platform::FileSystem& device, const std::string& path) {
   PreferenceFile file;
   const platform::FileContents contents = device.read(path);
-  // A link that leads to nothing is there, and a change would put a file in its place.
+  // A broken link counts as existing: a change would replace it with a file.
   if (contents.error.code == ENOENT && !device.attributesOfItem(path)) {
     file.problem = "there is no file " + path;
     return file;
@@ -48,7 +48,7 @@ PreferenceFile readPreferenceFile(platform::FileSystem& device, const std::strin
     file.entries = *root;
     file.state = PreferenceFileState::read;
   } else {
-    file.problem = path + ": the root of a preference file is a dictionary, this one is " +
+    file.problem = path + ": the root of a preference file must be a dictionary, but is " +
                    outlineText(read.value);
   }
   return file;
@@ -57,7 +57,7 @@ PreferenceFile readPreferenceFile(platform::FileSystem& device, const std::strin
 std::vector<PreferenceChange> changesBetween(const platform::Dictionary& before,
                                              const platform::Dictionary& after) {
   std::vector<PreferenceChange> changes;
-  // Both are sorted by key; a dictionary of both gives the common order.
+  // Both are sorted by key, so a merged dictionary has the keys in order.
   platform::Dictionary keys = before;
   for (const auto& [key, value] : after) keys = std::move(keys).with(key, value);
   for (const auto& [key, value] : keys) {

@@ -13,9 +13,9 @@
 
 namespace settings {
 
-// "com.example.prefs.plist" of the domain "com.example.prefs".
+// "com.example.prefs.plist" for the domain "com.example.prefs".
 std::string preferenceFileName(std::string_view domain);
-// Its path on the device.
+// Its device path.
 std::string preferenceFilePath(std::string_view domain);
 
 enum class PreferenceFileState { read, missing, damaged };
@@ -23,30 +23,30 @@ enum class PreferenceFileState { read, missing, damaged };
 struct PreferenceFile {
   PreferenceFileState state = PreferenceFileState::missing;
   platform::Dictionary entries;  // empty unless the file was read
-  std::string problem;           // for people, where it was not
+  std::string problem;           // for the user; empty if the file was read
 };
 
-// The file as it is now. `path` is the device's.
+// Reads the file as it is now. `path` is a device path.
 PreferenceFile readPreferenceFile(platform::FileSystem& device, const std::string& path);
 
-// Whether a file is the same with either; both may be none. Equal values may differ there: a
-// boolean true equals the integer 1. And a NaN is written alike, yet equals nothing. What no file
-// can hold is alike where it is equal.
+// Returns whether both values give the same file; both may be absent. This differs from equality:
+// the boolean true equals the integer 1 but is written differently, and NaN does not equal itself
+// but is written the same. Values that no file can contain are compared by equality.
 bool isWrittenAlike(const platform::Value& a, const platform::Value& b);
 
-// One key that differs. None where it is absent.
+// A key that differs. An absent value is none.
 struct PreferenceChange {
   std::string key;
   platform::Value before;
   platform::Value after;
 };
 
-// The keys whose values are not written alike, in the keys' order.
+// The keys whose written values differ, in key order.
 std::vector<PreferenceChange> changesBetween(const platform::Dictionary& before,
                                              const platform::Dictionary& after);
-// As an object of "key", "before" and "after"; an absent value's member is left out.
+// An object with "key", "before" and "after"; without the member of an absent value.
 nlohmann::ordered_json jsonOfChange(const PreferenceChange& change);
-// "+ key: value", "- key: value", or both; "  key: value" where it is the same as before.
+// "+ key: value", "- key: value", or both; "  key: value" if it has not changed.
 void printChange(std::ostream& output, const PreferenceChange& change);
 
 }  // namespace settings

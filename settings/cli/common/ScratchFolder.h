@@ -4,7 +4,7 @@
 
 namespace settings {
 
-// A folder of this machine for the time being, which goes away with all in it.
+// A temporary folder of this machine. The destructor removes it with its content.
 class ScratchFolder {
  public:
   ScratchFolder();
@@ -12,7 +12,7 @@ class ScratchFolder {
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
 
-  // Empty where there is no room for one.
+  // Empty if the folder could not be created.
   const std::filesystem::path& path() const noexcept { return _path; }
 
  private:

@@ -15,7 +15,7 @@ StopSignal::StopSignal() {
 }
 
 StopSignal::~StopSignal() {
-  // The command has ended because of it: the signal must not end the program as well.
+  // The command has ended because of the signal, which must not also kill the program.
   signalfd_siginfo taken{};
   while (::read(_descriptor, &taken, sizeof taken) > 0) {
   }

@@ -4,11 +4,12 @@
 
 namespace settings {
 
-// Turns the signals that end a program (SIGINT, SIGTERM) into a descriptor that becomes readable,
-// so that a command can end in order. They are blocked as long as this lives, in the thread that
-// makes it and in those that are started from then on.
+// Turns the signals that end a program (SIGINT, SIGTERM) into a readable descriptor, so that a
+// command can end in order. The signals are blocked during its lifetime, in the thread that creates
+// it and in threads that are started later.
 //
-// Threads: made and destroyed by one, before others are started and after they have ended.
+// Threads: one, which must create it before it starts other threads and destroy it after they have
+// ended.
 class StopSignal {
  public:
   StopSignal();
@@ -16,7 +17,7 @@ class StopSignal {
   StopSignal(const StopSignal&) = delete;
   StopSignal& operator=(const StopSignal&) = delete;
 
-  // Readable once a signal has come; stays so.
+  // Becomes readable when a signal arrives, and stays readable.
   int descriptor() const noexcept { return _descriptor; }
 
  private:

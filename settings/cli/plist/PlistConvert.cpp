@@ -33,7 +33,7 @@ ExitStatus convert(const ConvertOptions& options, CommandContext& context) {
   if (text.error) return context.fail(shownName(options.input) + ": " + *text.error);
   const auto problem = writeHostFile(options.output, text.bytes, context.output);
   if (problem) return context.fail(*problem);
-  // Standard output holds the converted list itself, nothing may stand beside it.
+  // Standard output then contains the converted list and nothing else.
   if (context.json && options.output != "-") {
     const nlohmann::ordered_json report = {
         {"file", options.output}, {"form", options.form}, {"bytes", text.bytes.size()}};
@@ -53,7 +53,7 @@ void addPlistConvert(CLI::App& plist, CommandContext& context) {
   command
       ->add_option("FILE", options->input, "The file, in any of these forms; - is standard input")
       ->required();
-  command->add_option("-o,--output", options->output, "Where to; - is standard output")
+  command->add_option("-o,--output", options->output, "The output file; - is standard output")
       ->capture_default_str()
       ->type_name("OUT");
   addCommonOptions(*command, context, "plist convert xml1 in.plist -o out.plist");

@@ -16,7 +16,7 @@ namespace {
 
 using json = nlohmann::ordered_json;
 
-// What is wrong with one file; nothing where it is a property list.
+// Returns the error in a file; nothing if it is a property list.
 std::optional<platform::PropertyListError> lintFile(const std::string& name,
                                                     CommandContext& context) {
   std::string problem;

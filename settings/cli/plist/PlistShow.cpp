@@ -24,7 +24,7 @@ ExitStatus show(const std::string& file, CommandContext& context) {
 }  // namespace
 
 void addPlistShow(CLI::App& plist, CommandContext& context) {
-  CLI::App* command = plist.add_subcommand("show", "Print a property list for people");
+  CLI::App* command = plist.add_subcommand("show", "Print a property list as an outline");
   const auto file = std::make_shared<std::string>();
   command->add_option("FILE", *file, "XML, binary or JSON; - is standard input")->required();
   addCommonOptions(*command, context, "plist show settings.plist");

@@ -2,7 +2,7 @@
 
 #include "settings/cli/common/CommandContext.h"
 
-// The subcommand `plist`, and those below it in the order of the help.
+// The subcommand `plist` and its own subcommands, in the order of the help.
 namespace settings {
 
 AddSubcommand addPlist;

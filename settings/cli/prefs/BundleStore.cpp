@@ -10,7 +10,7 @@ namespace settings {
 
 struct BundleStore::State {
   std::unique_ptr<BundleProcess> process;
-  std::shared_ptr<platform::Object> store;  // goes before the process
+  std::shared_ptr<platform::Object> store;  // destroyed before the process
 };
 
 std::unique_ptr<BundleStore> BundleStore::open(const DeviceTree& tree, std::string_view domain,

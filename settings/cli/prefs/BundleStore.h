@@ -10,21 +10,21 @@ namespace settings {
 
 class DeviceTree;
 
-// The bundle's own store of preferences, in a process of its own that shows no page. Everything
-// goes through the store by name, so a change is written exactly as the pages write it.
+// The bundle's own preferences store, in a process that shows no page. All access goes through the
+// store by name, so changes are written exactly as the pages write them.
 //
-// Threads: belongs to one.
+// Threads: one.
 class BundleStore {
  public:
-  // The store of a domain as its file is now. Empty where the bundle cannot be loaded or has no
-  // store; `problem` says why.
+  // Opens the store of a domain with the current content of its file. Returns nothing if the bundle
+  // cannot be loaded or has no store; `problem` says why.
   static std::unique_ptr<BundleStore> open(const DeviceTree& tree, std::string_view domain,
                                            std::string& problem);
   ~BundleStore();
   BundleStore(const BundleStore&) = delete;
   BundleStore& operator=(const BundleStore&) = delete;
 
-  // Both write the file at once. The store does not say whether that went well.
+  // Both write the file at once. The store does not report whether the write succeeded.
   void setObject(const platform::Value& value, std::string_view key);
   void removeObject(std::string_view key);
 

@@ -30,8 +30,8 @@ void printChanged(const PreferenceChange& change, CommandContext& context) {
   }
 }
 
-// Changes one key through the bundle's store and looks whether the file holds it then, since the
-// store keeps silent about a write that fails.
+// Changes one key through the bundle's store, and then checks the file, since the store does not
+// report a failed write.
 ExitStatus change(const ChangeChoice& choice, const platform::Value& value,
                   CommandContext& context) {
   const auto tree = openDevice(choice.prefs.device, context);
@@ -57,7 +57,7 @@ ExitStatus change(const ChangeChoice& choice, const platform::Value& value,
                               after.entries.valueForKey(choice.key)};
   if (after.state != PreferenceFileState::read || !isWrittenAlike(made.after, value)) {
     return context.fail("the store could not write " + path +
-                        "; see that its folder is there and can be written to");
+                        "; check that its folder exists and is writable");
   }
   printChanged(made, context);
   return ExitStatus::done;
@@ -80,7 +80,7 @@ void addPrefsSet(CLI::App& prefs, CommandContext& context) {
   command->add_option("KEY", choice->key, "The key")->required();
   command
       ->add_option("VALUE", choice->text,
-                   "The value; without --type JSON, or a string where it is none")
+                   "The value; without --type: JSON, or a string if it is not JSON")
       ->required();
   command->add_option("--type", choice->type, "The value's type")
       ->check(CLI::IsMember(valueTypeNames()))

@@ -17,14 +17,14 @@ namespace {
 struct DiffChoice {
   PrefsOptions prefs;
   std::string before;
-  std::string after;  // empty: the device's preference file
+  std::string after;  // empty for the device's preference file
 };
 
 std::optional<platform::Dictionary> entriesOf(const std::string& file, CommandContext& context) {
   const auto value = readPlistFile(file, context);
   if (!value) return std::nullopt;
   if (const platform::Dictionary* entries = value->asDictionary()) return *entries;
-  context.status = context.fail(shownName(file) + ": the root is no dictionary");
+  context.status = context.fail(shownName(file) + ": the root is not a dictionary");
   return std::nullopt;
 }
 

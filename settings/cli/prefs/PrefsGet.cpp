@@ -36,7 +36,8 @@ ExitStatus get(const GetChoice& choice, CommandContext& context) {
 }  // namespace
 
 void addPrefsGet(CLI::App& prefs, CommandContext& context) {
-  CLI::App* command = prefs.add_subcommand("get", "Print one value; exit status 1 without the key");
+  CLI::App* command =
+      prefs.add_subcommand("get", "Print one value; exit status 1 if the key is absent");
   const auto choice = std::make_shared<GetChoice>();
   command->add_option("KEY", choice->key, "The key")->required();
   addPrefsOptions(*command, choice->prefs);

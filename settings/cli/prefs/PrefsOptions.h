@@ -11,7 +11,7 @@
 
 namespace settings {
 
-// What every `prefs` subcommand takes.
+// The options of all `prefs` subcommands.
 struct PrefsOptions {
   DeviceOptions device;
   std::string domain{productDomain};
@@ -20,12 +20,12 @@ struct PrefsOptions {
 // Adds --device and --domain.
 void addPrefsOptions(CLI::App& command, PrefsOptions& options);
 
-// The device's files, or nothing with a message and the context's status set.
+// The device's files. On failure returns nothing, prints a message and sets the context's status.
 std::unique_ptr<platform::DeviceFileSystem> openDeviceFiles(const PrefsOptions& options,
                                                             CommandContext& context);
 
-// The entries of the preference file, or nothing with a message and the context's status set. A
-// file that is missing has no entries: the store starts empty then, too.
+// The entries of the preference file. On failure returns nothing, prints a message and sets the
+// context's status. A missing file has no entries: the store also starts empty then.
 std::optional<platform::Dictionary> readEntries(const PrefsOptions& options,
                                                 CommandContext& context);
 

@@ -10,7 +10,7 @@ namespace {
 std::string checkDomain(const std::string& domain) {
   const bool isName = !domain.empty() && domain.find('/') == std::string::npos &&
                       domain.find('\0') == std::string::npos;
-  return isName ? std::string() : "a domain is a name without \"/\", as com.example.prefs";
+  return isName ? std::string() : "a domain is a name without \"/\", such as com.example.prefs";
 }
 
 }  // namespace

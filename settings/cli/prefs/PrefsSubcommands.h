@@ -2,7 +2,7 @@
 
 #include "settings/cli/common/CommandContext.h"
 
-// The subcommand `prefs`, and those below it in the order of the help.
+// The subcommand `prefs` and its own subcommands, in the order of the help.
 namespace settings {
 
 AddSubcommand addPrefs;

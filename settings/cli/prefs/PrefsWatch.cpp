@@ -16,7 +16,7 @@
 namespace settings {
 namespace {
 
-// Prints what changes in a preference file, from one reading to the next.
+// Prints the changes in a preference file from one reading to the next.
 class ChangePrinter {
  public:
   ChangePrinter(platform::FileSystem& files, std::string path, CommandContext& context)
@@ -33,7 +33,7 @@ class ChangePrinter {
   }
 
  private:
-  // A damaged file is told of once, and compared with the next whole one.
+  // A damaged file is reported once. The next valid file is compared with the last valid one.
   void takeIn(const PreferenceFile& file) {
     if (file.state == PreferenceFileState::damaged) {
       if (file.problem != _problem) _context.fail(file.problem);

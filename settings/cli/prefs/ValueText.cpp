@@ -23,7 +23,7 @@ ParsedValue parsed(PropertyListFromJson read) {
 ParsedValue parseBoolean(const std::string& text) {
   if (text == "true" || text == "yes" || text == "1") return {platform::Value(true), {}};
   if (text == "false" || text == "no" || text == "0") return {platform::Value(false), {}};
-  return notParsed("\"" + text + "\" is no bool; accepted: true, false, yes, no, 1, 0");
+  return notParsed("not a bool: \"" + text + "\" (expected true, false, yes, no, 1 or 0)");
 }
 
 template <class Integer>
@@ -38,7 +38,7 @@ std::optional<Integer> wholeNumber(const std::string& text) {
 ParsedValue parseInteger(const std::string& text) {
   if (const auto number = wholeNumber<std::int64_t>(text)) return {platform::Value(*number), {}};
   if (const auto number = wholeNumber<std::uint64_t>(text)) return {platform::Value(*number), {}};
-  return notParsed("\"" + text + "\" is no integer; accepted: a whole number of 64 bits, as -5");
+  return notParsed("not an integer: \"" + text + "\" (expected a 64-bit whole number such as -5)");
 }
 
 ParsedValue parseReal(const std::string& text) {
@@ -46,14 +46,14 @@ ParsedValue parseReal(const std::string& text) {
   const char* end = text.data() + text.size();
   const auto read = std::from_chars(text.data(), end, number);
   if (read.ec == std::errc() && read.ptr == end) return {platform::Value(number), {}};
-  return notParsed("\"" + text + "\" is no real; accepted: a number of double precision, as 0.5");
+  return notParsed("not a real: \"" + text + "\" (expected a double-precision number such as 0.5)");
 }
 
 ParsedValue parseString(const std::string& text) {
   return {platform::Value(text), {}};
 }
 
-// What JSON has no form for is an object of one member there.
+// A value without a JSON type is an object with one member.
 ParsedValue parseMember(const char* member, const std::string& text) {
   return parsed(valueFromJson(nlohmann::ordered_json::object({{member, text}})));
 }
@@ -69,13 +69,13 @@ ParsedValue parseDate(const std::string& text) {
 ParsedValue parseArray(const std::string& text) {
   ParsedValue value = parsed(valueFromJsonText(text));
   const bool isOther = value.problem.empty() && value.value.asArray() == nullptr;
-  return isOther ? notParsed("an array is JSON, as [1, \"two\"]") : value;
+  return isOther ? notParsed("an array must be JSON such as [1, \"two\"]") : value;
 }
 
 ParsedValue parseDictionary(const std::string& text) {
   ParsedValue value = parsed(valueFromJsonText(text));
   const bool isOther = value.problem.empty() && value.value.asDictionary() == nullptr;
-  return isOther ? notParsed("a dict is JSON, as {\"key\": 1}") : value;
+  return isOther ? notParsed("a dict must be JSON such as {\"key\": 1}") : value;
 }
 
 using Parser = ParsedValue (*)(const std::string&);
@@ -107,7 +107,7 @@ ParsedValue parseValueText(const std::string& text, const std::string& type) {
                                      : parser->second(text);
   }
   if (!nlohmann::json::accept(text)) return parseString(text);
-  if (text == "null") return notParsed("null is no value; `prefs remove` removes a key");
+  if (text == "null") return notParsed("null is not a value; use `prefs remove` to remove a key");
   return parsed(valueFromJsonText(text));
 }
 

@@ -1,5 +1,5 @@
-// A bundle that cannot be loaded, lists that are damaged, pages that raise: each becomes a page, a
-// row or a report that says so, and the application goes on.
+// Bundles that cannot be loaded, damaged lists, and pages that raise. Each becomes a page, a row or
+// a report with the error, and the application goes on.
 
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -24,14 +24,14 @@ std::string entry(const std::string& key, const std::string& text) {
 
 class ApplicationBundleTest : public ApplicationTest {
  protected:
-  // What the page says that stands for one that could not be made.
+  // The text of the page that replaces one that could not be made.
   std::string problem() {
     open();
     EXPECT_FALSE(application().crash());
     return page().value("problem", json::object()).value("text", "");
   }
   void useInfo(const std::string& entries) { put(inBundle("Info.plist"), info(entries)); }
-  // Installs a bundle of the tests, with that principal class.
+  // Installs a bundle of the tests with this principal class.
   void useBundle(const std::string& name, const std::string& principal = "PlainPage") {
     useInfo(entry("CFBundleExecutable", name) + entry("NSPrincipalClass", principal));
     const std::string installed = *application().device().hostPath(bundlePath);
@@ -55,7 +55,7 @@ class ApplicationBundleTest : public ApplicationTest {
 TEST_F(ApplicationBundleTest, AMissingBundleIsAPageThatNamesIt) {
   ASSERT_FALSE(application().device().remove(bundlePath));
   EXPECT_EQ(problem(), "cannot read " + inBundle("Info.plist") +
-                           ": No such file or directory. Install the bundle anew.");
+                           ": No such file or directory. Reinstall the bundle.");
   EXPECT_EQ(page()["problem"]["title"], "The settings cannot be shown");
 }
 
@@ -86,9 +86,9 @@ TEST_F(ApplicationBundleTest, AnInfoWithoutAnExecutableSaysWhichKeyIsMissing) {
 
 TEST_F(ApplicationBundleTest, AKeyThatIsNoTextSaysSo) {
   useInfo(entry("CFBundleExecutable", "ZentrovaPrefs") + "<key>NSPrincipalClass</key><true/>");
-  EXPECT_THAT(problem(), HasSubstr("NSPrincipalClass is no text"));
+  EXPECT_THAT(problem(), HasSubstr("NSPrincipalClass is empty or not a string"));
   useInfo("<key>CFBundleExecutable</key><string></string>" + entry("NSPrincipalClass", "A"));
-  EXPECT_THAT(problem(), HasSubstr("CFBundleExecutable is no text"));
+  EXPECT_THAT(problem(), HasSubstr("CFBundleExecutable is empty or not a string"));
 }
 
 TEST_F(ApplicationBundleTest, APrincipalClassThatTheBundleDoesNotHaveSaysItsName) {
@@ -109,7 +109,7 @@ TEST_F(ApplicationBundleTest, AMissingExecutableSaysItsPath) {
 TEST_F(ApplicationBundleTest, AnExecutableThatIsNoCodeSaysSo) {
   put(inBundle("ZentrovaPrefs"), "no code");
   EXPECT_THAT(problem(), AllOf(HasSubstr(inBundle("ZentrovaPrefs")), HasSubstr("cannot be loaded"),
-                               HasSubstr("Install the bundle anew")));
+                               HasSubstr("Reinstall the bundle")));
 }
 
 TEST_F(ApplicationBundleTest, ASharedObjectThatIsNoBundleSaysWhichFunctionIsMissing) {
@@ -119,7 +119,7 @@ TEST_F(ApplicationBundleTest, ASharedObjectThatIsNoBundleSaysWhichFunctionIsMiss
 
 TEST_F(ApplicationBundleTest, ABundleOfAnotherInterfaceSaysWhatToDo) {
   useBundle("RefusedBundle1");
-  EXPECT_THAT(problem(), AllOf(HasSubstr("another version"), HasSubstr("from one checkout")));
+  EXPECT_THAT(problem(), AllOf(HasSubstr("another version"), HasSubstr("from the same checkout")));
 }
 
 TEST_F(ApplicationBundleTest, ABundleWhoseClassesAreRefusedSaysSo) {
@@ -140,12 +140,12 @@ TEST_F(ApplicationBundleTest, AnotherBundleIsShownAsWell) {
 
 TEST_F(ApplicationBundleTest, APrincipalClassThatIsNoPageSaysSo) {
   useBundle("OddPages", "NoPage");
-  EXPECT_THAT(problem(), HasSubstr("which is no page"));
+  EXPECT_THAT(problem(), HasSubstr("which is not a page"));
 }
 
 TEST_F(ApplicationBundleTest, APageThatRefusesToBeMadeSaysSo) {
   useBundle("OddPages", "RefusingPage");
-  EXPECT_THAT(problem(), HasSubstr("RefusingPage refused to be made"));
+  EXPECT_THAT(problem(), HasSubstr("RefusingPage could not be created"));
 }
 
 // --- Crashes ---
@@ -201,7 +201,7 @@ TEST_F(ApplicationBundleTest, APageThatRaisesWhenItIsAskedForItsRowsIsACrashWith
   EXPECT_EQ(application().crash()->where, "asking the page for its rows");
   EXPECT_EQ(presented()["kind"], "crash");
   EXPECT_EQ(page(), json::object());
-  // The page is no better when it is asked again; a new process is.
+  // Asking the page again raises again; a new process recovers.
   answerCrash("continue");
   tree();
   ASSERT_TRUE(application().crash());

@@ -22,15 +22,15 @@
 
 namespace settings::test {
 
-// How a script went.
+// The result of a script.
 struct Played {
   ScriptStatus status = ScriptStatus::done;
   std::string output;
   std::string messages;
 };
 
-// The Settings application on a device of its own: the built bundle in folders as on a device, and
-// nothing else. A test that needs photos, modules or programs fills the whole tree.
+// The Settings application on a new device that contains only the built bundle. A test that needs
+// photos, modules or programs creates the whole tree.
 class ApplicationTest : public testing::Test {
  protected:
   ApplicationTest() {
@@ -42,15 +42,15 @@ class ApplicationTest : public testing::Test {
     EXPECT_EQ(writer.problem(), "");
   }
 
-  // The folder of this machine that stands for "/".
+  // The folder of this machine that acts as "/".
   std::string root() const { return folder.in("device"); }
-  // Puts everything there that a new device has.
+  // Adds everything that a new device contains.
   void useWholeDevice() {
     std::filesystem::remove_all(root());
     const DeviceTreeResult made = DeviceTree::create(root());
     ASSERT_TRUE(made) << made.problem;
   }
-  // Makes the application; `open` does too, where there is none.
+  // Creates the application. `open` also does so if there is none yet.
   Application& application() {
     if (!_application) {
       options.deviceRoot = root();
@@ -64,7 +64,7 @@ class ApplicationTest : public testing::Test {
   void dropApplication() { _application.reset(); }
 
   nlohmann::json tree() { return application().tree(); }
-  // The node of a row by identifier; fails the test where there is none.
+  // The node of a row by identifier; fails the test if there is none.
   nlohmann::json row(const std::string& identifier) { return node(rowNode(identifier)); }
   std::string rowNode(const std::string& identifier) {
     const TreeQuery query(application().tree());
@@ -72,7 +72,7 @@ class ApplicationTest : public testing::Test {
     EXPECT_TRUE(found) << "no row " << identifier << " among " << query.rowNames();
     return found.id;
   }
-  // The identity of the row's control, once the row is in sight.
+  // Scrolls to the row and returns the identity of its control.
   std::string controlNode(const std::string& identifier) {
     const std::string id = rowNode(identifier);
     EXPECT_TRUE(application().reveal(id).accepted);
@@ -91,11 +91,11 @@ class ApplicationTest : public testing::Test {
     const TreeQuery query(application().tree());
     return query.shownValue(query.find(id));
   }
-  // The page on top, and what is presented over the pages; empty objects where there is none.
+  // The page on top, and what is presented over the pages; empty objects if there is none.
   nlohmann::json page() { return found(TreeQuery(application().tree()).page()); }
   nlohmann::json presented() { return found(TreeQuery(application().tree()).presented()); }
   std::string presentedNode() { return TreeQuery(application().tree()).presented().id; }
-  // The titles of the rows in their order.
+  // The titles of the rows, in order.
   std::vector<std::string> rowTitles() {
     std::vector<std::string> titles;
     const TreeQuery query(application().tree());
@@ -130,13 +130,14 @@ class ApplicationTest : public testing::Test {
     return {status, output.str(), messages.str()};
   }
 
-  // Files of the device, by their path there.
+  // Files of the device, by device path.
   void put(std::string_view path, std::string_view bytes) {
     const auto error = application().device().writeAtomically(path, bytes);
     EXPECT_FALSE(error) << error.message;
   }
   std::string contents(std::string_view path) { return application().device().read(path).bytes; }
-  // The root page shows these rows in place of the product's. Before the page is opened.
+  // Makes the root page show these rows instead of the product's. Call it before the page is
+  // opened.
   void useRows(const nlohmann::json& items) {
     const PropertyListFromJson list =
         valueFromJson(nlohmann::json{{"title", "Rows"}, {"items", items}});
@@ -154,7 +155,7 @@ class ApplicationTest : public testing::Test {
   }
 
   TemporaryFolder folder;
-  ApplicationOptions options;  // changed before the application is made
+  ApplicationOptions options;  // change before the application is created
 
  private:
   static nlohmann::json found(const FoundNode& each) {

@@ -1,4 +1,4 @@
-// What the user's hand does to the pages, and what it cannot do.
+// What users can and cannot do to the pages.
 
 #include <cmath>
 #include <gmock/gmock.h>
@@ -295,7 +295,7 @@ TEST_F(ApplicationHandTest, RowsOfAnEditingTableAreMovedAndDeleted) {
   EXPECT_TRUE(preferenceEntries().contains("moduleConfig"));
 }
 
-// --- What is no action ---
+// --- Invalid actions ---
 
 TEST_F(ApplicationHandTest, AnActionOnANodeThatIsGoneIsRefused) {
   const std::string control = controlNode("switch");
@@ -366,7 +366,7 @@ TEST_F(ApplicationHandTest, WorkOfAProcessThatWasReopenedIsDropped) {
   EXPECT_EQ(page()["title"], "Rows");
 }
 
-// --- What presenters are told ---
+// --- Notifications ---
 
 class Notes : public ApplicationObserver {
  public:

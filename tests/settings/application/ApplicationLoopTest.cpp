@@ -9,7 +9,7 @@
 namespace settings::test {
 namespace {
 
-// The application with the clock of the machine, and its main loop.
+// The application with the real clock, and its main loop.
 class ApplicationLoop : public RootPageTest {
  protected:
   static constexpr const char* restart = "/var/jb/usr/bin/killall";
@@ -20,7 +20,7 @@ class ApplicationLoop : public RootPageTest {
     options.traits.systemVersion = {15, 0, 0};
   }
 
-  // Runs the loop until the condition holds after a turn; gives the number of turns.
+  // Runs the loop until the condition holds after a turn. Returns the number of turns.
   int turnsUntil(const std::function<bool()>& condition) {
     int turns = 0;
     constexpr double patienceSeconds = 20;

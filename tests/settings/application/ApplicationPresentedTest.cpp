@@ -1,4 +1,4 @@
-// What lies over the pages: alerts, the colour picker and the photo picker.
+// Presentations over the pages: alerts, the colour picker and the photo picker.
 
 #include <gmock/gmock.h>
 #include <limits>
@@ -131,7 +131,7 @@ std::string onePixel() {
       69};
 }
 
-// The same picture, saying in its header that it is larger than it is.
+// The same picture with a larger size in its header.
 std::string claimingSize(char sideHighByte) {
   std::string bytes = onePixel();
   bytes[17] = sideHighByte;
@@ -299,7 +299,7 @@ TEST_F(ApplicationPresentedTest, APhotoThatIsChosenByNameGoesToTheDelegate) {
   EXPECT_TRUE(choosePhoto("A.png").accepted);
   ASSERT_TRUE(photos->image);
   EXPECT_EQ(photos->image->pixelWidth(), 1U);
-  EXPECT_EQ(presented()["kind"], "imagePicker");  // whoever opened it closes it
+  EXPECT_EQ(presented()["kind"], "imagePicker");  // its presenter closes it
 }
 
 TEST_F(ApplicationPresentedTest, AnythingThatIsNoPhotoOfTheLibraryIsRefusedWithAMessage) {
@@ -319,7 +319,7 @@ TEST_F(ApplicationPresentedTest, AnythingThatIsNoPhotoOfTheLibraryIsRefusedWithA
   EXPECT_EQ(presented()["kind"], "imagePicker");
 }
 
-// To see the damage the photo must be unpacked, which takes too long for the main thread.
+// Detecting the damage requires decompressing the photo, which takes too long for the main thread.
 TEST_F(ApplicationPresentedTest, APhotoThatIsDamagedInTheMiddleIsRefusedAsSoonAsThatIsKnown) {
   std::string damaged = onePixel();
   damaged[45] = static_cast<char>(damaged[45] + 1);
@@ -420,8 +420,9 @@ TEST_F(ApplicationPresentedTest, AScriptShowsWhatIsOpen) {
   addToLibrary("A.png", onePixel());
   addToLibrary("B.txt", "no picture");
   openPhotoPicker();
-  EXPECT_THAT(play("show").output,
-              HasSubstr("[imagePicker]\n  A.png\n  B.txt  (The file is no PNG or JPEG picture.)"));
+  EXPECT_THAT(
+      play("show").output,
+      HasSubstr("[imagePicker]\n  A.png\n  B.txt  (The file is not a PNG or JPEG picture.)"));
   openColorPicker();
   EXPECT_THAT(play("show").output, HasSubstr("[colorPicker] {\"rgba\":[0.0,0.0,0.0,1.0]}"));
   openAlert({UIAlertActionStyle::cancel});
@@ -438,7 +439,7 @@ TEST_F(ApplicationPresentedTest, AScriptChoosesInASheetByItsLabel) {
   openAlert({UIAlertActionStyle::standard, UIAlertActionStyle::cancel});
   EXPECT_THAT(
       play("choose \"Other\"").messages,
-      HasSubstr("\"Other\" is no choice of the alert; there are \"Choice 0\", \"Choice 1\""));
+      HasSubstr("not a choice of the alert: \"Other\" (choices: \"Choice 0\", \"Choice 1\""));
   EXPECT_EQ(play("choose \"Choice 0\"").messages, "");
   EXPECT_EQ(chosen, 0);
 }

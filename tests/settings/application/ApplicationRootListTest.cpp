@@ -88,7 +88,7 @@ TEST_F(RootList, PageOpensWhereTheControlCenterRowRaises) {
   EXPECT_FALSE(propertiesOf("ControlCenter").contains("isLoaded"));
 }
 
-// It is the application that raises, and the page that swallows it.
+// The application raises, and the page catches the exception.
 TEST_F(RootList, ControlCenterRowReallyRaises) {
   for (const char* trait : {"raises", "missing"}) {
     ASSERT_TRUE(application().setTrait("controlCenterRow", trait));
@@ -119,8 +119,8 @@ TEST_F(RootList, OtherValuesOfTheTraitAreRefused) {
   const ActionResult result = application().setTrait("controlCenterRow", "gone");
   EXPECT_FALSE(result);
   EXPECT_EQ(result.message,
-            "\"gone\" is no value of the trait controlCenterRow; allowed is present, missing or "
-            "raises");
+            "invalid value for the trait controlCenterRow: \"gone\" (expected present, missing or "
+            "raises)");
 }
 
 TEST_F(RootList, BundleThatCannotBeLoadedIsSaidAgainAtItsRow) {
@@ -131,7 +131,7 @@ TEST_F(RootList, BundleThatCannotBeLoadedIsSaidAgainAtItsRow) {
   EXPECT_TRUE(page().contains("problem"));
 }
 
-// Both bars are there: the page's navigation controller lies in another one.
+// Both bars exist: the page's navigation controller is inside another one.
 TEST_F(RootList, NavigationIsNested) {
   open();
   const FoundNode outer = query().outerNavigation();
@@ -157,7 +157,7 @@ TEST_F(RootList, ScrollingShowsTheOuterTitle) {
   EXPECT_EQ(opacity(query().outerNavigation()), 0);
 }
 
-// A page that does not say takes after the one below it.
+// A page without its own setting inherits it from the page below.
 TEST_F(RootList, PagesHaveLargeTitles) {
   open();
   EXPECT_EQ(bar()["largeTitle"], true);

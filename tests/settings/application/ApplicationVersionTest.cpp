@@ -14,7 +14,7 @@ class Version : public RootPageTest {
     putProgram(shell, "printf 'Package: com.hollowmere.zentrova\\nVersion: 1.0.0\\n'");
     open();
   }
-  // The texts of the labels that can be seen below the rows.
+  // The texts of the visible labels below the rows.
   std::vector<std::string> shown() {
     std::vector<std::string> texts;
     const Json view = footer();

@@ -10,7 +10,7 @@
 namespace settings::test {
 namespace {
 
-// A page that waits for a program which does not end.
+// A page that waits for a program that does not end.
 class Waiting : public RootPageTest {
  protected:
   static constexpr const char* shell = "/bin/bash";
@@ -47,7 +47,7 @@ TEST_F(Waiting, ProgramThatDoesNotWantToEndIsKilled) {
   EXPECT_EQ(exitStatus(), 128 + SIGKILL);
 }
 
-// Nobody reads on after the first chunk, so that the program waits for room.
+// Nobody reads after the first chunk, so the program blocks on the full pipe.
 TEST_F(Waiting, ProgramThatPrintsMegabytesIsEndedAndItsFirstChunkShown) {
   openWith("exec head -c 5000000 /dev/zero");
   application().setPatience(0.2);
@@ -80,7 +80,7 @@ TEST_F(Waiting, TreeSaysWhatIsWaitedForAndStopEndsIt) {
   EXPECT_TRUE(tap("vibration"));
 }
 
-// Whether the process has ended; one that nobody has taken the status of yet counts as ended.
+// Returns whether the process has ended, including a zombie.
 bool hasEnded(const std::string& process) {
   std::ifstream file("/proc/" + process + "/stat");
   const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());

@@ -1,5 +1,5 @@
-// What the application does with link rows: it asks before an address leads out of it, and shows
-// rows whatever their properties hold.
+// Link rows in the application: it asks before it opens an address, and shows rows with any
+// property values.
 
 #include <cmath>
 #include <gmock/gmock.h>
@@ -49,7 +49,7 @@ class LinkRows : public testing::Test, private ApplicationObserver {
     if (application) application->removeObserver(this);
   }
 
-  // Opens a root page of these rows.
+  // Opens a root page with these rows.
   void openRows(const std::string& rows) {
     ApplicationOptions options;
     options.deviceRoot = device->in("device");
@@ -71,7 +71,7 @@ class LinkRows : public testing::Test, private ApplicationObserver {
   ActionResult tap(const std::string& id) {
     return application->perform({{"action", "tap"}, {"node", row(id).id}});
   }
-  // What is presented over the page; an empty map where there is nothing.
+  // What is presented over the page; an empty object if there is nothing.
   json presented() {
     const FoundNode found = query().presented();
     return found ? *found.node : json::object();
@@ -160,7 +160,7 @@ TEST_F(LinkRows, OnlyWebPagesCanBeOpened) {
     EXPECT_TRUE(tap(std::to_string(i))) << addresses[i];
     const json alert = presented();
     EXPECT_EQ(alert["title"], "This link cannot be opened") << addresses[i];
-    EXPECT_EQ(alert["message"], "It leads to no web page:\n" + addresses[i]);
+    EXPECT_EQ(alert["message"], "It is not a web address:\n" + addresses[i]);
     EXPECT_EQ(alert["actions"], json::array({{{"title", "OK"}, {"style", "cancel"}}}));
     choose(0);
   }
@@ -247,7 +247,7 @@ TEST_F(LinkRows, ARadiusThatIsNoLengthIsShownAsNone) {
   const auto revision = application->revision();
   EXPECT_TRUE(application->runAtEdge("nothing", [] {}));
   application->setTrait("appearance", "light");
-  EXPECT_EQ(application->revision(), revision) << "the same tree is no new one";
+  EXPECT_EQ(application->revision(), revision) << "an equal tree keeps its revision";
 }
 
 TEST_F(LinkRows, NoValueOfAnyKindKeepsAPageFromOpening) {

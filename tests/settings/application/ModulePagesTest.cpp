@@ -1,4 +1,4 @@
-// The two pages whose tables are always being edited, in the application and as presenters see
+// The two pages whose tables are always in editing mode, in the application and as presenters see
 // them.
 
 #include <algorithm>
@@ -128,7 +128,7 @@ TEST_F(ModulePages, AcceptedEditIsAnnouncedWithItsPlace) {
                                                "Brightness is now 1 of 1 in Disabled modules"));
 }
 
-// A presenter lets the row glide to where the page wants it.
+// A presenter animates the row to the place where the page wants it.
 TEST_F(ModulePages, RowKeepsItsIdentityFromSectionToSection) {
   openPage("favoriteModules");
   const std::string node = rowNode(camera);
@@ -139,7 +139,7 @@ TEST_F(ModulePages, RowKeepsItsIdentityFromSectionToSection) {
   EXPECT_EQ(namesIn(0).front(), camera);
 }
 
-// A finger carries a row far from where it was; people still want to hear which one it is.
+// When a row is dragged far away, a screen reader still announces its name.
 TEST_F(ModulePages, RowThatWasSeenKeepsItsNameOutOfSight) {
   openPage("favoriteModules");
   EXPECT_EQ(row(camera)["title"], "Camera");
@@ -152,7 +152,7 @@ TEST_F(ModulePages, RowThatWasSeenKeepsItsNameOutOfSight) {
               ElementsAre("Camera is now 1 of 4 in Active modules (min 3, max 4)"));
 }
 
-// A presenter asks for an image after it has read its name, and the user scrolls meanwhile.
+// A presenter fetches an image after it has read its hash, and the user scrolls in the meantime.
 TEST_F(ModulePages, IconThatHasJustGoneOutOfSightCanStillBeAskedFor) {
   openPage("favoriteModules");
   const std::string icon = iconOf(camera);
@@ -198,7 +198,7 @@ TEST_F(ModulePages, OnlyRowsInSightHaveCells) {
   EXPECT_GT(cells, 10U);
   EXPECT_LT(cells, 40U);
   EXPECT_GT(namesIn(1).size(), 1000U);
-  // Those that come into sight have one, and can be dragged over the whole table.
+  // Rows that come into sight have one, and can be dragged across the whole table.
   EXPECT_TRUE(commit(camera).accepted);
   const std::string last = namesIn(1).back();
   ASSERT_TRUE(application().reveal(rowNode(last)).accepted);
@@ -233,7 +233,7 @@ TEST_F(ModulePages, SamePageComesBackOnTheNextVisit) {
   EXPECT_EQ(TreeQuery(application().tree()).page().id, page);
 }
 
-// What the pages of the browser would get.
+// The patches that browser pages would receive.
 class Sink : public PageSink {
  public:
   void send(ConnectionId /*connection*/, OutgoingMessage message) override {

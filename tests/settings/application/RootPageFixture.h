@@ -7,7 +7,7 @@
 
 namespace settings::test {
 
-// What tests of the root page and of what lies below it have in common.
+// Shared by the tests of the root page and of its sub-pages.
 class RootPageTest : public ApplicationTest {
  protected:
   using Json = nlohmann::json;
@@ -18,14 +18,14 @@ class RootPageTest : public ApplicationTest {
     return static_cast<bool>(query().row({RowAddress::By::identifier, identifier, 1, 0, 0}));
   }
   ActionResult back() { return act({{"action", "back"}}, query().outerNavigation().id); }
-  // The view below the rows of the page's table; null where there is none.
+  // The view below the rows of the page's table; null if there is none.
   Json footer() {
     for (const FoundNode& child : query().children(query().table())) {
       if (child.node->value("role", "") == "footer") return *child.node;
     }
     return nullptr;
   }
-  // A shell script in place of a program of the device.
+  // Replaces a program of the device with a shell script.
   void putProgram(std::string_view path, std::string_view script) {
     application().device().createDirectory(path.substr(0, path.rfind('/')));
     put(path, "#!/bin/sh\n" + std::string(script));

@@ -1,4 +1,4 @@
-// A bundle whose pages go wrong, each in its own way. Its Info.plist says which one is opened.
+// A bundle whose pages fail in different ways. Its Info.plist selects the page.
 
 #include "platform/foundation/objects/ClassBuilder.h"
 #include "platform/foundation/objects/Process.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-// No page at all.
+// Not a page at all.
 class NoPage : public platform::Object {
   PLATFORM_CLASS(NoPage)
 };
@@ -36,7 +36,7 @@ class RaisingPage : public platform::UIViewController {
   void viewDidLoad() override { throw platform::Exception("TestException", "raised on purpose"); }
 };
 
-// Raises once it has been shown for a second.
+// Raises one second after it was shown.
 class LateRaisingPage : public platform::UIViewController {
   PLATFORM_CLASS(LateRaisingPage)
 
@@ -51,7 +51,7 @@ class PlainPage : public platform::UIViewController {
   PLATFORM_CLASS(PlainPage)
 };
 
-// Rows "arm" and "raise". Armed, the page raises as soon as anybody asks about its rows.
+// Has rows "arm" and "raise". Once armed, the page raises when it is asked for its rows.
 class RaisingListPage : public platform::PSListController {
   PLATFORM_CLASS(RaisingListPage)
 

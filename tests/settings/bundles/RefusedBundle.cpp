@@ -1,4 +1,4 @@
-// A bundle that does not register its classes: REGISTER_RESULT says why not.
+// A bundle that does not register its classes. REGISTER_RESULT is the reason.
 
 #include "platform/preferences/BundleInterface.h"
 

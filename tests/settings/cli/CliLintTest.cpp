@@ -14,7 +14,7 @@ using ::testing::HasSubstr;
 class CliLint : public ::testing::Test {
  protected:
   CliLint() { std::filesystem::copy(findBuiltBundle(), bundle); }
-  // Puts a list of these items, as XML, into the bundle and gives what is printed.
+  // Writes a list of these items as XML into the bundle, and returns the output of lint.
   std::string lintItems(const std::string& items) {
     folder.write(
         "Zentrova.bundle/Mine.plist",
@@ -46,7 +46,7 @@ TEST_F(CliLint, BundleOfTheProductIsClean) {
 
 TEST_F(CliLint, UnknownKindOfRowIsFound) {
   EXPECT_THAT(lintItems(item(text("cell", "PSFancyCell"))),
-              HasSubstr("Mine.plist, row 1: \"PSFancyCell\" is no kind of row"));
+              HasSubstr("Mine.plist, row 1: unknown kind of row: \"PSFancyCell\""));
   EXPECT_THAT(lintItems(item("")), HasSubstr("has no \"cell\""));
 }
 
@@ -66,7 +66,7 @@ TEST_F(CliLint, MissingListOfAPageIsFound) {
   EXPECT_THAT(lint(), HasSubstr("the page ZVRVibrationListController"));
 }
 
-// No row names these: the pages do, in their code.
+// No row names these lists; the pages name them in their code.
 TEST_F(CliLint, MissingListThatAPageNamesItselfIsFound) {
   for (const char* list : {"Customize", "DarkColors", "MediaModule"}) {
     const std::string file = bundle + "/" + list + ".plist";
@@ -94,7 +94,7 @@ TEST_F(CliLint, MissingKeyLabelAndPictureAreFound) {
 
 TEST_F(CliLint, IdentifierThatStandsTwiceIsFound) {
   EXPECT_THAT(lintItems(button(text("id", "b")) + button(text("id", "b"))),
-              HasSubstr("row 2 (#b): the identifier \"b\" stands twice"));
+              HasSubstr("row 2 (#b): the identifier \"b\" is used twice"));
 }
 
 TEST_F(CliLint, ValuesAndTitlesOfDifferentLengthAreFound) {
@@ -119,23 +119,23 @@ TEST_F(CliLint, ValueOfAnotherTypeIsFoundOnce) {
               std::string("Mine.plist, row 1: \"") + key + "\" must be a string, not a number\n");
   }
   EXPECT_THAT(lintItems(item("<key>cell</key><integer>7</integer>")),
-              HasSubstr("Mine.plist, row 1: \"cell\" is no text; there are PSGroupCell"));
+              HasSubstr("Mine.plist, row 1: \"cell\" is not a string (expected PSGroupCell"));
 }
 
 TEST_F(CliLint, DamagedListAndInfoAreFound) {
   folder.write("Zentrova.bundle/Root.plist", "<plist>");
   folder.write("Zentrova.bundle/Info.plist", "<plist version=\"1.0\"><dict/></plist>");
   const std::string output = lint();
-  EXPECT_THAT(output, HasSubstr("Root.plist: is no property list"));
-  EXPECT_THAT(output, HasSubstr("Info.plist: has no text under NSPrincipalClass"));
+  EXPECT_THAT(output, HasSubstr("Root.plist: is not a property list"));
+  EXPECT_THAT(output, HasSubstr("Info.plist: has no string under NSPrincipalClass"));
 }
 
 TEST_F(CliLint, WhatInfoLacksIsToldOnce) {
   folder.write("Zentrova.bundle/Info.plist", "<plist version=\"1.0\"><dict/></plist>");
   EXPECT_EQ(lint(),
-            "Info.plist: has no text under CFBundleIdentifier\n"
-            "Info.plist: has no text under CFBundleExecutable\n"
-            "Info.plist: has no text under NSPrincipalClass\n");
+            "Info.plist: has no string under CFBundleIdentifier\n"
+            "Info.plist: has no string under CFBundleExecutable\n"
+            "Info.plist: has no string under NSPrincipalClass\n");
   std::filesystem::remove(bundle + "/Info.plist");
   const std::string output = lint();
   EXPECT_THAT(output, HasSubstr("Info.plist: cannot read"));
@@ -144,14 +144,14 @@ TEST_F(CliLint, WhatInfoLacksIsToldOnce) {
 
 TEST_F(CliLint, CodeThatIsMissingIsToldBesideWhatInfoLacks) {
   std::filesystem::remove(bundle + "/ZentrovaPrefs");
-  const std::string missing = "ZentrovaPrefs: there is no such file. Install the bundle anew.";
+  const std::string missing = "ZentrovaPrefs: there is no such file. Reinstall the bundle.";
   EXPECT_THAT(lint(), HasSubstr(missing));
   folder.write("Zentrova.bundle/Info.plist",
                "<plist version=\"1.0\"><dict><key>CFBundleExecutable</key>"
                "<string>ZentrovaPrefs</string><key>NSPrincipalClass</key><string>A</string></dict>"
                "</plist>");
   const std::string output = lint();
-  EXPECT_THAT(output, HasSubstr("has no text under CFBundleIdentifier"));
+  EXPECT_THAT(output, HasSubstr("has no string under CFBundleIdentifier"));
   EXPECT_THAT(output, HasSubstr(missing));
 }
 
@@ -168,7 +168,7 @@ TEST_F(CliLint, FindingsAreJsonOnRequest) {
 TEST_F(CliLint, FolderThatIsNotThereIsSaid) {
   const ProgramResult result = runProgramWith({"lint", folder.in("nothing")});
   EXPECT_EQ(result.status, 1);
-  EXPECT_THAT(result.messages, HasSubstr("is no folder of a bundle"));
+  EXPECT_THAT(result.messages, HasSubstr("is not the folder of a bundle"));
 }
 
 }  // namespace

@@ -74,7 +74,7 @@ TEST(CliPlist, WhatNeverEndsIsReadNoFurtherThanTheLimit) {
   const ProgramResult result = runProgramWith({"plist", "lint", "/dev/zero"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output,
-            "/dev/zero: holds more than 268435456 bytes, which is the limit; accepted: a file that "
+            "/dev/zero: is larger than 268435456 bytes, which is the limit; accepted: a file that "
             "can be read, of at most 268435456 bytes\n");
 }
 
@@ -112,7 +112,7 @@ TEST(CliPlist, ConvertRefusesNestingThatWouldExhaustTheStack) {
   const ProgramResult result = runProgramWith({"plist", "convert", "xml1", "-"},
                                               std::string(200000, '[') + std::string(200000, ']'));
   EXPECT_EQ(result.status, 1);
-  EXPECT_THAT(result.messages, HasSubstr("512 deep"));
+  EXPECT_THAT(result.messages, HasSubstr("512 levels deep"));
 }
 
 TEST(CliPlist, OutputThatCannotBeWrittenIsAFailureWithItsReason) {

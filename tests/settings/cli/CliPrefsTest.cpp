@@ -28,7 +28,7 @@ class CliPrefs : public ::testing::Test {
     return runProgramWith(std::move(arguments));
   }
 
-  // Where the preference file lies on this machine.
+  // The path of the preference file on this machine.
   std::string fileInTree() const {
     return std::filesystem::canonical(device + "/var/jb").string() +
            "/var/mobile/Library/Preferences/com.hollowmere.zentrovaprefs.plist";
@@ -157,7 +157,7 @@ TEST_F(CliPrefs, ARootThatIsNoDictionaryIsReported) {
   writeFile("<plist version=\"1.0\"><array/></plist>");
   const ProgramResult result = prefs({"show"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_THAT(result.messages, HasSubstr("the root of a preference file is a dictionary"));
+  EXPECT_THAT(result.messages, HasSubstr("the root of a preference file must be a dictionary"));
 }
 
 TEST_F(CliPrefs, AWriteThatFailsIsAFailure) {
@@ -169,7 +169,7 @@ TEST_F(CliPrefs, AWriteThatFailsIsAFailure) {
   EXPECT_THAT(result.messages, HasSubstr("could not write"));
 }
 
-// A boolean true equals the integer 1 that stays in the file.
+// The boolean true equals the integer 1 that remains in the file.
 TEST_F(CliPrefs, AWriteThatFailsIsAFailureAlsoWhereTheOldValueEqualsTheNewOne) {
   prefs({"set", "long", std::string(4000, 'x')});
   prefs({"set", "a", "1"});
@@ -239,7 +239,7 @@ TEST_F(CliPrefs, DiffOfOneFileComparesWithThePreferenceFile) {
 
 TEST_F(CliPrefs, WatchPrintsChangesUntilItIsStopped) {
   for (const int signal : {SIGINT, SIGTERM}) {
-    // The message says that it watches: what changes from then on is seen.
+    // The message shows that the watch is active: later changes are seen.
     const TemporaryFolder results;
     LiveProgram watch({"prefs", "watch", "--json", "--device", device},
                       LiveProgram::Read::messages);

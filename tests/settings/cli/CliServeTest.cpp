@@ -28,7 +28,7 @@ TEST_F(CliServe, EndsInOrderOnBothSignals) {
   serve();
   PageClient browser(address);
   EXPECT_FALSE(browser.next("tree").is_null());
-  // The other signal comes at the end of every test.
+  // The other signal is sent at the end of each test.
 }
 
 TEST_F(CliServe, ANewPageGetsTheTreeAndThePanes) {
@@ -157,8 +157,8 @@ TEST_F(CliServe, TheSpecifierBehindARowIsToldOnRequest) {
   EXPECT_EQ(side["row"]["identifier"], browser.tree["nodes"][row]["identifier"]);
 }
 
-// To unpack a photo takes long: the page asks for its thumbnail, and is answered while the
-// application goes on. What turns out to be damaged then says so in the library.
+// Decompressing a photo takes long: the page asks for its thumbnail, and the application keeps
+// answering in the meantime. The library then reports photos that turn out to be damaged.
 TEST_F(CliServe, ThumbnailsAreMadeOnDemandAndADamagedPhotoIsToldThen) {
   std::string damaged = zentrova::tests::pngOf(64, 64);
   damaged[50] = static_cast<char>(damaged[50] + 1);

@@ -10,13 +10,13 @@ namespace {
 using nlohmann::json;
 using ::testing::HasSubstr;
 
-// The other devices have their turn in ./test.
+// ./test covers the other devices.
 TEST(CliSmoke, ProductHasNoFindingsOnATablet) {
   const ProgramResult result =
       runProgramWith({"smoke", "--json", "--idiom", "pad", "--system", "16.5"});
   EXPECT_EQ(result.status, 0) << result.output << result.messages;
   const json report = json::parse(result.output);
-  // Two appearances, as new and in use.
+  // Two appearances, each as new and in use.
   EXPECT_EQ(report["configurations"], 4);
   EXPECT_GT(report["pages"], 4 * 8);
   EXPECT_GT(report["sheets"], 4);
@@ -24,7 +24,7 @@ TEST(CliSmoke, ProductHasNoFindingsOnATablet) {
   EXPECT_THAT(report["expected"].dump(), HasSubstr("closing the colour picker"));
 }
 
-// A row whose action raises, on a copy of the device that stays as it is.
+// A row whose action raises, on a copy of the device. The device itself does not change.
 TEST(CliSmoke, ExceptionThatMustNotBeIsFound) {
   const TemporaryFolder folder;
   const std::string device = folder.in("device");

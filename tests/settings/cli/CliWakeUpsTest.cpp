@@ -7,15 +7,14 @@
 #include "settings/device/TreeWriter.h"
 #include "tests/settings/cli/ServeFixture.h"
 
-// ThreadSanitizer has a thread of its own in the program, which wakes up ten times a second.
+// ThreadSanitizer adds its own thread to the program, which wakes up ten times per second.
 #ifndef __SANITIZE_THREAD__
 
 namespace settings::test {
 namespace {
 
-// Puts itself in place of a program of the device, and counts how often its parent, the server,
-// wakes up within a second. Begins when the test says so, so that what came before has been dealt
-// with.
+// Runs instead of a program of the device, and counts how often its parent, the server, wakes up
+// within a second. Starts when the test tells it to, so that earlier work has finished.
 class WakeUps : public CliServe {
  protected:
   void putCounter(std::string_view path) {
@@ -32,7 +31,7 @@ class WakeUps : public CliServe {
     _folder = std::filesystem::path(device + std::string(path)).parent_path();
   }
   void begin() const { std::ofstream(_folder / "begin") << "now"; }
-  // Of all threads together, in a second.
+  // Sum over all threads, in one second.
   double counted() const {
     const Reading before = read("before");
     const Reading after = read("after");

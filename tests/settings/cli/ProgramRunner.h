@@ -16,16 +16,16 @@
 
 #include "tests/settings/web/TemporaryPage.h"
 
-// The built program, run as people run it.
+// Runs the built program as users run it.
 namespace settings::test {
 
-// The program that was built together with the test.
+// The program that was built with the test.
 inline std::string builtProgram() {
   return (std::filesystem::read_symlink("/proc/self/exe").parent_path() / "zentrova-settings")
       .string();
 }
 
-// A child with its standard streams connected to files or pipes; ended with the object.
+// A child process with its standard streams connected to files or pipes. The destructor ends it.
 class Child {
  public:
   struct Streams {
@@ -34,7 +34,7 @@ class Child {
     int messages = -1;
   };
 
-  // `environment` is added to the test's own. `program` is a path, or a name to be searched for.
+  // `environment` is added to the test's environment. `program` is a path, or a name to look up.
   Child(std::vector<std::string> arguments, const Streams& streams,
         const std::vector<std::string>& environment = {},
         const std::string& program = builtProgram()) {
@@ -72,7 +72,7 @@ class Child {
   Child& operator=(const Child&) = delete;
 
   void signal(int number) const { ::kill(_id, number); }
-  // The exit status; 128 and the number of the signal that ended it; -1 where it never ran.
+  // The exit status; 128 plus the signal number if a signal ended it; -1 if it never ran.
   int wait() {
     if (_id <= 0) return -1;
     int status = 0;
@@ -103,10 +103,10 @@ struct ProgramRun {
   std::string program = builtProgram();
   std::string input;
   std::vector<std::string> environment;
-  std::string outputFile;  // where standard output goes; empty: it is captured
+  std::string outputFile;  // where standard output goes; captured if empty
 };
 
-// Runs the program to its end.
+// Runs the program until it ends.
 inline ProgramResult runProgramWith(std::vector<std::string> arguments,
                                     const ProgramRun& run = {}) {
   const TemporaryFolder folder;
@@ -133,10 +133,10 @@ inline ProgramResult runProgramWith(std::vector<std::string> arguments, std::str
   return runProgramWith(std::move(arguments), run);
 }
 
-// A program that goes on until it is told to stop; its results can be read line by line.
+// A program that runs until it is told to stop. Its output can be read line by line.
 class LiveProgram {
  public:
-  // Which stream `readLine` reads.
+  // The stream that `readLine` reads.
   enum class Read { output, messages, both };
   explicit LiveProgram(std::vector<std::string> arguments, Read read = Read::output)
       : _pipe(makePipe()), _child(std::move(arguments), streams(read)) {
@@ -144,7 +144,7 @@ class LiveProgram {
   }
   ~LiveProgram() { ::close(_pipe[0]); }
 
-  // The next line, without its end; empty where none comes.
+  // The next line without its end; empty if there is none.
   std::string readLine() {
     while (_received.find('\n') == std::string::npos) {
       pollfd waited{_pipe[0], POLLIN, 0};
@@ -160,7 +160,7 @@ class LiveProgram {
     _received.erase(0, end + 1);
     return line;
   }
-  // Sends the signal and gives the exit status.
+  // Sends the signal and returns the exit status.
   int stop(int signal) {
     _child.signal(signal);
     return _child.wait();

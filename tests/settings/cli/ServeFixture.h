@@ -13,10 +13,10 @@
 #include "tests/settings/cli/ProgramRunner.h"
 #include "tests/settings/web/LoopbackClient.h"
 
-// The program as it serves pages, and a browser that shows one.
+// The program serving pages, and a browser that shows one.
 namespace settings::test {
 
-// What a browser's page does with the messages of the server.
+// A browser page's handling of the server's messages.
 class PageClient {
  public:
   explicit PageClient(const std::string& address) : _port(portOf(address)), _client(_port) {
@@ -34,7 +34,8 @@ class PageClient {
   bool isOpened() const { return _opened; }
   LoopbackClient& client() { return _client; }
 
-  // The next message of that type, everything before it taken in; null where the connection ends.
+  // The next message of this type, after handling all messages before it; null if the connection
+  // ends.
   nlohmann::json next(const std::string& type) {
     while (true) {
       const Frame frame = _client.receive();
@@ -45,7 +46,7 @@ class PageClient {
     }
   }
 
-  // Sends an action; the answer is the patch or the refusal that bears its sequence.
+  // Sends an action. Returns the patch or the refusal with its sequence number.
   nlohmann::json act(nlohmann::json action) {
     action["type"] = "action";
     action["sequence"] = ++_sequence;
@@ -59,12 +60,12 @@ class PageClient {
     }
   }
 
-  // The image of that hash, over a connection of its own.
+  // The image with this hash, fetched over a separate connection.
   HttpReply image(const std::string& hash) const {
     return LoopbackClient(_port).get("/images/" + hash, _cookieLine);
   }
 
-  // The key of the first node for which the test holds; empty where there is none.
+  // The key of the first node for which the predicate holds; empty if there is none.
   template <class Test>
   std::string find(Test test) const {
     for (const auto& [key, node] : tree.at("nodes").items()) {
@@ -100,7 +101,7 @@ class CliServe : public ::testing::Test {
     serve();
   }
 
-  // Whatever a test did, the program ends in order; a sanitizer's finding is another status.
+  // The program must always end in order; a finding of a sanitizer is another exit status.
   void TearDown() override { EXPECT_EQ(program->stop(SIGTERM), 0); }
 
   void serve(const std::vector<std::string>& options = {}) {

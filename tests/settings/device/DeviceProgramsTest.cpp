@@ -20,7 +20,7 @@ struct Ended {
   std::string errors;
 };
 
-// The stand-ins, started as the bundle starts them: with a null environment.
+// The stand-ins, started like the bundle starts them: with a null environment.
 class DevicePrograms : public DeviceTreeTest {
  protected:
   void SetUp() override {
@@ -99,7 +99,7 @@ TEST_F(DevicePrograms, EachStartIsOneLine) {
   EXPECT_EQ(programLog(), "/var/jb/usr/bin/sbreload\n/var/jb/usr/bin/killall\t-9\tSpringBoard\n");
 }
 
-// What a stand-in prints can be set, byte for byte.
+// The output of a stand-in can be set, byte for byte.
 TEST_F(DevicePrograms, OutputThatWasSetIsPrintedInstead) {
   const std::string text("a \\n%s\0\xFF without an end", 24);
   write(host("/bin/bash.stdout"), text);
@@ -109,7 +109,7 @@ TEST_F(DevicePrograms, OutputThatWasSetIsPrintedInstead) {
   EXPECT_EQ(programLog(), "/bin/bash\tdpkg\t-s\tcom.hollowmere.zentrova\n");
 }
 
-// The tree is found from the program's own place, wherever the tree has been moved to.
+// A program finds the tree from its own path, even after the tree was moved.
 TEST_F(DevicePrograms, FindATreeThatWasMoved) {
   std::filesystem::create_directories(folder / "with space");
   std::filesystem::rename(treePath(), folder / "with space" / "device");
@@ -122,7 +122,7 @@ TEST_F(DevicePrograms, RefuseToRunOutsideOfATree) {
   std::filesystem::remove(host("/.zentrova-device.plist"));
   const auto ended = run("/var/jb/usr/bin/sbreload", {"sbreload"});
   EXPECT_EQ(ended.status, 1);
-  EXPECT_THAT(ended.errors, HasSubstr("lies in no device tree"));
+  EXPECT_THAT(ended.errors, HasSubstr("not in a device tree"));
 }
 
 }  // namespace

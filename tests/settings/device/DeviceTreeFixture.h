@@ -13,7 +13,7 @@
 
 namespace settings::tests {
 
-// A folder of its own, with a small bundle to install.
+// A temporary folder with a small bundle to install.
 class DeviceTreeTest : public testing::Test {
  protected:
   using Path = std::filesystem::path;
@@ -55,7 +55,7 @@ class DeviceTreeTest : public testing::Test {
   Path bundle() const { return folder / "built" / "ZentrovaPrefs.bundle"; }
   Path treePath() const { return folder / "device"; }
   DeviceTreeResult create() { return DeviceTree::create(treePath(), {bundle()}); }
-  // The path on this machine of one on the device.
+  // The path on this machine of a device path.
   Path host(std::string_view path) const { return treePath() / Path(path).relative_path(); }
 
   Path folder;

@@ -37,11 +37,11 @@ TEST_F(DeviceTreeCreate, MakesATreeThatOpens) {
   const auto opened = DeviceTree::open(treePath());
   ASSERT_TRUE(opened) << opened.problem;
   EXPECT_EQ(opened.tree->root(), treePath());
-  // Nothing else is left beside it.
+  // Nothing else remains next to it.
   EXPECT_THAT(namesIn(folder), ElementsAre("built", "device"));
 }
 
-// As on a device; relative, so that it leads into the tree for programs of this machine too.
+// As on a device. The link is relative, so that programs of this machine also stay inside the tree.
 TEST_F(DeviceTreeCreate, VarJbIsALinkInsideTheTree) {
   ASSERT_TRUE(create());
   EXPECT_TRUE(fs::is_symlink(host("/var/jb")));
@@ -112,7 +112,7 @@ TEST_F(DeviceTreeCreate, ModuleConfigurationNamesInstalledModules) {
   EXPECT_LT(enabled.asArray()->size(), modules.size());
 }
 
-// Without a stored list the page that chooses favourites would take none.
+// Without a stored list, the page for favourites would not accept any.
 TEST_F(DeviceTreeCreate, FavouritesAreFourInstalledModulesThatMayBe) {
   ASSERT_TRUE(create());
   const auto favourites = propertyList(productPreferencesPath).valueForKey("groupedIdentifiers");
@@ -150,7 +150,7 @@ TEST_F(DeviceTreeCreate, SlashAtTheEndMakesNoDifference) {
   EXPECT_EQ(created.tree->root(), treePath());
 }
 
-// --- Refusals: a message, and everything as it was ---
+// --- Refusals: an error message, and no change ---
 
 TEST_F(DeviceTreeCreate, RefusesAFolderThatIsNotEmpty) {
   write(treePath() / "mine.txt", "mine");
@@ -165,16 +165,16 @@ TEST_F(DeviceTreeCreate, RefusesATreeThatIsThere) {
   write(host("/tmp/mine.txt"), "mine");
   const auto again = create();
   EXPECT_FALSE(again);
-  EXPECT_THAT(again.problem, HasSubstr("is a device tree already"));
+  EXPECT_THAT(again.problem, HasSubstr("is already a device tree"));
   EXPECT_EQ(read(host("/tmp/mine.txt")), "mine");
 }
 
 TEST_F(DeviceTreeCreate, RefusesAFileAndALink) {
   write(treePath(), "file");
-  EXPECT_THAT(create().problem, HasSubstr("is no folder"));
+  EXPECT_THAT(create().problem, HasSubstr("is not a folder"));
   fs::remove(treePath());
   fs::create_symlink(folder / "built", treePath());
-  EXPECT_THAT(create().problem, HasSubstr("is no folder"));
+  EXPECT_THAT(create().problem, HasSubstr("is not a folder"));
   EXPECT_TRUE(fs::is_symlink(treePath()));
 }
 
@@ -183,7 +183,7 @@ TEST_F(DeviceTreeCreate, RefusesTheRootOfThisMachine) {
 }
 
 TEST_F(DeviceTreeCreate, RefusesNoName) {
-  EXPECT_THAT(DeviceTree::create("", {bundle()}).problem, HasSubstr("none was named"));
+  EXPECT_THAT(DeviceTree::create("", {bundle()}).problem, HasSubstr("no folder was given"));
 }
 
 TEST_F(DeviceTreeCreate, RefusesABundleThatIsNotComplete) {
@@ -206,7 +206,8 @@ TEST_F(DeviceTreeCreate, RefusesAPlaceBelowAFile) {
   EXPECT_THAT(namesIn(folder), ElementsAre("built", "file"));
 }
 
-// A failure in the middle leaves neither a part of a tree nor the folders made for it.
+// A failure in the middle leaves neither a partial tree nor the parent folders that were created
+// for it.
 TEST_F(DeviceTreeCreate, FailureInTheMiddleLeavesNothing) {
   ASSERT_EQ(::mkfifo((bundle() / "pipe").c_str(), 0600), 0);
   const auto created = DeviceTree::create(folder / "one" / "two" / "device", {bundle()});
@@ -215,7 +216,7 @@ TEST_F(DeviceTreeCreate, FailureInTheMiddleLeavesNothing) {
   EXPECT_THAT(namesIn(folder), ElementsAre("built"));
 }
 
-// The bundle that was built with the running program is found beside it.
+// The bundle that was built with the running program is found next to it.
 TEST_F(DeviceTreeCreate, BuiltBundleIsTheOneToInstall) {
   ASSERT_EQ(findBuiltBundle().filename(), "ZentrovaPrefs.bundle");
   const auto created = DeviceTree::create(treePath());
@@ -232,22 +233,22 @@ class DeviceTreeOpen : public DeviceTreeTest {};
 TEST_F(DeviceTreeOpen, RefusesAMissingFolder) {
   const auto opened = DeviceTree::open(treePath());
   EXPECT_FALSE(opened);
-  EXPECT_THAT(opened.problem, HasSubstr("there is no folder " + treePath().string()));
+  EXPECT_THAT(opened.problem, HasSubstr("there is not a folder " + treePath().string()));
   EXPECT_THAT(opened.problem, HasSubstr("device create"));
 }
 
 TEST_F(DeviceTreeOpen, RefusesAFile) {
   write(treePath(), "file");
   EXPECT_THAT(DeviceTree::open(treePath()).problem,
-              HasSubstr(treePath().string() + " is no folder. Make a device tree with"));
+              HasSubstr(treePath().string() + " is not a folder. Make a device tree with"));
 }
 
 TEST_F(DeviceTreeOpen, SaysWhyAFolderCannotBeLookedInto) {
   fs::create_symlink(treePath().filename(), treePath());
   EXPECT_THAT(
       DeviceTree::open(treePath()).problem,
-      HasSubstr(treePath().string() + " cannot be looked into: Too many levels of symbolic links"));
-  EXPECT_THAT(DeviceTree::open("").problem, HasSubstr("no folder was named"));
+      HasSubstr(treePath().string() + " cannot be read: Too many levels of symbolic links"));
+  EXPECT_THAT(DeviceTree::open("").problem, HasSubstr("no folder was given"));
 }
 
 TEST_F(DeviceTreeOpen, RefusesAFolderThatIsNoTree) {
@@ -289,7 +290,7 @@ TEST_F(DeviceTreeOpen, DescribesWhatTheTreeHolds) {
               ElementsAre("/bin/bash", "/var/jb/usr/bin/killall", "/var/jb/usr/bin/sbreload"));
 }
 
-// What is missing or damaged counts as not there.
+// Missing or damaged parts count as absent.
 TEST_F(DeviceTreeOpen, DescribesATreeThatLostMuch) {
   const auto created = create();
   ASSERT_TRUE(created);
@@ -333,7 +334,7 @@ TEST_F(DeviceTreeReset, FailureLeavesTheTreeAsItWas) {
   EXPECT_THAT(namesIn(folder), ElementsAre("built", "device"));
 }
 
-// A tree that was replaced by something else meanwhile is not thrown away.
+// If something else has replaced the tree in the meantime, it is not deleted.
 TEST_F(DeviceTreeReset, RefusesWhatIsNoTreeAnyMore) {
   const auto created = create();
   ASSERT_TRUE(created);

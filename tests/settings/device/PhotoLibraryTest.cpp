@@ -1,4 +1,4 @@
-// The photo library of a device: what is shown of it, and what is looked at for that.
+// The photo library of a device: what it shows, and which files it reads for that.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -27,14 +27,14 @@ using ::testing::HasSubstr;
 using zentrova::tests::jpegOf;
 using zentrova::tests::pngOf;
 
-// Damage within the pixels, which the header and the mark of the end do not tell.
+// Damage within the pixels, which neither the header nor the end marker shows.
 std::string damaged(std::string picture) {
   char& inTheMiddle = picture[picture.size() / 2];
   inTheMiddle = static_cast<char>(inTheMiddle + 1);
   return picture;
 }
 
-// A picture that hardly shrinks, of so many pixels on each side.
+// A picture that hardly compresses, with this many pixels on each side.
 std::string noisyPng(std::uint32_t side) {
   platform::ImagePixels pixels{side, side, {}};
   std::minstd_rand random(5);
@@ -61,7 +61,7 @@ class PhotoLibraryTest : public ::testing::Test {
     return *_library;
   }
   const std::vector<LibraryPhoto>& photos() { return library().photosFor(1); }
-  // What is in the thumbnail of the photo with that index.
+  // The content of the thumbnail of the photo with this index.
   ThumbnailFile thumbnail(std::size_t index = 0) {
     const auto work = library().thumbnailWork(photos().at(index).thumbnail.key);
     EXPECT_TRUE(work);
@@ -138,7 +138,7 @@ TEST_F(PhotoLibraryTest, ThumbnailsGoByAKeyThatDiffersWithTheFile) {
   EXPECT_FALSE(library().thumbnailWork(""));
 }
 
-// Neither the list nor the choice unpacks the photo: damage within it is not seen yet.
+// Neither listing nor choosing decompresses the photo, so damage within it is not detected yet.
 TEST_F(PhotoLibraryTest, OnlyAThumbnailUnpacksThePhoto) {
   add("damaged.png", damaged(noisyPng(64)));
   EXPECT_EQ(photos()[0].problem, "");
@@ -150,7 +150,7 @@ TEST_F(PhotoLibraryTest, OnlyAThumbnailUnpacksThePhoto) {
   EXPECT_THAT(made.problem, HasSubstr("The PNG cannot be read"));
 }
 
-// A small file that says how large its picture is.
+// A small file with this size in its header.
 std::string pngThatSays(std::string_view widthAndHeight) {
   constexpr std::size_t widthOffset = 16;
   return pngOf(1, 1).replace(widthOffset, widthAndHeight.size(), widthAndHeight);
@@ -161,7 +161,7 @@ TEST_F(PhotoLibraryTest, PicturesOfNoSizeOrOfTooMuchAreRefusedByTheirHeader) {
   add("1.png", pngThatSays("\0\0\0\0\0\0\0\1"sv));          // 0 x 1
   add("2.png", pngThatSays("\0\1\x86\xA0\0\0\0\1"sv));      // 100,000 x 1
   add("3.png", pngThatSays("\0\0\xEA\x60\0\0\xEA\x60"sv));  // 60,000 x 60,000
-  EXPECT_EQ(photos()[0].problem, "The file is no PNG or JPEG picture.");
+  EXPECT_EQ(photos()[0].problem, "The file is not a PNG or JPEG picture.");
   EXPECT_EQ(photos()[1].problem,
             "The picture has 100000 x 1 pixels; a side may have at most 65500.");
   EXPECT_EQ(photos()[2].problem,
@@ -182,7 +182,7 @@ TEST_F(PhotoLibraryTest, DamageThatIsKnownIsShownAndThePhotoRefused) {
   EXPECT_EQ(photos()[1].problem, "");
   EXPECT_EQ(library().photo("damaged.png").problem, "It is damaged.");
   EXPECT_TRUE(library().photo("whole.png").image);
-  // Another file of that name is another photo.
+  // Another file with the same name is another photo.
   add("damaged.png", pngOf(3, 3));
   EXPECT_TRUE(library().photo("damaged.png").image);
 }
@@ -193,7 +193,7 @@ TEST_F(PhotoLibraryTest, AFileThatHasChangedOrGoneHasNoThumbnail) {
   photos();
   add("a.png", pngOf(11, 11));
   std::filesystem::remove(folder.in("device") + std::string(photosPath) + "/b.png");
-  EXPECT_EQ(thumbnail(0).problem, "The file has changed meanwhile.");
+  EXPECT_EQ(thumbnail(0).problem, "The file has changed in the meantime.");
   EXPECT_NE(thumbnail(1).problem, "");
   EXPECT_EQ(thumbnail(0).bytes, "");
   EXPECT_EQ(thumbnail(1).bytes, "");

@@ -81,14 +81,14 @@ TEST(PropertyListJson, WhatStandsForSomethingElseIsChecked) {
 }
 
 TEST(PropertyListJson, RefusesWhatIsNoPropertyList) {
-  EXPECT_EQ(refusal("null"), "null is no value of a property list");
-  EXPECT_EQ(refusal("{\"a\": [null]}"), "null is no value of a property list");
+  EXPECT_EQ(refusal("null"), "null is not a property list value");
+  EXPECT_EQ(refusal("{\"a\": [null]}"), "null is not a property list value");
   EXPECT_EQ(refusal("{\"a\": 1").substr(0, 49),
-            "byte 8: no JSON: parse error at line 1, column 8:");
+            "byte 8: not JSON: parse error at line 1, column 8:");
   EXPECT_NE(refusal(""), "accepted");
   EXPECT_NE(refusal("1 2"), "accepted");
   EXPECT_NE(refusal("\"\xFF\""), "accepted");
-  EXPECT_EQ(refusal(std::string(513, '[')), "nested more than 512 deep");
+  EXPECT_EQ(refusal(std::string(513, '[')), "nested more than 512 levels deep");
   EXPECT_NE(refusal(std::string(1000000, '[')), "accepted");
 }
 

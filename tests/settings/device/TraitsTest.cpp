@@ -17,7 +17,7 @@ TEST(Traits, EachHasANameAndAnOptionOfItsOwn) {
   }
 }
 
-// What is offered can be taken, and is shown as the choice that it is.
+// Each choice of a trait can be set, and is then shown as this choice.
 TEST(Traits, EveryChoiceIsAValueAndShownAsItIsWritten) {
   for (const Trait& trait : traitTable()) {
     for (const TraitChoice& choice : trait.choices) {

@@ -31,7 +31,7 @@ Texts textsOf(const Value& list) {
   return texts;
 }
 
-// A device with the modules "a" and "b" of the system and "c", which was added.
+// A device with the system modules "a" and "b" and the added module "c".
 class ModuleNeighbours : public testing::Test {
  protected:
   ModuleNeighbours() {
@@ -55,7 +55,7 @@ class ModuleNeighbours : public testing::Test {
   std::shared_ptr<platform::Object> send(const Value& receiver, std::string_view selector) {
     return receiver.asObject()->perform(selector).asObject();
   }
-  // As a page asks after the user has done something.
+  // As a page asks after a user action.
   Texts loadable() {
     process.process().once<ModuleIndex>().forget();
     const Value repository =
@@ -106,7 +106,7 @@ TEST_F(ModuleNeighbours, FoldersThatComeAndGoAreSeenAtTheNextTurn) {
   EXPECT_THAT(loadable(), ElementsAre("b", "c", "d"));
 }
 
-// Between two turns everybody gets the same answer.
+// Between two turns, all questions get the same answer.
 TEST_F(ModuleNeighbours, FoldersAreLookedAtOnceATurn) {
   auto& index = process.process().once<ModuleIndex>();
   EXPECT_EQ(index.modules().size(), 3U);
@@ -164,7 +164,7 @@ TEST_F(ModuleNeighbours, FileThatIsNoImageIsNoIcon) {
   EXPECT_EQ(iconOf("a"), nullptr);
 }
 
-// However large the picture is, it takes the room of an icon.
+// A picture of any size is scaled to the size of an icon.
 TEST_F(ModuleNeighbours, IconFitsItsPlace) {
   process.tree().write(folderOf(systemModulesPath, "A") + "/icon.png",
                        zentrova::tests::pngOf(290, 1450));

@@ -1,4 +1,5 @@
-// The preference file beside the phone: as it is, what is wrong with it, what the last tap changed.
+// The preference file beside the phone: its content, any problem with it, and the changes of the
+// last tap.
 
 #include <cerrno>
 #include <gmock/gmock.h>
@@ -21,7 +22,7 @@ class ApplicationFilePaneTest : public ApplicationTest {
  protected:
   json pane() { return application().filePane(); }
   std::string hostPath() { return *application().device().hostPath(productPreferencesPath); }
-  // The pane tells of a problem that holds the text, and the page opens as if nothing was stored.
+  // The pane reports a problem that contains the text, and the page opens as if nothing was stored.
   void expectProblem(const std::string& text) {
     open();
     const json shown = pane();
@@ -36,8 +37,8 @@ class ApplicationFilePaneTest : public ApplicationTest {
   }
 };
 
-// What writers that were ended in the middle of a write have left goes when the application starts;
-// what somebody is writing just then stays.
+// Temporary files of interrupted writes are removed when the application starts; those of writes in
+// progress stay.
 TEST_F(ApplicationFilePaneTest, LeftoversOfEndedWritersGoWhenTheApplicationStarts) {
   const std::string configurationFolder = "/private/jb/var/mobile/Library/ControlCenter";
   TreeWriter(root()).folder(configurationFolder);
@@ -130,7 +131,7 @@ TEST_F(ApplicationFilePaneTest, AChangeFromOutsideIsSeen) {
 
 TEST_F(ApplicationFilePaneTest, AnEmptyFileIsAProblem) {
   put(productPreferencesPath, "");
-  expectProblem("no property list");
+  expectProblem("not a property list");
 }
 
 TEST_F(ApplicationFilePaneTest, AFileThatBecomesEmptyIsAProblem) {
@@ -148,7 +149,7 @@ TEST_F(ApplicationFilePaneTest, ATruncatedFileIsAProblemWithItsPlace) {
 
 TEST_F(ApplicationFilePaneTest, ATruncatedBinaryFileIsAProblem) {
   put(productPreferencesPath, "bplist00");
-  expectProblem("no property list");
+  expectProblem("not a property list");
 }
 
 TEST_F(ApplicationFilePaneTest, AnotherRootTypeIsAProblemThatNamesIt) {
@@ -174,7 +175,7 @@ TEST_F(ApplicationFilePaneTest, ALinkToNothingIsAProblemAndNotAMissingFile) {
   expectProblem("The settings start empty");
 }
 
-// Nothing is unreadable for the superuser, so the system says it.
+// The superuser can read every file, so the system calls are made to fail.
 TEST_F(ApplicationFilePaneTest, AFileThatMayNotBeReadIsAProblem) {
   put(productPreferencesPath, propertyList("<dict><key>a</key><true/></dict>"));
   const auto calls = std::make_shared<test_support::FaultySystemCalls>();
@@ -215,7 +216,7 @@ TEST_F(ApplicationFilePaneTest, AChangeThatCannotBeStoredLeavesTheFileAndIsRecor
   ASSERT_EQ(writes.size(), 1U);
   EXPECT_NE(writes[0].error.code, 0);
   EXPECT_EQ(pane()["state"], "problem");
-  EXPECT_EQ(shownValue("presentFullyExpanded"), true);  // what is in memory stays
+  EXPECT_EQ(shownValue("presentFullyExpanded"), true);  // the value in memory stays
 }
 
 }  // namespace

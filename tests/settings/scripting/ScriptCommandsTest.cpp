@@ -1,4 +1,4 @@
-// What every command of a script does, and what it says where it cannot.
+// What each script command does, and its errors.
 
 #include <gmock/gmock.h>
 
@@ -15,14 +15,14 @@ using ::testing::Not;
 
 class ScriptCommandsTest : public ApplicationTest {
  protected:
-  // Plays what must go well, after `open`; gives what it printed.
+  // Plays lines that must succeed, after `open`. Returns the output.
   std::string played(const std::string& script) {
     const Played result = play("open\n" + script);
     EXPECT_EQ(result.status, ScriptStatus::done) << result.messages;
     EXPECT_EQ(result.messages, "");
     return result.output;
   }
-  // Plays what must fail in its last line; gives the messages.
+  // Plays lines of which the last must fail. Returns the messages.
   std::string failed(const std::string& script) {
     const Played result = play("open\n" + script);
     EXPECT_EQ(result.status, ScriptStatus::failed) << result.output;
@@ -62,7 +62,7 @@ TEST_F(ScriptCommandsTest, TraitsAreSetBeforeAndAfterOpen) {
 
 TEST_F(ScriptCommandsTest, ANeighbourThatIsNoneIsRefusedWithTheOnesThereAre) {
   EXPECT_THAT(failed("trait neighbour Nobody off"),
-              AllOf(HasSubstr("\"Nobody\" is no neighbour"), HasSubstr("there are:")));
+              AllOf(HasSubstr("unknown neighbour: \"Nobody\""), HasSubstr("expected one of:")));
 }
 
 TEST_F(ScriptCommandsTest, PutWritesAPropertyListOrTheBytesOfAFile) {
@@ -168,7 +168,7 @@ TEST_F(ScriptCommandsTest, SetTakesTheWordsOfASwitch) {
   }
   for (const char* wrong : {"maybe", "2", "nil", "[]", "\"\""}) {
     EXPECT_THAT(failed("set #presentFullyExpanded " + std::string(wrong)),
-                HasSubstr("allowed are on and off"))
+                HasSubstr("expected on or off"))
         << wrong;
   }
 }
@@ -177,15 +177,16 @@ TEST_F(ScriptCommandsTest, SetTakesTheValueOrTheTitleOfASegment) {
   played(
       "set #presentationStyle 1\nexpect row #presentationStyle value \"Compact\"\n"
       "set #presentationStyle \"Full Screen\"\nexpect pref presentationStyle integer 0");
-  EXPECT_THAT(failed("set #presentationStyle 7"),
-              AllOf(HasSubstr("7 is no choice"), HasSubstr("[0,1]"), HasSubstr("Compact")));
+  EXPECT_THAT(failed("set #presentationStyle 7"), AllOf(HasSubstr("not a choice of the row: 7"),
+                                                        HasSubstr("[0,1]"), HasSubstr("Compact")));
 }
 
 TEST_F(ScriptCommandsTest, SetChoosesInAListAndComesBack) {
   played(
       "set #moduleMaterial \"thin\"\nexpect title \"Zentrova\"\n"
       "expect pref moduleMaterial string thin");
-  EXPECT_THAT(failed("set #moduleMaterial \"wood\""), HasSubstr("\"wood\" is none of its choices"));
+  EXPECT_THAT(failed("set #moduleMaterial \"wood\""),
+              HasSubstr("\"wood\" is not one of its choices"));
 }
 
 TEST_F(ScriptCommandsTest, SetChoosesInAListWhoseTitlesAreNumbersOrAlike) {
@@ -204,7 +205,7 @@ TEST_F(ScriptCommandsTest, SetAndSlideDragASlider) {
   played(
       "set #s 4\nexpect pref s real 4\nslide #s 7.5\nexpect row #s value 7.5\n"
       "expect pref s real 7.5");
-  EXPECT_THAT(failed("set #s far"), HasSubstr("\"far\" is no number"));
+  EXPECT_THAT(failed("set #s far"), HasSubstr("not a number: \"far\""));
 }
 
 TEST_F(ScriptCommandsTest, SetAndTypeWriteATextInPlaceOfTheOld) {
@@ -218,7 +219,7 @@ TEST_F(ScriptCommandsTest, SetAndTypeWriteATextInPlaceOfTheOld) {
 TEST_F(ScriptCommandsTest, AControlThatARowDoesNotHaveIsTold) {
   EXPECT_THAT(failed("type #enabled \"text\""), HasSubstr("the row #enabled has no text field"));
   EXPECT_THAT(failed("slide #enabled 1"), HasSubstr("the row #enabled has no slider"));
-  EXPECT_THAT(failed("set #respring on"), HasSubstr("no control that a value can be set with"));
+  EXPECT_THAT(failed("set #respring on"), HasSubstr("no control for a value"));
 }
 
 TEST_F(ScriptCommandsTest, APressMovesTheClock) {
@@ -370,7 +371,7 @@ TEST_F(ScriptCommandsTest, FilePrintsAPropertyListOfTheDevice) {
   put("/a.plist", propertyList("<dict><key>k</key><data>AAE=</data></dict>"));
   EXPECT_EQ(json::parse(played("file /a.plist")), (json{{"k", {{"data", "AAE="}}}}));
   put("/b.plist", "no list");
-  EXPECT_THAT(failed("file /b.plist"), HasSubstr("/b.plist is no property list: "));
+  EXPECT_THAT(failed("file /b.plist"), HasSubstr("/b.plist is not a property list: "));
   EXPECT_THAT(failed("file /absent"), HasSubstr("/absent"));
 }
 

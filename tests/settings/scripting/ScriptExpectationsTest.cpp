@@ -1,5 +1,5 @@
-// What scripts expect: an expectation that does not hold ends the script, and says the line, what
-// was expected and what is there.
+// Expectations in scripts: a failed expectation ends the script and reports the line, the expected
+// value and the actual value.
 
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -16,7 +16,7 @@ constexpr const char* preferenceFile =
     "/var/jb/var/mobile/Library/Preferences/com.hollowmere.zentrovaprefs.plist";
 
 struct Expectation {
-  const char* before;  // lines to be played first
+  const char* before;  // lines to play first
   const char* line;
   const char* expected;
   const char* actual;
@@ -91,7 +91,7 @@ INSTANTIATE_TEST_SUITE_P(
         Expectation{"send store setFloat:forKey: 1 k\n", "expect exception NoDataException",
                     "exception NoDataException\n", "NSInvalidArgumentException: -[HBPreferences"}));
 
-// A value of the file holds only as the type that it has there.
+// A value in the file matches only with its stored type.
 INSTANTIATE_TEST_SUITE_P(
     Preferences, FailedExpectation,
     testing::Values(

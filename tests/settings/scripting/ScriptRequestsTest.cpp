@@ -17,7 +17,7 @@ using ::testing::StartsWith;
 
 constexpr const char* iconQueue = "com.hollowmere.zentrovaprefs.common.load-icon-queue";
 
-// A page of two link rows, with an icon each.
+// A page with two link rows that have an icon each.
 constexpr const char* openPage = R"(
 put /var/jb/Library/PreferenceBundles/ZentrovaPrefs.bundle/Root.plist {"title": "Links", "items": [{"cell": "PSLinkCell", "label": "One", "id": "one", "cellClass": "HBLinkTableCell", "iconURL": "https://example.org/1.png"}, {"cell": "PSLinkCell", "label": "Two", "id": "two", "cellClass": "HBLinkTableCell", "iconURL": "https://example.org/2.png"}]}
 open
@@ -35,7 +35,7 @@ class ScriptRequests : public testing::Test {
     device = nullptr;
   }
 
-  // Plays the lines on the page; `more` are options.
+  // Plays the lines on the page with these options.
   ProgramResult play(const std::string& lines, std::vector<std::string> more = {}) const {
     const std::string script = folder.write("test.script", openPage + lines);
     std::vector<std::string> arguments = {"script", "--device", device->in("device")};
@@ -119,7 +119,7 @@ TEST_F(ScriptRequests, AnAnswerThatCannotBeGivenEndsTheScript) {
   };
   expectFailure("answer 3\n", "there is no task 3; there are 2");
   expectFailure("answer 0\n", "there is no task 0; there are 2");
-  expectFailure("answer 1\nanswer 1\n", "the task 1 has its answer already");
+  expectFailure("answer 1\nanswer 1\n", "the task 1 already has its answer");
   expectFailure("answer 1 data=missing.png\n", "cannot read the file");
 }
 
@@ -130,14 +130,14 @@ TEST_F(ScriptRequests, ALineThatCannotBeUnderstoodIsTold) {
     EXPECT_THAT(result.messages, HasSubstr(message));
   };
   expectBad("answer", "N is missing");
-  expectBad("answer one", "\"one\" is no whole number");
+  expectBad("answer one", "is not a whole number: \"one\"");
   expectBad("answer 1 status=", "S is missing");
-  expectBad("answer 1 status=-1", "\"-1\" is no whole number");
-  expectBad("answer 1 status=1000", "S is a status from 0 to 999");
+  expectBad("answer 1 status=-1", "is not a whole number: \"-1\"");
+  expectBad("answer 1 status=1000", "S must be a status from 0 to 999");
   expectBad("answer 1 data=", "FILE is missing");
   expectBad("answer 1 error=", "TEXT is missing");
-  expectBad("answer 1 body=x", "\"body=x\" is no part of an answer");
-  expectBad("requests 1", "\"1\" is left over");
+  expectBad("answer 1 body=x", "not a part of an answer: \"body=x\"");
+  expectBad("requests 1", "unexpected text at the end of the line: \"1\"");
 }
 
 TEST_F(ScriptRequests, NeedAnOpenApplication) {

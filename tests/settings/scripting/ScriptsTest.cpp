@@ -1,7 +1,7 @@
-// Plays every script in tests/settings/scripts, each on a device of its own. Beside NAME.script may
-// stand NAME.output, all that it prints, and NAME.py, which reads the device's files back with
-// Python's own property list reader afterwards: it gets the folder that stands for "/", and ends
-// with status 0 where all holds.
+// Plays each script in tests/settings/scripts on a new device. NAME.output, if present, is the
+// complete expected output of NAME.script. NAME.py, if present, then checks the device's files with
+// Python's own property list reader: it receives the folder that acts as "/", and exits with 0 if
+// all checks pass.
 
 #include <algorithm>
 #include <cctype>

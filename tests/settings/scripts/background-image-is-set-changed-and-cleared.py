@@ -1,4 +1,4 @@
-"""The stored picture is a PNG of the size of the photo that was chosen last."""
+"""The stored picture is a PNG with the size of the last chosen photo."""
 
 import struct
 

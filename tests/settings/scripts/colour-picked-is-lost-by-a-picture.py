@@ -1,4 +1,4 @@
-"""What the last page knew is in the file."""
+"""The file contains the values of the last page."""
 
 import device
 

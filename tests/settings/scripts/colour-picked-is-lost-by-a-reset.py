@@ -1,4 +1,4 @@
-"""The picked colour is lost once, and what is picked after the reset stays."""
+"""The picked colour is lost once, and the colour that is picked after the reset stays."""
 
 import device
 

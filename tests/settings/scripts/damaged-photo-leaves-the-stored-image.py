@@ -1,4 +1,4 @@
-"""The picture that was stored before is there, whole."""
+"""The previously stored picture is unchanged."""
 
 import struct
 

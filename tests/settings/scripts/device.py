@@ -1,4 +1,4 @@
-"""The files of the device that a script has left, for the checks beside the scripts."""
+"""Access to the device's files after a script, for the checks next to the scripts."""
 
 import pathlib
 import plistlib
@@ -13,7 +13,7 @@ def host(path):
 
 
 def read(path):
-    """The property list at the device's path."""
+    """The property list at a device path."""
     return plistlib.loads(host(path).read_bytes())
 
 
@@ -26,6 +26,6 @@ def configuration():
 
 
 def expect(actual, expected):
-    """Ends the check with a message where the two differ, in type or in value."""
+    """Ends the check with a message if the two differ in type or in value."""
     if type(actual) is not type(expected) or actual != expected:
         sys.exit(f"expected {expected!r}\nthere is {actual!r}")

@@ -1,4 +1,4 @@
-"""The file has the order of the last drag, and what was there before."""
+"""The file has the order of the last drag and its other content."""
 
 import device
 

@@ -1,4 +1,4 @@
-"""Loaded modules only grow: what left the favourites is still loaded, and none is there twice."""
+"""Loaded modules only grow: removed favourites are still loaded, and there are no duplicates."""
 
 import device
 

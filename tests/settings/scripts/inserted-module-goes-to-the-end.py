@@ -1,4 +1,4 @@
-"""The pinned entry alone is left."""
+"""Only the pinned entry remains."""
 
 import device
 

@@ -1,4 +1,4 @@
-"""The repaired list is stored, and the other key is as it was."""
+"""The repaired list is stored, and the other key is unchanged."""
 
 import device
 

@@ -1,4 +1,4 @@
-"""The folder is left as empty as it was."""
+"""The folder is still empty."""
 
 import device
 

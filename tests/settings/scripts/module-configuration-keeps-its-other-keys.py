@@ -1,5 +1,5 @@
-"""What was there is there in its place and with its type; what is new is at the end, in order. A
-new version of the file has the permissions of the old one."""
+"""Existing elements keep their place and type; new ones are at the end, in order. The new version of
+the file has the permissions of the old one."""
 
 import datetime
 

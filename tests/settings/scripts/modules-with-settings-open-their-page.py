@@ -1,4 +1,4 @@
-"""What a module's page stores goes to the settings of the product, beside the rest."""
+"""A module's page stores its values in the product's settings, next to the others."""
 
 import device
 

@@ -1,4 +1,4 @@
-"""Every element that was not disabled has its type and its place."""
+"""Every element that was not disabled keeps its type and its place."""
 
 import device
 

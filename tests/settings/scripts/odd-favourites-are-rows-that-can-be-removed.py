@@ -1,4 +1,4 @@
-"""Both lists hold the elements as they are; the loaded modules get each once."""
+"""Both lists contain the elements unchanged; the loaded modules contain each one once."""
 
 import device
 

@@ -1,4 +1,4 @@
-"""The picture came with the write of another row, and no temporary file is left."""
+"""The write of another row stored the picture, and no temporary file remains."""
 
 import device
 

@@ -1,4 +1,4 @@
-"""The picture that lay on its side is 24 pixels wide as it came, and high as it is stored."""
+"""The rotated picture is 24 pixels wide in its file and 24 pixels high as stored."""
 
 import struct
 

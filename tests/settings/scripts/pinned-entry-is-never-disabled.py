@@ -1,4 +1,4 @@
-"""The pinned entry is one element of the stored list, its comma and all."""
+"""The pinned entry is one element of the stored list, including its comma."""
 
 import device
 

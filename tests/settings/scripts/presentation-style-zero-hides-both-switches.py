@@ -1,4 +1,4 @@
-"""The switches that are gone left their values behind."""
+"""The values of the removed switches are still stored."""
 
 import device
 

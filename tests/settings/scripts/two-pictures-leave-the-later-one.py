@@ -1,4 +1,4 @@
-"""The drawing, which was chosen last, is stored, and the other key is there."""
+"""The drawing, which was chosen last, is stored, and the other key remains."""
 
 import struct
 

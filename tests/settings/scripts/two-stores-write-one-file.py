@@ -1,4 +1,4 @@
-"""The view of the store that wrote last, whole."""
+"""The file is the complete content of the store that wrote last."""
 
 import device
 

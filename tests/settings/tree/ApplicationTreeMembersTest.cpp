@@ -1,4 +1,4 @@
-// Every node of the view tree has the members that docs/tree.md gives to its kind.
+// Each node of the view tree has the members that docs/tree.md specifies for its kind.
 
 #include <algorithm>
 #include <set>
@@ -49,7 +49,7 @@ void expectMembers(const json& node, const std::vector<NodeMember>& members) {
   }
 }
 
-// Nothing that is not documented is there.
+// Undocumented members are absent.
 void expectNoOthers(const json& node, const NodeKind& kind) {
   std::set<std::string_view> known;
   for (const NodeMember& member : nodeKinds().everyNode().members) known.insert(member.name);
@@ -59,7 +59,7 @@ void expectNoOthers(const json& node, const NodeKind& kind) {
   }
 }
 
-// What has its default value is not there.
+// Members with their default value are absent.
 void expectNoDefaults(const json& node) {
   EXPECT_NE(node.value("alpha", 0.5), 1.0) << node;
   EXPECT_TRUE(node.value("hidden", true)) << node;
@@ -70,7 +70,7 @@ void expectNoDefaults(const json& node) {
 
 class ApplicationTreeMembersTest : public ApplicationTest {
  protected:
-  // Every node is of a documented kind with its members, and stands once below the root.
+  // Each node has a documented kind and its members, and occurs once below the root.
   static void expectSoundTree(const json& tree) {
     std::set<std::string> seen;
     expectSoundNode(tree, tree["root"], seen);

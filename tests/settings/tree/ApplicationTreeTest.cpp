@@ -1,4 +1,4 @@
-// The view tree of the pages as the bundle has them.
+// The view tree of the bundle's pages.
 
 #include <algorithm>
 #include <cstdint>
@@ -84,7 +84,7 @@ TEST_F(ApplicationTreeTest, ANeighbourThatIsSwitchedIsThereOrNotFromTheNextOpeni
   open();
   EXPECT_TRUE(isThere());
   EXPECT_THAT(set("CCSModuleRepository").message, HasSubstr("on or off"));
-  EXPECT_THAT(set("Nobody on").message, HasSubstr("\"Nobody\" is no neighbour"));
+  EXPECT_THAT(set("Nobody on").message, HasSubstr("unknown neighbour: \"Nobody\""));
 }
 
 TEST_F(ApplicationTreeTest, TheBarShowsThePageOnTopAndTheWayBack) {
@@ -262,7 +262,7 @@ TEST_F(ApplicationTreeTest, TheRevisionCountsTreesThatDiffer) {
   open();
   const std::uint64_t first = application().revision();
   EXPECT_EQ(application().revision(), first);
-  EXPECT_EQ(application().advance(1).accepted, true);  // nothing waits, nothing changes
+  EXPECT_EQ(application().advance(1).accepted, true);  // nothing is pending, nothing changes
   EXPECT_EQ(application().revision(), first);
   chooseStyle(1);
   EXPECT_EQ(application().revision(), first + 1);

@@ -1,5 +1,5 @@
-// The table of the kinds says the same as docs/tree.md and the page's own types. Where they differ,
-// the test names the file and the line that it wants there, or that it does not know.
+// The table of node kinds must agree with docs/tree.md and with the page's own types. If they
+// differ, the test names the file and the missing or unknown line.
 
 #include <algorithm>
 #include <fstream>
@@ -29,7 +29,7 @@ std::string readSource(const std::string& path) {
   return text.str();
 }
 
-// What stands between the two, without them; the test fails where they are not there.
+// Returns the text between `start` and `end`; fails the test if `start` is missing.
 std::string between(const std::string& text, const std::string& start, const std::string& end) {
   const auto from = text.find(start);
   if (from == std::string::npos) {
@@ -59,7 +59,7 @@ std::string marked(std::string_view text, char mark) {
 
 // --- docs/tree.md ---
 
-// As the page names the type: "bool", "\"begin\", \"end\" or \"cancel\"".
+// The type as docs/tree.md writes it: "bool", "\"begin\", \"end\" or \"cancel\"".
 std::string documentedType(const NodeMember& member) {
   Lines choices;
   for (const auto choice : member.choices) choices.push_back(marked(choice, '"'));
@@ -91,7 +91,7 @@ std::string documentedKind(const NodeKind& kind) {
   return facts.empty() ? line : line + " (" + joined(facts, "; ") + ")";
 }
 
-// Whether the line begins so, and what follows is no part of it.
+// Returns whether the line starts with this text and the text ends there.
 bool says(const std::string& line, const std::string& beginning) {
   if (!line.starts_with(beginning)) return false;
   const std::string rest = line.substr(beginning.size());
@@ -99,7 +99,7 @@ bool says(const std::string& line, const std::string& beginning) {
          rest.starts_with(" of ");
 }
 
-// What the page should say line by line, and does not, and what it says beyond that.
+// The lines that are missing from the document, and those that are unknown.
 Lines differences(const Lines& wanted, const Lines& found) {
   Lines result;
   for (const auto& line : wanted) {
@@ -115,7 +115,7 @@ Lines differences(const Lines& wanted, const Lines& found) {
   return result;
 }
 
-// The lines of a part of the page that begin with any of these.
+// The lines of a section of docs/tree.md that start with any of these.
 Lines documentedLines(const std::string& heading, const Lines& beginnings) {
   const std::string part = between(readSource("docs/tree.md"), "\n## " + heading + "\n", "\n## ");
   Lines lines;
@@ -162,7 +162,8 @@ TEST(NodeKindsTest, DocsTreeMdNamesEachKindWithItsClassItsActionsAndItsMembers) 
   EXPECT_THAT(differences(kinds, found), IsEmpty()) << "in docs/tree.md, \"Kinds\"";
 }
 
-// The actions of all kinds and of the application, each once, and the kinds that take them.
+// The actions of all kinds and of the application, without duplicates, and the kinds that take
+// them.
 std::map<std::string, std::pair<NodeAction, Lines>> allActions() {
   std::map<std::string, std::pair<NodeAction, Lines>> all;
   for (const NodeKind& kind : nodeKinds().all()) {
@@ -211,7 +212,7 @@ std::string trimmed(const std::string& text) {
   return text.substr(start, text.find_last_not_of(" \n") - start + 1);
 }
 
-// The body in the braces that open at `start`.
+// The text inside the braces that open at `start`.
 std::string bodyAt(const std::string& text, std::size_t start) {
   int depth = 0;
   for (std::size_t i = start; i < text.size(); ++i) {
@@ -229,7 +230,7 @@ std::string withoutComments(std::string text) {
   return text;
 }
 
-// "name?: type; name: type" as members.
+// Parses "name?: type; name: type" into members.
 TypedMembers membersIn(const std::string& body) {
   TypedMembers members;
   int depth = 0;
@@ -250,7 +251,7 @@ TypedMembers membersIn(const std::string& body) {
   return members;
 }
 
-// Every `interface NAME ... { ... }` of a file, by name.
+// Each `interface NAME ... { ... }` of a file, by name.
 std::map<std::string, TypedMembers> interfacesIn(const std::string& path) {
   const std::string text = readSource(path);
   const std::string word = "export interface ";
@@ -288,7 +289,7 @@ bool isType(const std::string& type, const NodeMember& member) {
   return type == (choices.empty() ? "string" : joined(choices, " | "));
 }
 
-// The members that are missing, unknown or of another type; `own` are known beside the table's.
+// The members that are missing, unknown or of another type; the members in `own` are also known.
 Lines typeDifferences(const std::vector<NodeMember>& wanted, const TypedMembers& found,
                       const std::set<std::string>& own) {
   Lines result;

@@ -15,7 +15,8 @@
 #include <sys/time.h>
 #include <unistd.h>
 
-// A browser as a server sees it, over a plain socket, so that a test can say what no browser says.
+// A browser from the server's point of view, over a plain socket, so that a test can send what no
+// browser would.
 namespace settings::test {
 
 struct HttpReply {
@@ -65,7 +66,7 @@ class LoopbackClient {
     return true;
   }
 
-  // Sends a request with our Host and reads the answer. `headers` are whole lines.
+  // Sends a request with the correct Host and reads the answer. `headers` are complete lines.
   HttpReply get(const std::string& target, const std::string& headers = {},
                 const std::string& method = "GET") {
     send(method + " " + target + " HTTP/1.1\r\nHost: " + host() + "\r\n" + headers + "\r\n");
@@ -87,7 +88,7 @@ class LoopbackClient {
     return reply;
   }
 
-  // Asks for the page's WebSocket. The status is 101 where it was granted.
+  // Requests the page's WebSocket. The status is 101 on success.
   HttpReply openSocket(const std::string& headers) {
     return get("/socket",
                "Upgrade: websocket\r\nConnection: Upgrade\r\nSec-WebSocket-Version: 13\r\n"
@@ -100,7 +101,7 @@ class LoopbackClient {
   bool sendFrame(int opcode, std::string_view payload) {
     return send(frameHead(opcode, payload.size()) + std::string(payload));
   }
-  // The head of a masked frame whose mask is zero, so that the payload stands as it is.
+  // The header of a masked frame whose mask is zero, so that the payload is unchanged.
   static std::string frameHead(int opcode, std::size_t size) {
     std::string head(1, static_cast<char>(0x80 | opcode));
     if (size < 126) {
@@ -112,7 +113,7 @@ class LoopbackClient {
     return head + std::string(4, '\0');
   }
 
-  // The next frame that is no ping.
+  // The next frame that is not a ping.
   Frame receive() {
     while (true) {
       Frame frame = receiveAny();
@@ -120,7 +121,7 @@ class LoopbackClient {
     }
   }
 
-  // Whether the other side has closed the connection; reads what it still sent.
+  // Returns whether the peer has closed the connection; reads its remaining data.
   bool waitForEnd() {
     std::array<char, 65536> buffer{};
     while (true) {
@@ -169,7 +170,7 @@ class LoopbackClient {
     return take(_received.find(end) + end.size());
   }
 
-  // As many bytes, fewer where the connection ends before.
+  // Reads this many bytes, or fewer if the connection ends before.
   std::string take(std::size_t count) {
     while (_received.size() < count && fill()) {
     }

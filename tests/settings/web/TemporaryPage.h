@@ -8,7 +8,7 @@
 
 namespace settings::test {
 
-// A folder of its own; removed with all in it at the end.
+// A temporary folder. The destructor removes it with its content.
 class TemporaryFolder {
  public:
   TemporaryFolder() {
@@ -22,7 +22,7 @@ class TemporaryFolder {
 
   const std::string& path() const { return _path; }
   std::string in(std::string_view name) const { return _path + "/" + std::string(name); }
-  // Writes a file, with the folders above it; gives its path.
+  // Writes a file and its parent folders. Returns its path.
   std::string write(std::string_view name, std::string_view text) const {
     const std::string path = in(name);
     std::filesystem::create_directories(std::filesystem::path(path).parent_path());
@@ -38,7 +38,7 @@ class TemporaryFolder {
   std::string _path;
 };
 
-// A built page, as small as one can be.
+// A built page of minimal size.
 class TemporaryPage {
  public:
   TemporaryPage() {

@@ -21,7 +21,7 @@ using test::HttpReply;
 using test::LoopbackClient;
 using ::testing::HasSubstr;
 
-// Keeps what the server tells, and lets a test wait for it.
+// Records the server's events, and lets a test wait for them.
 class RecordingEvents : public PageEvents {
  public:
   struct Event {
@@ -43,7 +43,7 @@ class RecordingEvents : public PageEvents {
     add({"photo", request, std::move(bytes)});
   }
 
-  // The next event; its kind is "nothing" where none comes.
+  // The next event; its kind is "nothing" if there is none.
   Event next() {
     std::unique_lock lock(_mutex);
     if (!_added.wait_for(lock, std::chrono::seconds(20), [this] { return !_events.empty(); })) {
@@ -95,7 +95,7 @@ class PageServerTest : public ::testing::Test {
     return std::make_unique<LoopbackClient>(_server->port());
   }
 
-  // The header line of the session's cookie, as a browser gets it for the printed address.
+  // The header line of the session's cookie that a browser receives for the printed address.
   std::string cookieLine() {
     const std::string address = _server->address();
     const HttpReply reply = client()->get(address.substr(address.find("/?")));
@@ -104,7 +104,7 @@ class PageServerTest : public ::testing::Test {
     return "Cookie: " + cookie->second.substr(0, cookie->second.find(';')) + "\r\n";
   }
 
-  // A page's WebSocket that the server has opened, and its identity.
+  // A page's WebSocket that the server has accepted, and its identity.
   std::pair<std::unique_ptr<LoopbackClient>, ConnectionId> openPage() {
     auto page = client();
     const HttpReply reply = page->openSocket(cookieLine() + page->originLine());
@@ -114,7 +114,7 @@ class PageServerTest : public ::testing::Test {
     return {std::move(page), event.id};
   }
 
-  // The head of a request that brings a photo of so many bytes.
+  // The header of a request that uploads a photo of this many bytes.
   std::string photoHead(const LoopbackClient& page, std::size_t size) {
     return "POST /photos HTTP/1.1\r\nHost: " + page.host() + "\r\n" + cookieLine() +
            page.originLine() + "Content-Length: " + std::to_string(size) + "\r\n\r\n";
@@ -221,7 +221,7 @@ TEST_F(PageServerTest, OnlySoManyPhotosAreReadAtATime) {
   options.uploads = 1;
   serve(options);
   auto slow = client();
-  // The answer to another request on the same server says that this one has been begun.
+  // The answer to another request on the same server shows that this request has started.
   slow->send(photoHead(*slow, 10) + "first");
   EXPECT_EQ(client()->get("/", cookieLine()).status, 200);
   auto second = client();
@@ -245,7 +245,7 @@ TEST_F(PageServerTest, APageThatGoesWhileItSendsAPhotoLeavesNothingBehind) {
   auto page = client();
   page->send(photoHead(*page, 3) + "abc");
   EXPECT_EQ(_events.next().text, "abc");
-  _server->answerPhoto(12345, 200, "{}");  // to nobody: nothing happens
+  _server->answerPhoto(12345, 200, "{}");  // no such request: nothing happens
 }
 
 TEST_F(PageServerTest, TextsGoBothWays) {
@@ -311,7 +311,7 @@ TEST_F(PageServerTest, APageThatGoesInTheMiddleIsTold) {
   const auto event = _events.next();
   EXPECT_EQ(event.kind, "closed");
   EXPECT_EQ(event.id, id);
-  // What is sent to it is dropped, and the server goes on.
+  // Messages to it are dropped, and the server goes on.
   _server->send(id, message("late"));
   _server->handled(id);
   EXPECT_EQ(client()->get("/", cookieLine()).status, 200);
@@ -343,7 +343,7 @@ TEST_F(PageServerTest, OnlySoManyMessagesWaitAndTheRestComesLater) {
   for (const char* text : {"1", "2", "3"}) page->sendText(text);
   EXPECT_EQ(_events.next().text, "1");
   EXPECT_EQ(_events.next().text, "2");
-  // An answer to another connection shows that the server has been round in the meantime.
+  // An answer to another connection shows that the server has completed a turn.
   EXPECT_EQ(client()->get("/", cookieLine()).status, 200);
   EXPECT_TRUE(_events.isEmpty());
   _server->handled(id);
@@ -354,7 +354,7 @@ TEST_F(PageServerTest, APageThatDoesNotReadIsAskedForAWholeTreeOnceItReads) {
   auto [page, id] = openPage();
   const std::string large(4ULL * 1024 * 1024, 'x');
   for (int count = 0; count < 8; ++count) _server->send(id, message(large));
-  // It reads what was on its way; what waited behind was dropped.
+  // It receives what was in transit; queued messages were dropped.
   EXPECT_EQ(page->receive().payload.size(), large.size());
   EXPECT_EQ(_events.next().kind, "wantsWhole");
   _server->send(id, message("dropped"));

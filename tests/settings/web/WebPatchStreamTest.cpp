@@ -41,7 +41,7 @@ TEST(PatchStream, CountsByItself) {
   stream.advance(tree(json::object()));
   const json patch = stream.advance(tree(json::object()));
   EXPECT_EQ(stream.revision(), 2U);
-  // Where nothing differs but the count, there is a patch, so that an action has an answer.
+  // Even if only the revision differs there is a patch, so that each action has an answer.
   EXPECT_EQ(patch, json::array({{{"op", "replace"}, {"path", "/revision"}, {"value", 2}}}));
   EXPECT_EQ(stream.shown()["revision"], 2);
 }

@@ -24,7 +24,7 @@ TEST(ReadPhotoTest, PicturesAreReadAndOtherFilesSayWhyTheyAreNone) {
   EXPECT_EQ(jpeg.image->size().height, 5);
   for (const char* other : {"no picture", ""}) {
     EXPECT_FALSE(photo(other).image);
-    EXPECT_EQ(photo(other).problem, "The file is no PNG or JPEG picture.");
+    EXPECT_EQ(photo(other).problem, "The file is not a PNG or JPEG picture.");
   }
 }
 

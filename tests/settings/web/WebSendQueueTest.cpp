@@ -36,7 +36,7 @@ TEST(SendQueue, DropsWhatWaitsWhenAPageDoesNotRead) {
   SendQueue queue({.messages = 3, .bytes = 1000});
   for (const char* text : {"a", "b", "c", "d"}) queue.push(ordinary(text));
   EXPECT_TRUE(queue.isLagging());
-  // The first may be half sent.
+  // The first message may be partly sent.
   EXPECT_FALSE(queue.takeWantsWhole());
   EXPECT_EQ(taken(queue), "a");
   EXPECT_EQ(taken(queue), "(nothing)");

@@ -166,7 +166,7 @@ const hash = (digit) => digit.repeat(64);
 const photos = [
   { name: 'beach.jpg', image: { hash: hash('a'), width: 40, height: 30, scale: 1 } },
   { name: 'forest.png', image: { hash: hash('b'), width: 30, height: 40, scale: 1 } },
-  { name: 'notes.txt', problem: 'The file is no PNG or JPEG picture.' },
+  { name: 'notes.txt', problem: 'The file is not a PNG or JPEG picture.' },
 ];
 
 async function openPhotos(node = {}, options = {}) {
@@ -183,7 +183,7 @@ test('a photo of the library is chosen by its name; a file that is not a photo s
   await page.getByRole('button', { name: 'forest.png' }).click();
   await eventually(() => chosen().length === 1, 'the photo is chosen');
   assert.deepEqual(chosen(), ['forest.png']);
-  assert.equal(await page.getByRole('button', { name: 'notes.txt: The file is no PNG or JPEG picture.' }).isDisabled(), true);
+  assert.equal(await page.getByRole('button', { name: 'notes.txt: The file is not a PNG or JPEG picture.' }).isDisabled(), true);
   assert.deepEqual(trouble, []);
   await context.close();
 });
@@ -207,7 +207,7 @@ test('a picture from the disk is uploaded and chosen by the name that the server
 
 test('a file dropped on the picker is uploaded; a refusal says why', async () => {
   const { page, context, chosen } = await openPhotos({}, {
-    upload: (route) => route.fulfill({ status: 422, json: { message: 'The file is no PNG or JPEG picture.' } }),
+    upload: (route) => route.fulfill({ status: 422, json: { message: 'The file is not a PNG or JPEG picture.' } }),
   });
   const data = await page.evaluateHandle(() => {
     const transfer = new DataTransfer();
@@ -217,7 +217,7 @@ test('a file dropped on the picker is uploaded; a refusal says why', async () =>
   await page.dispatchEvent('.image-picker', 'dragover', { dataTransfer: data });
   await page.locator('.drop-here').waitFor();
   await page.dispatchEvent('.image-picker', 'drop', { dataTransfer: data });
-  await page.getByRole('alert').getByText('The file is no PNG or JPEG picture.').waitFor();
+  await page.getByRole('alert').getByText('The file is not a PNG or JPEG picture.').waitFor();
   assert.equal(await page.locator('.drop-here').count(), 0);
   assert.deepEqual(chosen(), []);
   await context.close();

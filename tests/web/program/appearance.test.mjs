@@ -214,7 +214,7 @@ test('a picture from the disk becomes the background image; a file that is not a
     await (await chooser).setFiles({ name, mimeType: 'image/png', buffer });
   };
   await choose('notes.png', Buffer.from('no picture'));
-  await page.getByRole('alert').getByText('The file is no PNG or JPEG picture.').waitFor();
+  await page.getByRole('alert').getByText('The file is not a PNG or JPEG picture.').waitFor();
   await choose('cut.png', tinyPng.subarray(0, 40));
   await page.getByRole('alert').getByText(/cut off|incomplete/).waitFor();
   assert.equal(await stored('backgroundImage'), undefined);

@@ -6,7 +6,7 @@ const largestBytes = 64 * 1024 * 1024;
 const noConnection = 'No connection: the picture was not sent.';
 
 export async function sendPhoto(file: File): Promise<SentPhoto> {
-  if (file.size > largestBytes) return { problem: 'The file is larger than 64 MiB, the most that is taken as a photo.' };
+  if (file.size > largestBytes) return { problem: 'The file is larger than 64 MiB, the limit for a photo.' };
   try {
     const answer = await fetch('photos', { method: 'POST', body: file, headers: { 'Content-Type': 'application/octet-stream' } });
     const told = (await answer.json()) as { name?: unknown; message?: unknown };
