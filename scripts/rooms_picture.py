@@ -2,7 +2,7 @@
 
 import html
 
-WIDTH, BOX, GAP, FLOOR = 1180, 30, 10, 84
+WIDTH, BOX, GAP, FLOOR = 560, 30, 10, 84
 COLOURS = {"platform/foundation": "#3b6ea5", "platform/uikit": "#5a8f3d",
            "platform/preferences": "#8a6d1d", "settings": "#7a4fa3"}
 BUNDLE = "#b3523e"
