@@ -55,11 +55,14 @@ function(zentrova_precompile name provider)
   endif()
 endfunction()
 
-# zentrova_without_optimising(NAME): with sanitizers the platform and the bundle are optimised; to
-# optimise the application and the tests as well takes longer than it saves.
-function(zentrova_without_optimising name)
+# zentrova_optimise_less(NAME): with sanitizers, only the platform and the bundle are optimised.
+# Optimising the application and the tests takes longer than it saves. A release optimises the
+# application less than the platform, which does the work.
+function(zentrova_optimise_less name)
   if(ZENTROVA_SANITIZE)
     target_compile_options(${name} PRIVATE -O0)
+  elseif(CMAKE_BUILD_TYPE STREQUAL "Release")
+    target_compile_options(${name} PRIVATE -O2)
   endif()
 endfunction()
 
@@ -71,7 +74,7 @@ function(zentrova_folder name)
     add_library(${name} OBJECT ${sources})
     target_link_libraries(${name} PUBLIC zentrova_options ${ARGN})
     if(name MATCHES "^settings_")
-      zentrova_without_optimising(${name})
+      zentrova_optimise_less(${name})
       zentrova_precompile(${name} settings_device <nlohmann/json.hpp>)
     else()
       zentrova_precompile(${name} platform_foundation)
@@ -111,7 +114,7 @@ function(zentrova_test name)
   endif()
   add_executable(${name} ${sources})
   target_link_libraries(${name} PRIVATE zentrova_options zentrova_test_support ${ARGN})
-  zentrova_without_optimising(${name})
+  zentrova_optimise_less(${name})
   zentrova_precompile(${name} platform_foundation_test <gmock/gmock.h> <gtest/gtest.h>
     <nlohmann/json.hpp>)
   gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
