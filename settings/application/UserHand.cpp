@@ -22,7 +22,7 @@ ActionResult UserHand::perform(const json& action, const NodeTargets& targets) {
   const auto work = [&](const NodeTarget& target) {
     const NodeAction* taken = nodeKinds().named(target.kind).action(name);
     if (taken && taken->perform) return taken->perform(_tools, target, action);
-    return refused("the node is no " + nodeKinds().takersOf(name));
+    return refused("wrong kind of node (expected " + nodeKinds().takersOf(name) + ")");
   };
   return onNode(*node, targets, work, covered);
 }
@@ -57,7 +57,7 @@ std::optional<std::string> UserHand::coverOf(const NodeTarget& target) const {
 
 ActionResult UserHand::reveal(const NodeTarget& target) {
   const auto row = RowPlace::of(target);
-  if (!row) return refused("the node is no row");
+  if (!row) return refused("the node is not a row");
   const auto isInSight = [&] { return row->table->cellForRowAtIndexPath(row->path) != nullptr; };
   // Rows on the way may turn out to be higher than they were taken for, which pushes it out of
   // sight again.

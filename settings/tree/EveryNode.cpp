@@ -21,7 +21,7 @@ std::optional<json> layerJson(NodeWriter& writer, const UIView& view) {
   const auto& layer = view.layerIfMade();
   if (!layer) return std::nullopt;
   json result = json::object();
-  // What is no length is drawn as none, and JSON could not say it.
+  // A value that is not a length is drawn as 0, and JSON cannot express it.
   const double radius = layer->cornerRadius();
   if (std::isfinite(radius) && radius != 0) result["radius"] = radius;
   if (layer->borderWidth() != 0) result["borderWidth"] = layer->borderWidth();

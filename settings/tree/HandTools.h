@@ -18,9 +18,9 @@ class Finger {
   bool isDown() const noexcept { return _isDown; }
   // Comes down in the middle of the view; is taken away first where it is down somewhere else.
   void press(const std::shared_ptr<platform::UIView>& view);
-  // Goes up. True where a gesture recogniser has taken the press, so that it is no tap.
+  // Lifts the finger. Returns true if a gesture recogniser took the press, so that it is not a tap.
   bool lift();
-  // Goes away without a gesture or a tap.
+  // Cancels the press: no gesture, no tap.
   void cancel();
 
  private:
@@ -28,7 +28,7 @@ class Finger {
   bool _isDown = false;
 };
 
-// What the actions on nodes need beside the node.
+// What the actions on nodes need besides the node.
 struct HandTools {
   PhotoLibrary& photos;
   Finger& finger;

@@ -53,7 +53,7 @@ constexpr MemberForm formOf() {
   return MemberForm::text;
 }
 
-// A text that is none is an empty one.
+// An absent text is shown as an empty one.
 template <class V>
 nlohmann::json shown(NodeWriter& writer, const V& value) {
   if constexpr (std::is_same_v<V, std::shared_ptr<platform::UIColor>>) {
@@ -77,7 +77,8 @@ bool isEmpty(const V& value) {
   }
 }
 
-// What an action on a node works with; empty where it is gone. A part has a static function `of`.
+// Returns the subject of an action on a node; empty if it is gone. A part has a static function
+// `of`.
 template <class T>
 auto subjectOf(const NodeTarget& target) {
   if constexpr (std::is_base_of_v<platform::Object, T>) {
@@ -116,17 +117,17 @@ class KindBuilder {
     }
   }
 
-  // Always there.
+  // A member that is always present.
   template <class G>
   KindBuilder& member(std::string_view name, G getter) {
     return add({name, kinds::formOf<kinds::Result<G, T>>()}, getter);
   }
-  // There where the getter gives something.
+  // Present if the getter returns a value.
   template <class G>
   KindBuilder& optional(std::string_view name, G getter) {
     return add({name, kinds::formOf<kinds::Result<G, T>>(), true}, getter);
   }
-  // There where the getter gives another value than the default.
+  // Present if the getter returns a value other than the default.
   template <class G, class V = kinds::Result<G, T>>
   KindBuilder& optional(std::string_view name, G getter, std::type_identity_t<V> leftOut) {
     return optional(name, [getter, leftOut](T& subject) {
@@ -134,13 +135,13 @@ class KindBuilder {
       return value == leftOut ? std::nullopt : std::optional<V>(value);
     });
   }
-  // A text that is one of a few.
+  // A text with a fixed set of values.
   template <class G, class E, std::size_t N>
   KindBuilder& choice(std::string_view name, G getter, const std::array<Named<E>, N>& names) {
     return add({name, MemberForm::text, false, choicesOf(names)},
                [getter, names](T& subject) { return nameOf(names, std::invoke(getter, subject)); });
   }
-  // The getter gives the JSON, or an optional one.
+  // The getter returns the JSON, or optional JSON.
   template <class G>
   KindBuilder& map(std::string_view name, G getter) {
     return add({name, MemberForm::map, kinds::isOptional<kinds::Result<G, T>>}, getter);
@@ -149,7 +150,7 @@ class KindBuilder {
   KindBuilder& list(std::string_view name, G getter) {
     return add({name, MemberForm::list, kinds::isOptional<kinds::Result<G, T>>}, getter);
   }
-  // One that the writer itself puts into the node.
+  // A member that the writer itself puts into the node.
   KindBuilder& written(NodeMember member) {
     _kind.members.push_back(std::move(member));
     return *this;
@@ -160,7 +161,7 @@ class KindBuilder {
     _kind.look = nullptr;
     return *this;
   }
-  // Another node decides where this kind is shown: no class leads to it.
+  // Another node decides where this kind is shown; no class is shown as it.
   KindBuilder& placedByAnother() {
     _kind.isFoundByClass = false;
     return *this;
@@ -177,8 +178,8 @@ class KindBuilder {
     return *this;
   }
 
-  // What a user can do: `work` takes the subject, the tools where it wants them, and the arguments;
-  // an action without sound arguments is refused before.
+  // A user action: `work` takes the subject, the tools if it needs them, and the arguments. An
+  // action with invalid arguments is refused before.
   template <class F, class... A>
   KindBuilder& action(std::string_view name, F work, A... arguments) {
     auto perform = [work, arguments...](HandTools& tools, const NodeTarget& target,
@@ -202,7 +203,7 @@ class KindBuilder {
     _kind.actions.push_back({name, {arguments.member()...}, std::move(perform)});
     return *this;
   }
-  // One that the application does itself.
+  // An action that the application performs itself.
   KindBuilder& action(std::string_view name) {
     _kind.actions.push_back({name, {}, nullptr});
     return *this;

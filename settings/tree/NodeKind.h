@@ -23,7 +23,7 @@ class NodeWriter;
 struct HandTools;
 struct NodeTarget;
 
-// What the JSON of a member is.
+// The JSON type of a member.
 enum class MemberForm : std::uint8_t {
   flag,    // true or false
   whole,   // a whole number
@@ -51,13 +51,13 @@ struct NodeMember {
 struct NodeAction {
   std::string_view name;
   std::vector<NodeMember> members;  // beside "action" and "node"
-  // Does it, or refuses. What the action holds need not be sound. Raises what the bundle raises.
-  // Empty where it is for the application itself to do.
+  // Performs the action or refuses it. The action may hold anything. Raises what the bundle raises.
+  // Empty if the application itself performs the action.
   std::function<ActionResult(HandTools&, const NodeTarget&, const nlohmann::json& action)> perform;
 };
 
-// What one node is written from, borrowed: an object of the platform, or a part that is none, such
-// as a row of a table.
+// The source of one node, borrowed: an object of the platform, or a part that is not an object,
+// such as a row of a table.
 class NodeSubject {
  public:
   template <class T>
@@ -72,7 +72,7 @@ class NodeSubject {
 
   // Null for a part.
   platform::Object* object() const noexcept { return _object; }
-  // Raises std::bad_cast where the subject is no T.
+  // Throws std::bad_cast if the subject is not a T.
   template <class T>
   T& as() const {
     if constexpr (std::is_base_of_v<platform::Object, T>) {
@@ -89,28 +89,28 @@ class NodeSubject {
   const std::type_info* _type = nullptr;
 };
 
-// All that is to be known of one kind of node (docs/tree.md). Made with KindBuilder.
+// The description of one kind of node (docs/tree.md). Made with KindBuilder.
 struct NodeKind {
   std::string_view name;
   std::string_view title;  // what people call it
-  // What it stands for; empty for a part of something else.
+  // The platform class that the kind shows; empty for a part of something else.
   std::string_view className;
-  // Whether the class, and those below it, lead to this kind. Not where another node decides that
-  // it is one, as a row does of its cell.
+  // Whether objects of the class and its subclasses are shown as this kind. False if another node
+  // decides that, such as a row for its cell.
   bool isFoundByClass = false;
   std::vector<NodeMember> members;
   std::vector<NodeAction> actions;
 
   // Puts the members into the node.
   std::function<void(NodeWriter&, const NodeSubject&, nlohmann::json& node)> write;
-  // Adds the nodes below it and gives their identities. Empty where there are none.
+  // Adds the child nodes and returns their identities. Empty if the kind has no children.
   std::function<std::vector<std::string>(NodeWriter&, const NodeSubject&)> addChildren;
-  // The view whose frame and look the node shows. Empty where it shows none.
+  // Returns the view whose frame and look the node shows. Empty if it shows none.
   std::function<platform::UIView&(const NodeSubject&)> look;
-  // What a row with this node in it shows as its value. Empty for a kind that holds none.
+  // The member that a row with this node shows as its value. Empty for a kind without a value.
   std::function<nlohmann::json(const nlohmann::json& node)> shownValue;
 
-  // Null where the kind does not take the action.
+  // Returns null if the kind does not accept the action.
   const NodeAction* action(std::string_view wanted) const;
 };
 
@@ -127,16 +127,15 @@ class KindTable {
   const NodeKind& everyNode() const noexcept { return _everyNode; }
   const std::vector<NodeKind>& all() const noexcept { return _kinds; }
   const std::vector<NodeAction>& applicationActions() const noexcept { return _applicationActions; }
-  // Raises std::out_of_range where there is no such kind.
+  // Throws std::out_of_range if no kind has the name.
   const NodeKind& named(std::string_view name) const { return *_byName.at(name); }
-  // The kind that an object of that class is shown as: that of its class, else of the nearest base
-  // class that has one. Raises std::out_of_range where none has. The object's process must be the
-  // current one.
+  // Returns the kind of the object's class, or of its nearest base class that has one. Throws
+  // std::out_of_range if none has. The object's process must be the current one.
   const NodeKind& of(const platform::Object& object) const;
 
-  // Whether any kind takes the action.
+  // Returns whether any kind accepts the action.
   bool isAction(std::string_view name) const;
-  // "row or button": what the kinds that take the action are called.
+  // Returns the titles of the kinds that accept the action: "row or button".
   std::string takersOf(std::string_view action) const;
 
  private:

@@ -27,8 +27,8 @@ using NodeIdentities = std::vector<std::string>;
 
 nlohmann::json colorJson(const platform::UIColor& color);
 
-// Collects the nodes of one tree, each as its kind writes it. A function that adds a node gives its
-// identity.
+// Collects the nodes of one tree; each kind writes its own nodes. A function that adds a node
+// returns its identity.
 class NodeWriter {
  public:
   // Identities are the platform's, counted on from `base`, so that no process uses those of an
@@ -45,14 +45,14 @@ class NodeWriter {
   std::string addViewAs(std::string_view kind, const std::shared_ptr<platform::UIView>& view,
                         std::string_view role = {},
                         std::optional<NodeIdentities> children = std::nullopt);
-  // What is no object by itself. It is found again by its identifier in the owner, if it has one.
+  // Adds a part that is not an object. Its identifier in the owner, if it has one, finds it again.
   std::string addPart(std::string_view kind, const NodeSubject& part, std::uint64_t identifier,
                       const std::shared_ptr<platform::Object>& owner = nullptr);
 
-  // A window that is not there yet.
+  // Adds the window before there is one.
   std::string addEmptyWindow(const NodeIdentities& children);
 
-  // The node without its children; adds nothing but the images that it names.
+  // Returns the node without its children. Adds only the images that it names.
   nlohmann::json node(const NodeKind& kind, const NodeSubject& subject);
   nlohmann::json imageJson(const std::shared_ptr<platform::UIImage>& image);
 

@@ -142,7 +142,7 @@ std::vector<NodeKind> presentedKinds() {
 
 ActionResult choosePhoto(const NodeTarget& target, const PhotoResult& photo) {
   const auto picker = target.as<UIImagePickerController>();
-  return picker ? choose(*picker, photo) : refused("the node is no photo picker");
+  return picker ? choose(*picker, photo) : refused("the node is not a photo picker");
 }
 
 }  // namespace settings

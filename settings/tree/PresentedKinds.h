@@ -16,7 +16,7 @@ struct Wait {
   std::string program;
 };
 
-// Chooses the picture in the photo picker that the node stands for; refused where it is none.
+// Chooses the picture in the photo picker of the node. Refused if the node is not a photo picker.
 ActionResult choosePhoto(const NodeTarget& target, const PhotoResult& photo);
 
 }  // namespace settings

@@ -15,7 +15,7 @@ class UITableViewCell;
 
 namespace settings {
 
-// A row, as it lies in its table now.
+// A row at its present place in its table.
 struct RowPlace {
   std::shared_ptr<platform::UITableView> table;
   platform::IndexPath path;
@@ -23,7 +23,7 @@ struct RowPlace {
   platform::Value identity;  // what the data source knows it by: a specifier, or a text
 
   static RowPlace at(const std::shared_ptr<platform::UITableView>& table, platform::IndexPath path);
-  // Nothing where the node is no row, or the row is gone.
+  // Returns nothing if the node is not a row or the row is gone.
   static std::optional<RowPlace> of(const NodeTarget& target);
 };
 
