@@ -7,9 +7,6 @@
 #include "settings/device/TreeWriter.h"
 #include "tests/settings/cli/ServeFixture.h"
 
-// ThreadSanitizer adds its own thread to the program, which wakes up ten times per second.
-#ifndef __SANITIZE_THREAD__
-
 namespace settings::test {
 namespace {
 
@@ -88,5 +85,3 @@ TEST_F(WakeUps, ThereAreFewWhileAPageWaitsForAProgram) {
 
 }  // namespace
 }  // namespace settings::test
-
-#endif

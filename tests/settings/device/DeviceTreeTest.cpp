@@ -192,7 +192,7 @@ TEST_F(DeviceTreeCreate, RefusesABundleThatIsNotComplete) {
     fs::remove(bundle() / name);
     const auto created = create();
     EXPECT_FALSE(created);
-    EXPECT_THAT(created.problem, HasSubstr(std::string("no file ") + name));
+    EXPECT_THAT(created.problem, HasSubstr("the file " + std::string(name) + " is missing"));
     EXPECT_THAT(namesIn(folder), ElementsAre("built"));
     write(bundle() / name, kept);
   }
@@ -233,7 +233,7 @@ class DeviceTreeOpen : public DeviceTreeTest {};
 TEST_F(DeviceTreeOpen, RefusesAMissingFolder) {
   const auto opened = DeviceTree::open(treePath());
   EXPECT_FALSE(opened);
-  EXPECT_THAT(opened.problem, HasSubstr("there is not a folder " + treePath().string()));
+  EXPECT_THAT(opened.problem, HasSubstr("there is no folder " + treePath().string()));
   EXPECT_THAT(opened.problem, HasSubstr("device create"));
 }
 

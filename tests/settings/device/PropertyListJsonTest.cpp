@@ -83,7 +83,7 @@ TEST(PropertyListJson, WhatStandsForSomethingElseIsChecked) {
 TEST(PropertyListJson, RefusesWhatIsNoPropertyList) {
   EXPECT_EQ(refusal("null"), "null is not a property list value");
   EXPECT_EQ(refusal("{\"a\": [null]}"), "null is not a property list value");
-  EXPECT_EQ(refusal("{\"a\": 1").substr(0, 49),
+  EXPECT_EQ(refusal("{\"a\": 1").substr(0, 50),
             "byte 8: not JSON: parse error at line 1, column 8:");
   EXPECT_NE(refusal(""), "accepted");
   EXPECT_NE(refusal("1 2"), "accepted");
