@@ -309,17 +309,17 @@ TEST_F(ApplicationHandTest, AnActionOnANodeThatIsGoneIsRefused) {
 TEST_F(ApplicationHandTest, AnActionOnAnotherKindOfNodeIsRefusedByName) {
   const std::string text = rowNode("text");
   const std::vector<std::pair<const char*, const char*>> wanted = {
-      {"toggle", "no switch"},      {"segment", "no segmented control"},
-      {"slide", "no slider"},       {"edit", "no text field"},
-      {"scroll", "no table"},       {"back", "no navigation"},
-      {"choose", "no sheet"},       {"pick", "no colour picker"},
-      {"photo", "no photo picker"}, {"close", "no sheet or picker"}};
+      {"toggle", "(expected switch)"},      {"segment", "(expected segmented control)"},
+      {"slide", "(expected slider)"},       {"edit", "(expected text field)"},
+      {"scroll", "(expected table)"},       {"back", "(expected navigation)"},
+      {"choose", "(expected sheet)"},       {"pick", "(expected colour picker)"},
+      {"photo", "(expected photo picker)"}, {"close", "(expected sheet or picker)"}};
   for (const auto& [action, message] : wanted) {
     EXPECT_THAT(act({{"action", action}}, text).message, HasSubstr(message)) << action;
   }
   for (const char* action : {"tap", "press", "commit", "move"}) {
     EXPECT_THAT(act({{"action", action}, {"phase", "begin"}}, tableNode()).message,
-                HasSubstr("no row"))
+                HasSubstr("(expected row"))
         << action;
   }
 }

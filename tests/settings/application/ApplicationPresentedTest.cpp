@@ -253,9 +253,9 @@ TEST_F(ApplicationPresentedTest, AColourThatIsNoneIsRefused) {
 
 TEST_F(ApplicationPresentedTest, AColourPickerTakesNoPhotoAndNoChoice) {
   openColorPicker();
-  EXPECT_THAT(choosePhoto("a.png").message, HasSubstr("no photo picker"));
+  EXPECT_THAT(choosePhoto("a.png").message, HasSubstr("(expected photo picker)"));
   EXPECT_THAT(act({{"action", "choose"}, {"index", 0}}, presentedNode()).message,
-              HasSubstr("no sheet"));
+              HasSubstr("(expected sheet)"));
 }
 
 // --- The photo picker ---
@@ -359,7 +359,7 @@ TEST_F(ApplicationPresentedTest, ABroughtPictureNeedsAPhotoPicker) {
   openColorPicker();
   const PhotoResult brought = readPhoto(platform::Data(onePixel()));
   EXPECT_THAT(application().choosePhoto(presentedNode(), brought).message,
-              HasSubstr("no photo picker"));
+              HasSubstr("not a photo picker"));
   EXPECT_THAT(application().choosePhoto("999999", brought).message, HasSubstr("is gone"));
 }
 
